@@ -143,5 +143,6 @@ COLORREF SetTextColor(HDC context, COLORREF color);
 COLORREF SetBkColor(HDC context, COLORREF color);
 int SetBkMode(HDC context, int mode);
 int DrawTextW(HDC context, LPCWSTR text, int units, LPRECT rect, UINT format);
-BOOL GetTextExtentExPointW(HDC context, LPCWSTR text, int units, int maxExtentPx, int* fit, int* extentsPx, LPSIZE size);
+BOOL GetTextExtentExPointW(HDC context, LPCWSTR text, int units, int maxExtentPx, int* fit, int* extentsPx,
+                           LPSIZE size);
 BOOL GetTextMetricsW(HDC context, TEXTMETRICW* metrics);

@@ -125,8 +125,8 @@ using LPTHREAD_START_ROUTINE = DWORD(WINAPI*)(LPVOID);
 DWORD GetTickCount();
 void Sleep(DWORD milliseconds);
 DWORD Random();
-HANDLE CreateThread(SECURITY_ATTRIBUTES* security, std::size_t stackBytes, LPTHREAD_START_ROUTINE start, LPVOID argument,
-                    DWORD flags, LPDWORD threadId);
+HANDLE CreateThread(SECURITY_ATTRIBUTES* security, std::size_t stackBytes, LPTHREAD_START_ROUTINE start,
+                    LPVOID argument, DWORD flags, LPDWORD threadId);
 DWORD GetCurrentThreadId();
 HANDLE CreateEventW(SECURITY_ATTRIBUTES* security, BOOL manualReset, BOOL initiallySet, LPCWSTR name);
 BOOL EventModify(HANDLE event, DWORD action);

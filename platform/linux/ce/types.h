@@ -100,10 +100,22 @@ using LPRECT = RECT*;
 using LPPOINT = POINT*;
 using LPSIZE = SIZE*;
 
-constexpr WORD LOWORD(ULONG_PTR value) { return static_cast<WORD>(value & 0xFFFF); }
-constexpr WORD HIWORD(ULONG_PTR value) { return static_cast<WORD>((value >> 16) & 0xFFFF); }
-constexpr LONG MAKELONG(WORD low, WORD high) { return static_cast<LONG>(low | (static_cast<DWORD>(high) << 16)); }
-constexpr WPARAM MAKEWPARAM(WORD low, WORD high) { return static_cast<DWORD>(MAKELONG(low, high)); }
+constexpr WORD LOWORD(ULONG_PTR value)
+{
+    return static_cast<WORD>(value & 0xFFFF);
+}
+constexpr WORD HIWORD(ULONG_PTR value)
+{
+    return static_cast<WORD>((value >> 16) & 0xFFFF);
+}
+constexpr LONG MAKELONG(WORD low, WORD high)
+{
+    return static_cast<LONG>(low | (static_cast<DWORD>(high) << 16));
+}
+constexpr WPARAM MAKEWPARAM(WORD low, WORD high)
+{
+    return static_cast<DWORD>(MAKELONG(low, high));
+}
 constexpr LPARAM MAKELPARAM(int low, int high)
 {
     return static_cast<DWORD>(MAKELONG(static_cast<WORD>(low), static_cast<WORD>(high)));
@@ -112,9 +124,18 @@ constexpr COLORREF RGB(int r, int g, int b)
 {
     return static_cast<COLORREF>((r & 0xFF) | ((g & 0xFF) << 8) | ((b & 0xFF) << 16));
 }
-inline LPWSTR MAKEINTRESOURCEW(int id) { return reinterpret_cast<LPWSTR>(static_cast<ULONG_PTR>(static_cast<WORD>(id))); }
+inline LPWSTR MAKEINTRESOURCEW(int id)
+{
+    return reinterpret_cast<LPWSTR>(static_cast<ULONG_PTR>(static_cast<WORD>(id)));
+}
 #define MAKEINTRESOURCE MAKEINTRESOURCEW
-constexpr bool SUCCEEDED(HRESULT result) { return result >= 0; }
-constexpr bool FAILED(HRESULT result) { return result < 0; }
+constexpr bool SUCCEEDED(HRESULT result)
+{
+    return result >= 0;
+}
+constexpr bool FAILED(HRESULT result)
+{
+    return result < 0;
+}
 constexpr HRESULT S_OK = 0;
 constexpr HRESULT S_FALSE = 1;

@@ -89,8 +89,8 @@ using LPCDLGTEMPLATEW = const DLGTEMPLATE*;
 ATOM RegisterClassW(const WNDCLASSW* windowClass);
 BOOL UnregisterClassW(LPCWSTR name, HINSTANCE instance);
 HICON LoadIconW(HINSTANCE instance, LPCWSTR name);
-HWND CreateWindowExW(DWORD exStyle, LPCWSTR className, LPCWSTR text, DWORD style, int x, int y, int widthPx, int heightPx,
-                     HWND parent, HMENU menuOrId, HINSTANCE instance, LPVOID parameter);
+HWND CreateWindowExW(DWORD exStyle, LPCWSTR className, LPCWSTR text, DWORD style, int x, int y, int widthPx,
+                     int heightPx, HWND parent, HMENU menuOrId, HINSTANCE instance, LPVOID parameter);
 BOOL DestroyWindow(HWND window);
 LRESULT DefWindowProcW(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
 LRESULT CallWindowProcW(WNDPROC procedure, HWND window, UINT message, WPARAM wParam, LPARAM lParam);

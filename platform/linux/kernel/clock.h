@@ -15,10 +15,10 @@ public:
     virtual ~Clock() = default;
     // Milliseconds since an arbitrary start; never falls.
     virtual std::uint64_t NowMs() const = 0;
-    // Waits on `condition`, whose mutex `lock` holds, until `ready` is true or `deadlineMs` (kNever: no limit) has come.
-    // `ready` is called with the lock held. Returns the last answer of `ready`.
-    virtual bool WaitUntil(std::unique_lock<std::mutex>& lock, std::condition_variable& condition, std::uint64_t deadlineMs,
-                           const std::function<bool()>& ready) = 0;
+    // Waits on `condition`, whose mutex `lock` holds, until `ready` is true or `deadlineMs` (kNever: no limit) has
+    // come. `ready` is called with the lock held. Returns the last answer of `ready`.
+    virtual bool WaitUntil(std::unique_lock<std::mutex>& lock, std::condition_variable& condition,
+                           std::uint64_t deadlineMs, const std::function<bool()>& ready) = 0;
 };
 
 // The clock in force; the monotonic one unless another is installed.

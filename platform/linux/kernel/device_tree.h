@@ -21,8 +21,9 @@ struct DeviceTree {
 void InstallDeviceTree(const DeviceTree& tree);
 const DeviceTree& CurrentDeviceTree();
 
-// The host path of an existing file or folder named by a device path ("\Windows\a.gif", "SDMMC\b.mp3"), letters compared
-// without case; nothing when there is none. Bytes that are not UTF-8 survive the way through device paths and back.
+// The host path of an existing file or folder named by a device path ("\Windows\a.gif", "SDMMC\b.mp3"), letters
+// compared without case; nothing when there is none. Bytes that are not UTF-8 survive the way through device paths and
+// back.
 std::optional<std::string> FindHostPath(std::u16string_view devicePath);
 
 // The instance whose resources are the program's own ("\Windows\cardsong.resources.dll"); never null.

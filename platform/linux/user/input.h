@@ -1,5 +1,5 @@
-// What the display tells the windows: taps, keys, activation. Every function may be called from any thread and returns at
-// once; the message reaches the queue of the thread that owns the window concerned.
+// What the display tells the windows: taps, keys, activation. Every function may be called from any thread and returns
+// at once; the message reaches the queue of the thread that owns the window concerned.
 #pragma once
 
 #include "platform/linux/ce/types.h"

@@ -1,0 +1,104 @@
+// A device of its own for one test: empty user, system and card folders below a fresh temporary folder, removed at the
+// end. On Linux it is installed as the device tree; elsewhere only Path() and the host folders have a meaning.
+#pragma once
+
+#include "platform/ce.h"
+
+#ifndef _WIN32
+#include "platform/linux/kernel/device_tree.h"
+#endif
+
+#include <atomic>
+#include <filesystem>
+#include <fstream>
+#include <random>
+#include <string>
+#include <string_view>
+
+namespace cardsong::test {
+
+class ScratchDevice {
+public:
+    ScratchDevice() : m_root(FreshFolder())
+    {
+        for (const char* folder : { "user", "system", "card", "user/scratch" })
+            std::filesystem::create_directories(m_root / folder);
+#ifndef _WIN32
+        m_before = kernel::CurrentDeviceTree();
+        kernel::DeviceTree tree;
+        tree.userDirectory = UserDirectory();
+        tree.systemDirectory = SystemDirectory();
+        tree.cardDirectory = CardDirectory();
+        kernel::InstallDeviceTree(tree);
+#endif
+    }
+    ~ScratchDevice()
+    {
+#ifndef _WIN32
+        kernel::InstallDeviceTree(m_before);
+#endif
+        std::error_code ignored;
+        std::filesystem::remove_all(m_root, ignored);
+    }
+    ScratchDevice(const ScratchDevice&) = delete;
+    ScratchDevice& operator=(const ScratchDevice&) = delete;
+
+    // Host folders, without a trailing separator.
+    std::string UserDirectory() const
+    {
+        return (m_root / "user").string();
+    }
+    std::string SystemDirectory() const
+    {
+        return (m_root / "system").string();
+    }
+    std::string CardDirectory() const
+    {
+        return (m_root / "card").string();
+    }
+
+    // Writes a host file named from the device's temporary folder: "card/Music/a.mp3", "user/Windows/b.txt",
+    // "system/Windows/c.gif". Missing folders are made.
+    void WriteFile(const std::string& hostRelativePath, std::string_view contents = {}) const
+    {
+        const auto path = m_root / std::filesystem::path(hostRelativePath);
+        std::filesystem::create_directories(path.parent_path());
+        std::ofstream(path, std::ios::binary).write(contents.data(), static_cast<std::streamsize>(contents.size()));
+    }
+    void MakeFolder(const std::string& hostRelativePath) const
+    {
+        std::filesystem::create_directories(m_root / std::filesystem::path(hostRelativePath));
+    }
+    // The bytes of a host file named as for WriteFile; empty when there is none.
+    std::string ReadFile(const std::string& hostRelativePath) const
+    {
+        std::ifstream file(m_root / std::filesystem::path(hostRelativePath), std::ios::binary);
+        return { std::istreambuf_iterator<char>(file), {} };
+    }
+
+    // A path for the file functions of the API, in an empty folder ("user/scratch" for WriteFile) on every system.
+    WString Path(WStringView name) const
+    {
+#ifdef _WIN32
+        return (m_root / "user" / "scratch").wstring() + TEXT("\\") + WString(name);
+#else
+        return WString(TEXT("\\scratch\\")) + WString(name);
+#endif
+    }
+
+private:
+    static std::filesystem::path FreshFolder()
+    {
+        static std::atomic<unsigned> s_count = 0;
+        static const unsigned s_process = std::random_device{}();
+        return std::filesystem::temp_directory_path() /
+               ("cardsong-" + std::to_string(s_process) + "-" + std::to_string(s_count++));
+    }
+
+    std::filesystem::path m_root;
+#ifndef _WIN32
+    kernel::DeviceTree m_before;
+#endif
+};
+
+} // namespace cardsong::test

@@ -1,0 +1,96 @@
+// One song's way from file to loudspeaker: a filter graph behind plain yes/no calls. It must not know who plays it, nor
+// show which engine stands behind it: each engine is one set of sources, of which the build links one.
+#pragma once
+
+#include "platform/ce.h"
+
+#include <memory>
+
+struct IGraphBuilder;
+struct IMediaEventEx;
+struct IPin;
+struct _AMMediaType;
+
+// Posted, with both parameters 0, to the notify window when an event waits to be taken.
+constexpr UINT kGraphEventMessage = WM_USER + 20;
+
+// Event codes that every engine reports. A song that breaks off reports kGraphErrorAbort and then kGraphComplete, so
+// that whoever waits for its end goes on.
+constexpr long kGraphComplete = 1;
+constexpr long kGraphUserAbort = 2;
+constexpr long kGraphErrorAbort = 3;
+
+// Loudness in hundredths of a decibel, as in every volume of this class.
+constexpr long kLoudest = 0;
+constexpr long kSilent = -10000;
+
+// Positions and lengths are seconds. Every call answers false (or 0) where the part of the graph that it needs is
+// missing. All calls come from one thread; only the notice of an event is posted from another.
+class MediaGraph {
+public:
+    MediaGraph();
+    virtual ~MediaGraph();
+    MediaGraph(const MediaGraph&) = delete;
+    MediaGraph& operator=(const MediaGraph&) = delete;
+
+    // Makes an empty graph. False when the engine cannot, and when there is a graph already.
+    virtual bool Init();
+    // Leaves nothing of the graph; no notice is posted from here on.
+    virtual void ReleaseAll();
+    // Takes a share in a graph made elsewhere in place of the present one; null only releases. Engines without foreign
+    // graphs refuse any but null.
+    virtual bool Attach(IGraphBuilder* graph);
+
+    // Builds the chain for the file of a device path. False when there is no such file or nothing in it can be played:
+    // the graph is then empty, lasts 0 seconds and reports no event.
+    bool RenderFile(const WCHAR* path);
+
+    bool Run();
+    // Cues the song: returns once its first sound is ready, or at once when it turns out to be broken.
+    bool Pause();
+    // The position stays: a later Run goes on from it.
+    bool Stop();
+    // The state that was asked for, also while the graph is still on its way there.
+    bool IsRunning() const;
+    bool IsPaused() const;
+    bool IsStopped() const;
+
+    // Null: no notices. Events queued before are announced to the new window.
+    bool SetNotifyWindow(HWND window);
+    // The engine's own event interface, borrowed; null where it has none.
+    IMediaEventEx* GetEventInterface() const;
+    // Takes the oldest event without waiting; false when there is none.
+    bool TakeEvent(long& code);
+    void DrainEvents();
+
+    // The output is untouched on failure. A length may grow more exact while the song plays.
+    bool GetDuration(double& seconds) const;
+    bool GetCurrentPosition(double& seconds) const;
+    bool GetStopPosition(double& seconds) const;
+    bool SetPosition(double seconds);
+    bool SetPositions(double start, double stop);
+    // 1.0 is the song's own speed; only speeds above 0.
+    bool SetRate(double rate);
+    bool GetRate(double& rate) const;
+
+    bool SetVolume(long volume);
+    long GetVolume() const;
+    // -10000 (left only) to 10000 (right only), the hundredths of a decibel by which the other side is lowered.
+    bool SetBalance(long balance);
+    long GetBalance() const;
+
+    // The picture of a graph that has one; false otherwise.
+    bool SetVideoOwner(HWND window);
+    bool SetVideoRect(int left, int top, int widthPx, int heightPx);
+    bool SetFullScreen(bool on);
+    bool IsFullScreen() const;
+
+    // Wiring by hand, for engines whose pins can be reached; false otherwise.
+    bool ConnectDirect(IPin* output, IPin* input, const _AMMediaType* mediaType);
+    bool Disconnect(IPin* pin);
+
+private:
+    struct Engine;
+    bool QueryInterfaces();
+    std::unique_ptr<Engine> m_engine; // null: no graph
+};

@@ -1,0 +1,450 @@
+// The engine of tests: positions follow the tick count, ends are reported when somebody looks.
+#include "playback/media_graph.h"
+#include "playback/simulated_graph.h"
+
+#include <algorithm>
+#include <cstdio>
+#include <deque>
+#include <map>
+#include <mutex>
+#include <optional>
+#include <utility>
+
+namespace {
+
+enum class GraphState { Stopped, Paused, Running };
+
+struct SimulatedEngine {
+    std::optional<SimulatedSong> song; // nothing: an empty graph
+    GraphState state = GraphState::Stopped;
+    double anchorSeconds = 0.0; // the position when the state, the place or the speed last changed
+    DWORD anchorTick = 0;
+    std::optional<double> stopSeconds;
+    double rate = 1.0;
+    long volume = kLoudest;
+    long balance = 0;
+    bool endReported = false;
+    HWND window = nullptr;
+    std::deque<long> events;
+
+    double EndSeconds() const
+    {
+        return song ? std::min(song->lengthSeconds, stopSeconds.value_or(song->lengthSeconds)) : 0.0;
+    }
+
+    double PositionSeconds() const
+    {
+        if (!song || state != GraphState::Running || endReported)
+            return anchorSeconds;
+        const double playedSeconds = static_cast<double>(GetTickCount() - anchorTick) / 1000.0 * rate;
+        return std::min(anchorSeconds + playedSeconds, std::max(anchorSeconds, EndSeconds()));
+    }
+
+    void Anchor(double seconds)
+    {
+        anchorSeconds = seconds;
+        anchorTick = GetTickCount();
+    }
+
+    void EnterState(GraphState next)
+    {
+        Anchor(PositionSeconds());
+        state = next;
+    }
+
+    void Report(long code)
+    {
+        events.push_back(code);
+        if (window != nullptr)
+            PostMessageW(window, kGraphEventMessage, 0, 0);
+    }
+
+    void ReportEnd(std::initializer_list<long> codes)
+    {
+        if (!song || state != GraphState::Running || endReported)
+            return;
+        Anchor(PositionSeconds());
+        endReported = true;
+        for (const long code : codes)
+            Report(code);
+    }
+
+    void Advance()
+    {
+        if (PositionSeconds() >= EndSeconds())
+            ReportEnd({ kGraphComplete });
+    }
+};
+
+// One lock for all: a test may end a song from a thread of its own.
+struct Simulation {
+    std::recursive_mutex mutex;
+    std::map<WString, SimulatedSong> songs;
+    std::vector<std::string> calls;
+    std::vector<SimulatedEngine*> engines;
+    bool failNextInit = false;
+};
+
+Simulation& TheSimulation()
+{
+    static Simulation simulation;
+    return simulation;
+}
+
+using Guard = std::lock_guard<std::recursive_mutex>;
+
+WString LowerCase(WStringView text)
+{
+    WString lower(text);
+    CharLowerBuffW(lower.data(), static_cast<DWORD>(lower.size()));
+    return lower;
+}
+
+std::string Printable(const WCHAR* text)
+{
+    std::string printable;
+    for (; *text != 0; ++text)
+        printable += *text < 0x80 ? static_cast<char>(*text) : '?';
+    return printable;
+}
+
+void NoteCall(const std::string& call)
+{
+    TheSimulation().calls.push_back(call);
+}
+
+void NoteCall(const char* call, double value)
+{
+    char text[64];
+    std::snprintf(text, sizeof text, "%s %.1f", call, value);
+    NoteCall(text);
+}
+
+void EndRunningSongs(std::initializer_list<long> codes)
+{
+    const Guard guard(TheSimulation().mutex);
+    for (SimulatedEngine* engine : TheSimulation().engines)
+        engine->ReportEnd(codes);
+}
+
+} // namespace
+
+// ---- hooks ----
+
+void SetSimulatedSong(WStringView path, const SimulatedSong& song)
+{
+    const Guard guard(TheSimulation().mutex);
+    TheSimulation().songs[LowerCase(path)] = song;
+}
+
+void ResetSimulatedGraphs()
+{
+    const Guard guard(TheSimulation().mutex);
+    TheSimulation().songs.clear();
+    TheSimulation().calls.clear();
+    TheSimulation().failNextInit = false;
+}
+
+void FailNextSimulatedInit()
+{
+    const Guard guard(TheSimulation().mutex);
+    TheSimulation().failNextInit = true;
+}
+
+void AdvanceSimulatedGraphs()
+{
+    const Guard guard(TheSimulation().mutex);
+    for (SimulatedEngine* engine : TheSimulation().engines)
+        engine->Advance();
+}
+
+void FinishCurrentSong()
+{
+    EndRunningSongs({ kGraphComplete });
+}
+void BreakCurrentSong()
+{
+    EndRunningSongs({ kGraphErrorAbort, kGraphComplete });
+}
+void AbortCurrentSong()
+{
+    EndRunningSongs({ kGraphUserAbort });
+}
+
+std::vector<std::string> TakeSimulatedCalls()
+{
+    const Guard guard(TheSimulation().mutex);
+    return std::exchange(TheSimulation().calls, {});
+}
+
+int LiveSimulatedGraphs()
+{
+    const Guard guard(TheSimulation().mutex);
+    return static_cast<int>(TheSimulation().engines.size());
+}
+
+// ---- the graph ----
+
+struct MediaGraph::Engine : SimulatedEngine {
+    Engine() { TheSimulation().engines.push_back(this); }
+    ~Engine() { std::erase(TheSimulation().engines, this); }
+    Engine(const Engine&) = delete;
+    Engine& operator=(const Engine&) = delete;
+};
+
+MediaGraph::MediaGraph() = default;
+
+MediaGraph::~MediaGraph()
+{
+    MediaGraph::ReleaseAll();
+}
+
+bool MediaGraph::Init()
+{
+    const Guard guard(TheSimulation().mutex);
+    NoteCall("Init");
+    if (m_engine || std::exchange(TheSimulation().failNextInit, false))
+        return false;
+    m_engine = std::make_unique<Engine>();
+    return QueryInterfaces();
+}
+
+void MediaGraph::ReleaseAll()
+{
+    const Guard guard(TheSimulation().mutex);
+    if (m_engine)
+        NoteCall("ReleaseAll");
+    m_engine.reset();
+}
+
+bool MediaGraph::Attach(IGraphBuilder* graph)
+{
+    ReleaseAll();
+    return graph == nullptr;
+}
+
+bool MediaGraph::QueryInterfaces()
+{
+    return m_engine != nullptr;
+}
+
+bool MediaGraph::RenderFile(const WCHAR* path)
+{
+    const Guard guard(TheSimulation().mutex);
+    if (!m_engine || path == nullptr)
+        return false;
+    NoteCall("RenderFile " + Printable(path));
+    const auto named = TheSimulation().songs.find(LowerCase(path));
+    const SimulatedSong song = named == TheSimulation().songs.end() ? SimulatedSong{} : named->second;
+    if (!song.playable)
+        return false;
+    m_engine->song = song;
+    return true;
+}
+
+bool MediaGraph::Run()
+{
+    const Guard guard(TheSimulation().mutex);
+    if (!m_engine)
+        return false;
+    if (IsRunning())
+        return true;
+    NoteCall("Run");
+    SetVideoOwner(nullptr);
+    m_engine->EnterState(GraphState::Running);
+    return true;
+}
+
+bool MediaGraph::Pause()
+{
+    const Guard guard(TheSimulation().mutex);
+    if (!m_engine)
+        return false;
+    if (IsPaused())
+        return true;
+    NoteCall("Pause");
+    m_engine->EnterState(GraphState::Paused);
+    return true;
+}
+
+bool MediaGraph::Stop()
+{
+    const Guard guard(TheSimulation().mutex);
+    if (!m_engine)
+        return false;
+    if (IsStopped())
+        return true;
+    NoteCall("Stop");
+    m_engine->EnterState(GraphState::Stopped);
+    m_engine->endReported = false;
+    return true;
+}
+
+bool MediaGraph::IsRunning() const
+{
+    return m_engine && m_engine->state == GraphState::Running;
+}
+bool MediaGraph::IsPaused() const
+{
+    return m_engine && m_engine->state == GraphState::Paused;
+}
+bool MediaGraph::IsStopped() const
+{
+    return m_engine && m_engine->state == GraphState::Stopped;
+}
+
+bool MediaGraph::SetNotifyWindow(HWND window)
+{
+    const Guard guard(TheSimulation().mutex);
+    if (!m_engine)
+        return false;
+    NoteCall(window != nullptr ? "SetNotifyWindow on" : "SetNotifyWindow off");
+    m_engine->window = window;
+    if (window != nullptr && !m_engine->events.empty())
+        PostMessageW(window, kGraphEventMessage, 0, 0);
+    return true;
+}
+
+IMediaEventEx* MediaGraph::GetEventInterface() const
+{
+    return nullptr;
+}
+
+bool MediaGraph::TakeEvent(long& code)
+{
+    const Guard guard(TheSimulation().mutex);
+    if (!m_engine || m_engine->events.empty())
+        return false;
+    code = m_engine->events.front();
+    m_engine->events.pop_front();
+    return true;
+}
+
+void MediaGraph::DrainEvents()
+{
+    const Guard guard(TheSimulation().mutex);
+    if (m_engine)
+        m_engine->events.clear();
+}
+
+bool MediaGraph::GetDuration(double& seconds) const
+{
+    if (!m_engine || (m_engine->song && !m_engine->song->lengthKnown))
+        return false;
+    seconds = m_engine->song ? m_engine->song->lengthSeconds : 0.0;
+    return true;
+}
+
+bool MediaGraph::GetCurrentPosition(double& seconds) const
+{
+    const Guard guard(TheSimulation().mutex);
+    if (!m_engine)
+        return false;
+    m_engine->Advance();
+    seconds = m_engine->PositionSeconds();
+    return true;
+}
+
+bool MediaGraph::GetStopPosition(double& seconds) const
+{
+    if (!m_engine)
+        return false;
+    seconds = m_engine->EndSeconds();
+    return true;
+}
+
+bool MediaGraph::SetPosition(double seconds)
+{
+    const Guard guard(TheSimulation().mutex);
+    if (!m_engine)
+        return false;
+    NoteCall("SetPosition", seconds);
+    if (!m_engine->song)
+        return false;
+    m_engine->endReported = false;
+    m_engine->Anchor(std::clamp(seconds, 0.0, m_engine->song->lengthSeconds));
+    return true;
+}
+
+bool MediaGraph::SetPositions(double start, double stop)
+{
+    const Guard guard(TheSimulation().mutex);
+    if (stop < start || !SetPosition(start))
+        return false;
+    m_engine->stopSeconds = stop;
+    return true;
+}
+
+bool MediaGraph::SetRate(double rate)
+{
+    const Guard guard(TheSimulation().mutex);
+    if (!m_engine || !(rate > 0.0))
+        return false;
+    NoteCall("SetRate", rate);
+    m_engine->Anchor(m_engine->PositionSeconds());
+    m_engine->rate = rate;
+    return true;
+}
+
+bool MediaGraph::GetRate(double& rate) const
+{
+    if (!m_engine)
+        return false;
+    rate = m_engine->rate;
+    return true;
+}
+
+bool MediaGraph::SetVolume(long volume)
+{
+    const Guard guard(TheSimulation().mutex);
+    if (!m_engine)
+        return false;
+    NoteCall("SetVolume " + std::to_string(volume));
+    if (!m_engine->song || volume < kSilent || volume > kLoudest)
+        return false;
+    m_engine->volume = volume;
+    return true;
+}
+
+long MediaGraph::GetVolume() const
+{
+    return m_engine && m_engine->song ? m_engine->volume : 0;
+}
+
+bool MediaGraph::SetBalance(long balance)
+{
+    if (!m_engine || !m_engine->song || balance < kSilent || balance > -kSilent)
+        return false;
+    m_engine->balance = balance;
+    return true;
+}
+
+long MediaGraph::GetBalance() const
+{
+    return m_engine && m_engine->song ? m_engine->balance : 0;
+}
+
+bool MediaGraph::SetVideoOwner(HWND)
+{
+    return false;
+}
+bool MediaGraph::SetVideoRect(int, int, int, int)
+{
+    return false;
+}
+bool MediaGraph::SetFullScreen(bool)
+{
+    return false;
+}
+bool MediaGraph::IsFullScreen() const
+{
+    return false;
+}
+bool MediaGraph::ConnectDirect(IPin*, IPin*, const _AMMediaType*)
+{
+    return false;
+}
+bool MediaGraph::Disconnect(IPin*)
+{
+    return false;
+}

@@ -1,0 +1,34 @@
+// What a test tells the simulated engine and asks of it. Songs take their length from a table and run on the tick
+// count, so that a virtual clock plays them; no file is opened and nothing sounds. Each call may come from any thread.
+#pragma once
+
+#include "platform/ce.h"
+
+#include <string>
+#include <vector>
+
+struct SimulatedSong {
+    double lengthSeconds = 180.0;
+    bool lengthKnown = true; // false: the length query fails
+    bool playable = true;    // false: nothing in the file can be rendered
+};
+
+// What the song of `path` (letters compared without case) is from its next rendering on. Songs not named are a default
+// one.
+void SetSimulatedSong(WStringView path, const SimulatedSong& song);
+// Forgets songs, calls and a failure asked for; graphs that live stay as they are.
+void ResetSimulatedGraphs();
+void FailNextSimulatedInit();
+
+// Reports the end of every running song whose time is over, as the position query of each does too.
+void AdvanceSimulatedGraphs();
+// The running songs end now, wherever they are; or break off as on a read error; or are aborted.
+void FinishCurrentSong();
+void BreakCurrentSong();
+void AbortCurrentSong();
+
+// Calls of all graphs in order since the last asking: "Init", "RenderFile \SDMMC\a.mp3", "SetVolume -784", "Pause",
+// "SetPosition 0.0", "SetNotifyWindow on", "SetNotifyWindow off", "Run", "Stop", "SetRate 2.0", "ReleaseAll".
+std::vector<std::string> TakeSimulatedCalls();
+// The graphs that hold a song or could.
+int LiveSimulatedGraphs();

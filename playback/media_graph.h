@@ -28,6 +28,9 @@ constexpr long kSilent = -10000;
 // missing. All calls come from one thread; only the notice of an event is posted from another.
 class MediaGraph {
 public:
+    // Readies the engine on a thread of its own, so that the first Init need not; returns at once. Optional.
+    static void WarmUp();
+
     MediaGraph();
     virtual ~MediaGraph();
     MediaGraph(const MediaGraph&) = delete;

@@ -192,6 +192,8 @@ struct MediaGraph::Engine : SimulatedEngine {
     Engine& operator=(const Engine&) = delete;
 };
 
+void MediaGraph::WarmUp() {}
+
 MediaGraph::MediaGraph() = default;
 
 MediaGraph::~MediaGraph()

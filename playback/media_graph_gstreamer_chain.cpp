@@ -1,0 +1,248 @@
+#include "playback/media_graph_gstreamer_chain.h"
+
+#include "platform/linux/kernel/start_trace.h"
+#include "playback/media_graph_gstreamer_sink.h"
+
+#include <sys/stat.h>
+
+#include <array>
+#include <atomic>
+#include <cstring>
+#include <fstream>
+
+namespace cardsong::playback {
+
+namespace {
+
+// As much sound as lies parsed ahead of the decoder. It lets the parser see enough of a stream without a length field
+// to tell its length when cued.
+constexpr guint64 kReadAheadNs = 3 * GST_SECOND;
+
+// The ASF header object's identifier, ASF specification 10.1.
+constexpr std::array<unsigned char, 16> kAsfHeader = { 0x30, 0x26, 0xB2, 0x75, 0x8E, 0x66, 0xCF, 0x11,
+                                                       0xA6, 0xD9, 0x00, 0xAA, 0x00, 0x62, 0xCE, 0x6C };
+
+enum class SongKind { None, Mpeg, Asf };
+
+SongKind LookAt(const std::string& hostPath)
+{
+    struct stat status = {};
+    // Opening a pipe or a device could wait for ever.
+    if (stat(hostPath.c_str(), &status) != 0 || !S_ISREG(status.st_mode) || status.st_size == 0)
+        return SongKind::None;
+    std::array<unsigned char, kAsfHeader.size()> first = {};
+    std::ifstream file(hostPath, std::ios::binary);
+    if (!file)
+        return SongKind::None;
+    file.read(reinterpret_cast<char*>(first.data()), first.size());
+    return first == kAsfHeader ? SongKind::Asf : SongKind::Mpeg;
+}
+
+struct WmaDecoder {
+    const char* mediaType;
+    int version; // 0: any
+    const char* factory;
+};
+constexpr WmaDecoder kWmaDecoders[] = {
+    { "audio/x-wma", 1, "avdec_wmav1" },    { "audio/x-wma", 2, "avdec_wmav2" },
+    { "audio/x-wma", 3, "avdec_wmapro" },   { "audio/x-wma", 4, "avdec_wmalossless" },
+    { "audio/x-wms", 0, "avdec_wmavoice" },
+};
+
+const char* DecoderFor(GstPad* pad)
+{
+    GstCaps* const caps = gst_pad_get_current_caps(pad);
+    const char* factory = nullptr;
+    if (caps != nullptr && gst_caps_get_size(caps) > 0) {
+        const GstStructure* const type = gst_caps_get_structure(caps, 0);
+        int version = 0;
+        gst_structure_get_int(type, "wmaversion", &version);
+        for (const WmaDecoder& decoder : kWmaDecoders) {
+            if (gst_structure_has_name(type, decoder.mediaType) && (decoder.version == 0 || decoder.version == version))
+                factory = decoder.factory;
+        }
+    }
+    if (caps != nullptr)
+        gst_caps_unref(caps);
+    return factory;
+}
+
+// Runs on the engine's threads. No message is kept: nobody would ever take it.
+GstBusSyncReply HandleMessage(GstBus*, GstMessage* message, gpointer data)
+{
+    GraphEvents& events = **static_cast<std::shared_ptr<GraphEvents>*>(data);
+    switch (GST_MESSAGE_TYPE(message)) {
+    case GST_MESSAGE_ASYNC_DONE: events.OnCued(); break;
+    case GST_MESSAGE_EOS: events.OnEnd(); break;
+    case GST_MESSAGE_ERROR: events.OnError(); break;
+    default: break;
+    }
+    gst_message_unref(message);
+    return GST_BUS_DROP;
+}
+
+void ForgetEvents(gpointer data)
+{
+    delete static_cast<std::shared_ptr<GraphEvents>*>(data);
+}
+
+// A sink takes its first buffer and keeps it until it may play; so the first sound is out when the second one comes.
+GstPadProbeReturn TraceSecondBuffer(GstPad*, GstPadProbeInfo*, gpointer)
+{
+    static std::atomic<int> s_buffers = 0;
+    if (++s_buffers < 2)
+        return GST_PAD_PROBE_OK;
+    kernel::TraceStart("first sound");
+    return GST_PAD_PROBE_REMOVE;
+}
+
+void TraceFirstSound(GstElement* sink)
+{
+    static std::atomic<bool> s_asked = std::getenv("CARDSONG_TRACE_START") == nullptr;
+    if (s_asked.exchange(true))
+        return;
+    GstPad* const pad = gst_element_get_static_pad(sink, "sink");
+    if (pad == nullptr)
+        return;
+    gst_pad_add_probe(pad, GST_PAD_PROBE_TYPE_BUFFER, TraceSecondBuffer, nullptr, nullptr);
+    gst_object_unref(pad);
+}
+
+} // namespace
+
+std::unique_ptr<Chain> Chain::Build(const std::string& hostPath, const std::string& sinkName,
+                                    const std::shared_ptr<GraphEvents>& events)
+{
+    const SongKind kind = LookAt(hostPath);
+    if (kind == SongKind::None)
+        return nullptr;
+    std::unique_ptr<Chain> chain(new Chain);
+    chain->m_pipeline.reset(GST_ELEMENT(gst_object_ref_sink(gst_pipeline_new(nullptr))));
+    if (!chain->AddTail(sinkName))
+        return nullptr;
+    if (!(kind == SongKind::Asf ? chain->AddAsfHead(hostPath) : chain->AddMpegHead(hostPath)))
+        return nullptr;
+    chain->WatchBus(events);
+    return chain;
+}
+
+Chain::~Chain()
+{
+    if (!m_pipeline)
+        return;
+    gst_element_set_state(m_pipeline.get(), GST_STATE_NULL);
+    GstBus* const bus = gst_element_get_bus(m_pipeline.get());
+    gst_bus_set_sync_handler(bus, nullptr, nullptr, nullptr);
+    gst_object_unref(bus);
+}
+
+bool Chain::SetState(GstState state)
+{
+    return gst_element_set_state(Pipeline(), state) != GST_STATE_CHANGE_FAILURE;
+}
+
+void Chain::SetVolumeFactor(double factor)
+{
+    g_object_set(m_volume, "volume", factor, nullptr);
+}
+
+bool Chain::SetBalance(double side)
+{
+    if (m_balance == nullptr) {
+        m_balance = Add(MakeElement("audiopanorama", "audiofx"));
+        if (m_balance == nullptr)
+            return false;
+        gst_element_unlink(m_resample, m_volume);
+        gst_util_set_object_arg(G_OBJECT(m_balance), "method", "simple"); // lowers one side, leaves the other
+        if (gst_element_link_many(m_resample, m_balance, m_volume, nullptr) == FALSE)
+            return false;
+    }
+    g_object_set(m_balance, "panorama", static_cast<gfloat>(side), nullptr);
+    return true;
+}
+
+GstElement* Chain::Add(ElementPtr element)
+{
+    if (element)
+        gst_bin_add(GST_BIN(Pipeline()), element.get()); // takes a share; ours ends with this call
+    return element.get();
+}
+
+bool Chain::AddTail(const std::string& sinkName)
+{
+    m_convert = Add(MakeElement("audioconvert", "audioconvert"));
+    m_resample = Add(MakeElement("audioresample", "audioresample"));
+    m_volume = Add(MakeElement("volume", "volume"));
+    m_sink = Add(OpenAudioSink(sinkName));
+    if (m_convert == nullptr || m_resample == nullptr || m_volume == nullptr || m_sink == nullptr)
+        return false;
+    TraceFirstSound(m_sink);
+    return gst_element_link_many(m_convert, m_resample, m_volume, m_sink, nullptr) != FALSE;
+}
+
+bool Chain::AddMpegHead(const std::string& hostPath)
+{
+    GstElement* const source = Add(MakeElement("filesrc", "coreelements"));
+    GstElement* const parser = Add(MakeElement("mpegaudioparse", "audioparsers"));
+    GstElement* const queue = Add(MakeElement("queue", "coreelements"));
+    GstElement* const decoder = Add(MakeElement("mpg123audiodec", "mpg123"));
+    if (source == nullptr || parser == nullptr || queue == nullptr || decoder == nullptr)
+        return false;
+    g_object_set(source, "location", hostPath.c_str(), nullptr);
+    g_object_set(queue, "max-size-time", kReadAheadNs, "max-size-bytes", 0U, "max-size-buffers", 0U, nullptr);
+    return gst_element_link_many(source, parser, queue, decoder, m_convert, nullptr) != FALSE;
+}
+
+bool Chain::AddAsfHead(const std::string& hostPath)
+{
+    GstElement* const source = Add(MakeElement("filesrc", "coreelements"));
+    GstElement* const demultiplexer = Add(MakeElement("asfdemux", "asf"));
+    if (source == nullptr || demultiplexer == nullptr)
+        return false;
+    g_object_set(source, "location", hostPath.c_str(), nullptr);
+    const auto connect =
+        +[](GstElement*, GstPad* pad, gpointer chain) { static_cast<Chain*>(chain)->ConnectDemultiplexed(pad); };
+    g_signal_connect(demultiplexer, "pad-added", G_CALLBACK(connect), this);
+    return gst_element_link(source, demultiplexer) != FALSE;
+}
+
+// Runs on the demultiplexer's thread, which ends before the chain does. A stream that finds no decoder stays
+// unconnected; when none is connected, the demultiplexer reports that itself.
+void Chain::ConnectDemultiplexed(GstPad* pad)
+{
+    if (m_decoder == nullptr) {
+        const char* const factory = DecoderFor(pad);
+        if (factory == nullptr)
+            return;
+        m_decoder = Add(MakeElement(factory, "libav"));
+        if (m_decoder == nullptr || gst_element_link(m_decoder, m_convert) == FALSE)
+            return;
+        gst_element_sync_state_with_parent(m_decoder);
+    }
+    GstPad* const input = gst_element_get_static_pad(m_decoder, "sink");
+    if (gst_pad_is_linked(input) == FALSE)
+        gst_pad_link(pad, input);
+    gst_object_unref(input);
+}
+
+void Chain::WatchBus(const std::shared_ptr<GraphEvents>& events)
+{
+    GstBus* const bus = gst_element_get_bus(Pipeline());
+    gst_bus_set_sync_handler(bus, HandleMessage, new std::shared_ptr<GraphEvents>(events), ForgetEvents);
+    gst_object_unref(bus);
+}
+
+void PreloadChain(const std::string& sinkName)
+{
+    if (!StartGstreamer())
+        return;
+    MakeElement("mpegaudioparse", "audioparsers");
+    MakeElement("mpg123audiodec", "mpg123");
+    MakeElement("audioconvert", "audioconvert");
+    MakeElement("audioresample", "audioresample");
+    MakeElement("volume", "volume");
+    if (ElementPtr sink = OpenAudioSink(sinkName))
+        gst_element_set_state(sink.get(), GST_STATE_NULL);
+}
+
+} // namespace cardsong::playback

@@ -1,0 +1,74 @@
+#include "gui/gif_sequence.h"
+
+#include "gui/gif_lzw.h"
+
+#include <utility>
+
+bool GifSequence::Open(std::span<const std::byte> file, std::uint16_t plainBackground)
+{
+    *this = GifSequence();
+    m_plainBackground = plainBackground;
+    m_reader = GifReader(file);
+    auto screen = ReadGifScreen(m_reader);
+    if (!screen)
+        return false;
+    m_screen = *screen;
+    m_firstBlock = m_reader.Offset();
+    m_frameCount = CountGifImages(m_reader);
+    return m_frameCount != 0;
+}
+
+const GifFrame* GifSequence::DecodeNextFrame()
+{
+    m_frame.reset();
+    if (m_frameCount == 0)
+        return nullptr;
+    if (m_reader.AtEnd())
+        m_reader.MoveTo(m_firstBlock);
+    const Found found = FindImage();
+    if (found == Found::Nothing)
+        return nullptr;
+    m_frame.emplace();
+    if (found == Found::Image && !DecodeImage(*m_frame))
+        m_frame.reset();
+    return m_frame ? &*m_frame : nullptr;
+}
+
+// Ends: the counting pass met at least one image on the same way before the trailer, where this walk starts again.
+GifSequence::Found GifSequence::FindImage()
+{
+    while (!m_reader.AtEnd()) {
+        switch (static_cast<GifBlock>(m_reader.U8())) {
+        case GifBlock::Terminator: break;
+        case GifBlock::Extension:
+            if (static_cast<GifLabel>(m_reader.U8()) == GifLabel::GraphicControl)
+                ReadGifGraphicControl(m_reader, m_pendingControl);
+            else
+                m_reader.SkipSubBlocks(); // the counting pass knew the label
+            break;
+        case GifBlock::Image: return Found::Image;
+        case GifBlock::Trailer:
+            m_reader.MoveTo(m_firstBlock);
+            m_previousCanvas.Reset();
+            break;
+        default: return Found::Nothing;
+        }
+    }
+    return Found::End;
+}
+
+bool GifSequence::DecodeImage(GifFrame& frame)
+{
+    const auto image = ReadGifImageDescriptor(m_reader);
+    if (!image)
+        return false;
+    frame.image = *image;
+    const bool hasRoom = frame.indexPixels.Allocate(image->widthPx, image->heightPx);
+    if (!DecodeGifPixels(m_reader, frame.indexPixels.Pixels()) || !hasRoom)
+        return false;
+    if (m_pendingControl.isPresent) {
+        frame.control = m_pendingControl;
+        m_pendingControl.isPresent = false;
+    }
+    return ComposeGifFrame(m_screen, m_plainBackground, m_previousCanvas, frame);
+}

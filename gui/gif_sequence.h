@@ -1,0 +1,40 @@
+// The images of one GIF in memory, decoded one after another and without end. Knows no file.
+#pragma once
+
+#include "gui/gif_frame.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <span>
+
+class GifSequence {
+public:
+    // `file` is borrowed for as long as frames are decoded. `plainBackground` (RGB565) stands behind the frames of a
+    // file without a global colour table. False when the start of the file is not a GIF's or the file holds no image.
+    [[nodiscard]] bool Open(std::span<const std::byte> file, std::uint16_t plainBackground);
+
+    const GifScreen& Screen() const { return m_screen; }
+    std::uint32_t FrameCount() const { return m_frameCount; }
+
+    // The next image in file order; behind the last, the first again. At the trailer the screen starts from the
+    // background again; a file that ends without one goes on from what is shown. Null when the sequence is not open or
+    // the image cannot be decoded; the next call then tries the next image. When the data end before a further image
+    // starts, an empty frame without a canvas. The frame stays until the next call.
+    const GifFrame* DecodeNextFrame();
+
+private:
+    enum class Found { Image, End, Nothing };
+
+    Found FindImage();
+    bool DecodeImage(GifFrame& frame);
+
+    GifReader m_reader;
+    std::size_t m_firstBlock = 0;
+    std::uint16_t m_plainBackground = 0;
+    GifScreen m_screen;
+    std::uint32_t m_frameCount = 0;
+    GifGraphicControl m_pendingControl;
+    PixelBuffer<std::uint16_t> m_previousCanvas;
+    std::optional<GifFrame> m_frame;
+};

@@ -110,7 +110,7 @@ void TraceFirstSound(GstElement* sink)
 
 } // namespace
 
-std::unique_ptr<Chain> Chain::Build(const std::string& hostPath, const std::string& sinkName,
+std::unique_ptr<Chain> Chain::Build(const std::string& hostPath, const Settings& settings,
                                     const std::shared_ptr<GraphEvents>& events)
 {
     const SongKind kind = LookAt(hostPath);
@@ -118,7 +118,7 @@ std::unique_ptr<Chain> Chain::Build(const std::string& hostPath, const std::stri
         return nullptr;
     std::unique_ptr<Chain> chain(new Chain);
     chain->m_pipeline.reset(GST_ELEMENT(gst_object_ref_sink(gst_pipeline_new(nullptr))));
-    if (!chain->AddTail(sinkName))
+    if (!chain->AddTail(settings))
         return nullptr;
     if (!(kind == SongKind::Asf ? chain->AddAsfHead(hostPath) : chain->AddMpegHead(hostPath)))
         return nullptr;
@@ -146,21 +146,6 @@ void Chain::SetVolumeFactor(double factor)
     g_object_set(m_volume, "volume", factor, nullptr);
 }
 
-bool Chain::SetBalance(double side)
-{
-    if (m_balance == nullptr) {
-        m_balance = Add(MakeElement("audiopanorama", "audiofx"));
-        if (m_balance == nullptr)
-            return false;
-        gst_element_unlink(m_resample, m_volume);
-        gst_util_set_object_arg(G_OBJECT(m_balance), "method", "simple"); // lowers one side, leaves the other
-        if (gst_element_link_many(m_resample, m_balance, m_volume, nullptr) == FALSE)
-            return false;
-    }
-    g_object_set(m_balance, "panorama", static_cast<gfloat>(side), nullptr);
-    return true;
-}
-
 GstElement* Chain::Add(ElementPtr element)
 {
     if (element)
@@ -168,16 +153,26 @@ GstElement* Chain::Add(ElementPtr element)
     return element.get();
 }
 
-bool Chain::AddTail(const std::string& sinkName)
+bool Chain::AddTail(const Settings& settings)
 {
     m_convert = Add(MakeElement("audioconvert", "audioconvert"));
-    m_resample = Add(MakeElement("audioresample", "audioresample"));
+    GstElement* const resample = Add(MakeElement("audioresample", "audioresample"));
     m_volume = Add(MakeElement("volume", "volume"));
-    m_sink = Add(OpenAudioSink(sinkName));
-    if (m_convert == nullptr || m_resample == nullptr || m_volume == nullptr || m_sink == nullptr)
+    GstElement* const sink = Add(OpenAudioSink(settings.sinkName));
+    if (m_convert == nullptr || resample == nullptr || m_volume == nullptr || sink == nullptr)
         return false;
-    TraceFirstSound(m_sink);
-    return gst_element_link_many(m_convert, m_resample, m_volume, m_sink, nullptr) != FALSE;
+    SetVolumeFactor(settings.volumeFactor);
+    TraceFirstSound(sink);
+    if (gst_element_link_many(m_convert, resample, nullptr) == FALSE || gst_element_link(m_volume, sink) == FALSE)
+        return false;
+    if (settings.side == 0.0)
+        return gst_element_link(resample, m_volume) != FALSE;
+    GstElement* const balance = Add(MakeElement("audiopanorama", "audiofx"));
+    if (balance == nullptr)
+        return false;
+    gst_util_set_object_arg(G_OBJECT(balance), "method", "simple"); // lowers one side and leaves the other
+    g_object_set(balance, "panorama", static_cast<gfloat>(settings.side), nullptr);
+    return gst_element_link_many(resample, balance, m_volume, nullptr) != FALSE;
 }
 
 bool Chain::AddMpegHead(const std::string& hostPath)

@@ -1,0 +1,69 @@
+// One song in the graph: where it stands, how fast and how loud it plays, and the chain that plays it. One thread calls
+// it.
+#pragma once
+
+#include "playback/media_graph_gstreamer_chain.h"
+#include "playback/media_graph_gstreamer_events.h"
+
+#include <memory>
+#include <optional>
+#include <string>
+
+namespace cardsong::playback {
+
+enum class GraphState { Stopped, Paused, Running };
+
+// The chain lives while the song is cued or plays. Rendering cues it at once, while the graph still counts as stopped,
+// since only a cue shows whether a song can be played; a song that was stopped has no chain and so holds neither file
+// nor sink.
+class Song {
+public:
+    ~Song();
+
+    // False when nothing in the file can be played; the song is then as before.
+    bool Render(const std::string& hostPath);
+    bool IsRendered() const { return !m_hostPath.empty(); }
+    GraphEvents& Events() { return *m_events; }
+
+    GraphState State() const { return m_state; }
+    // Without a rendered file the state changes alone. False when the song proves broken on the way.
+    bool EnterState(GraphState state);
+
+    // Seconds. A place past the end is the end.
+    double Position();
+    bool GoTo(double seconds);
+    void StopAt(double seconds);
+    std::optional<double> StopPosition() const { return m_stopSeconds; }
+    // Nothing while it is not known; the last known one while the song is at rest.
+    std::optional<double> Duration();
+    bool SetRate(double rate);
+    double Rate() const { return m_rate; }
+
+    // Hundredths of a decibel, as in MediaGraph.
+    void SetVolume(long volume);
+    long Volume() const { return m_volume; }
+    bool SetBalance(long balance);
+    long Balance() const { return m_balance; }
+
+private:
+    bool Cue();
+    bool Seek(double seconds);
+    bool Run();
+    bool Pause();
+    void DropChain();
+
+    std::shared_ptr<GraphEvents> m_events = std::make_shared<GraphEvents>();
+    std::string m_hostPath; // empty: nothing rendered
+    std::unique_ptr<Chain> m_chain;
+    GraphState m_state = GraphState::Stopped;
+    bool m_untouched = false;    // cued at m_startSeconds, and not run since
+    double m_startSeconds = 0.0; // where the next cue begins, or the last seek went
+    std::optional<double> m_stopSeconds;
+    double m_rate = 1.0;
+    long m_volume = 0;
+    long m_balance = 0;
+    double m_lastPositionSeconds = 0.0; // what to answer while the chain knows none
+    std::optional<double> m_lastDurationSeconds;
+};
+
+} // namespace cardsong::playback

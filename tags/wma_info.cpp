@@ -1,0 +1,183 @@
+#include "tags/wma_info.h"
+
+#include "tags/file_source.h"
+
+#include <algorithm>
+#include <array>
+#include <cstring>
+#include <vector>
+
+namespace {
+
+using Guid = std::array<std::uint8_t, 16>; // as stored: the first three fields are little-endian
+
+constexpr Guid kHeaderObject = { 0x30, 0x26, 0xB2, 0x75, 0x8E, 0x66, 0xCF, 0x11,
+                                 0xA6, 0xD9, 0x00, 0xAA, 0x00, 0x62, 0xCE, 0x6C };
+constexpr Guid kFileProperties = { 0xA1, 0xDC, 0xAB, 0x8C, 0x47, 0xA9, 0xCF, 0x11,
+                                   0x8E, 0xE4, 0x00, 0xC0, 0x0C, 0x20, 0x53, 0x65 };
+constexpr Guid kContentDescription = { 0x33, 0x26, 0xB2, 0x75, 0x8E, 0x66, 0xCF, 0x11,
+                                       0xA6, 0xD9, 0x00, 0xAA, 0x00, 0x62, 0xCE, 0x6C };
+constexpr Guid kExtendedContentDescription = { 0x40, 0xA4, 0xD0, 0xD2, 0x07, 0xE3, 0xD2, 0x11,
+                                               0x97, 0xF0, 0x00, 0xA0, 0xC9, 0x5E, 0xA8, 0x50 };
+constexpr Guid kDataObject = { 0x36, 0x26, 0xB2, 0x75, 0x8E, 0x66, 0xCF, 0x11,
+                               0xA6, 0xD9, 0x00, 0xAA, 0x00, 0x62, 0xCE, 0x6C };
+
+constexpr std::size_t kObjectHeaderBytes = 24;
+constexpr std::uint64_t kMostObjectBytes = 1024; // larger ones are deliberately not skipped
+constexpr std::size_t kHeaderObjectBytes = 30;
+constexpr std::size_t kDataObjectStartBytes = 26; // file identifier, packet count, reserved
+constexpr int kMostObjects = 4096;                // a file of nothing but empty objects ends here
+
+Guid TakeGuid(ByteReader& reader)
+{
+    Guid guid = {};
+    const auto bytes = reader.Take(guid.size());
+    std::memcpy(guid.data(), bytes.data(), bytes.size());
+    return guid;
+}
+
+bool ReadFileProperties(ByteReader object, WmaInfo& info)
+{
+    constexpr std::size_t kFieldBytes = 80;
+    constexpr std::uint32_t kBroadcast = 1;
+    constexpr std::uint64_t kUnitsPerMs = 10'000;
+    if (object.RestBytes() < kFieldBytes)
+        return false;
+    const Guid fileId = TakeGuid(object);
+    std::memcpy(info.fileId, fileId.data(), fileId.size());
+    info.fileBytes = object.U64Le();
+    info.creationDate = object.U64Le();
+    info.dataPackets = object.U64Le();
+    info.playDuration = object.U64Le();
+    info.sendDuration = object.U64Le();
+    info.prerollMsLow = object.U32Le();
+    info.prerollMsHigh = object.U32Le();
+    info.flags = object.U32Le();
+    info.leastPacketBytes = object.U32Le();
+    info.mostPacketBytes = object.U32Le();
+    info.mostBitRate = object.U32Le();
+    const bool isBroadcast = (info.flags & kBroadcast) != 0;
+    info.duration = isBroadcast ? 0 : static_cast<std::int64_t>(info.playDuration - info.prerollMsLow * kUnitsPerMs);
+    return true;
+}
+
+bool ReadContentDescription(ByteReader object, WmaInfo& info)
+{
+    const std::size_t titleBytes = object.U16Le();
+    const std::size_t authorBytes = object.U16Le();
+    const std::size_t rightsBytes = object.U16Le();
+    const std::size_t descriptionBytes = object.U16Le();
+    const std::size_t ratingBytes = object.U16Le();
+    if (titleBytes + authorBytes + rightsBytes + descriptionBytes + ratingBytes > object.RestBytes())
+        return false;
+    ReadUtf16Field(object, titleBytes, info.title);
+    ReadUtf16Field(object, authorBytes, info.author);
+    ReadUtf16Field(object, rightsBytes, info.rights);
+    ReadUtf16Field(object, descriptionBytes, info.description);
+    return true;
+}
+
+// The number in a descriptor's value; 0 for texts, byte arrays and types that are not known.
+std::uint32_t Number(std::uint16_t type, ByteReader value)
+{
+    enum ValueType : std::uint16_t { kBool = 2, kDword = 3, kQword = 4, kWord = 5 };
+    switch (type) {
+    case kBool:
+    case kDword: return value.U32Le();
+    case kQword: return static_cast<std::uint32_t>(value.U64Le());
+    case kWord: return value.U16Le();
+    default: return 0;
+    }
+}
+
+bool ReadDescriptor(ByteReader& object, WmaInfo& info)
+{
+    constexpr std::uint16_t kByteArray = 1; // 0 is a text, and both are read as one
+    std::array<WCHAR, kMostObjectBytes / 2> name;
+    ReadUtf16Field(object, object.U16Le(), name);
+    const std::uint16_t type = object.U16Le();
+    ByteReader value(object.Take(object.U16Le()));
+    if (!object.Ok())
+        return false;
+    const WStringView named(name.data());
+    if (type <= kByteArray && named == TEXT("WM/AlbumTitle"))
+        ReadUtf16Field(value, value.RestBytes(), info.album);
+    else if (named == TEXT("WM/Track"))
+        info.trackNumber = Number(type, value) + 1;
+    else if (named == TEXT("WM/TrackNumber"))
+        info.trackNumber = Number(type, value);
+    return true;
+}
+
+bool ReadExtendedContentDescription(ByteReader object, WmaInfo& info)
+{
+    const int descriptors = object.U16Le();
+    for (int i = 0; i < descriptors; ++i) {
+        if (!ReadDescriptor(object, info))
+            return false;
+    }
+    return object.Ok();
+}
+
+bool ReadHeaderChild(const Guid& guid, ByteReader object, WmaInfo& info)
+{
+    if (guid == kFileProperties)
+        return ReadFileProperties(object, info);
+    if (guid == kContentDescription)
+        return ReadContentDescription(object, info);
+    if (guid == kExtendedContentDescription)
+        return ReadExtendedContentDescription(object, info);
+    return true;
+}
+
+} // namespace
+
+int ReadWmaInfo(ByteSource& source, WmaInfo& info)
+{
+    std::array<std::byte, kMostObjectBytes> buffer;
+    // A reader of the next `sizeBytes` bytes, of fewer at the end of the source.
+    std::uint64_t offset = 0;
+    const auto next = [&](std::size_t sizeBytes) {
+        const std::size_t readBytes = source.ReadAt(offset, std::span(buffer).first(sizeBytes));
+        offset += sizeBytes;
+        return ByteReader(std::span(buffer).first(readBytes));
+    };
+
+    ByteReader header = next(kHeaderObjectBytes);
+    if (TakeGuid(header) != kHeaderObject)
+        return -1;
+    for (int i = 0; i < kMostObjects; ++i) {
+        ByteReader objectHeader = next(kObjectHeaderBytes);
+        const Guid guid = TakeGuid(objectHeader);
+        const std::uint64_t sizeBytes = objectHeader.U64Le();
+        if (!objectHeader.Ok())
+            return -1;
+        if (guid == kDataObject)
+            return next(kDataObjectStartBytes).RestBytes() == kDataObjectStartBytes ? 0 : -1;
+        if (sizeBytes < kObjectHeaderBytes || sizeBytes > kMostObjectBytes)
+            return -1;
+        if (!ReadHeaderChild(guid, next(static_cast<std::size_t>(sizeBytes) - kObjectHeaderBytes), info))
+            return -1;
+    }
+    return -1;
+}
+
+int ReadWmaInfo(const WCHAR* path, WmaInfo* info)
+{
+    if (info == nullptr)
+        return -1;
+    const FileHandle file = OpenForReading(path);
+    if (!file)
+        return -1;
+    FileSource source(file.get());
+    return ReadWmaInfo(source, *info);
+}
+
+void ReadUtf16Field(ByteReader& reader, std::size_t byteLength, std::span<WCHAR> out)
+{
+    ByteReader text(reader.Take(byteLength));
+    const std::size_t units = std::min(byteLength / 2, out.size() - 1);
+    for (std::size_t i = 0; i < units; ++i)
+        out[i] = static_cast<WCHAR>(text.U16Le());
+    out[units] = 0;
+}

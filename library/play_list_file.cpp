@@ -1,0 +1,155 @@
+#include "library/play_list_file.h"
+
+#include "library/media_entry.h"
+
+#include <array>
+#include <memory>
+
+namespace {
+
+constexpr WCHAR kSeparator = TEXT('$');
+constexpr WCHAR kRecordEnd = 0x0A0D; // the bytes 0D 0A
+constexpr std::size_t kMostRecordUnits = 1000;
+
+struct CloseObject {
+    using pointer = HANDLE;
+    void operator()(HANDLE object) const { CloseHandle(object); }
+};
+using FileOrNone = std::unique_ptr<HANDLE, CloseObject>;
+
+FileOrNone OpenPlayList(DWORD disposition)
+{
+    const HANDLE file = CreateFileW(kPlayListFile, GENERIC_READ | GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_WRITE,
+                                    nullptr, disposition, FILE_ATTRIBUTE_NORMAL, nullptr);
+    return FileOrNone(file != INVALID_HANDLE_VALUE ? file : nullptr);
+}
+
+void AppendNumber(WString& text, std::uint32_t number)
+{
+    for (const char digit : std::to_string(number))
+        text += static_cast<WCHAR>(digit);
+}
+
+void AppendUnit(std::string& bytes, WCHAR unit)
+{
+    bytes += static_cast<char>(unit & 0xFF);
+    bytes += static_cast<char>(unit >> 8);
+}
+
+WString RecordText(std::int32_t number, const MediaFileEntry& entry)
+{
+    WString text;
+    AppendNumber(text, static_cast<std::uint32_t>(number));
+    ((text += kSeparator) += entry.fileName) += kSeparator;
+    (text += entry.folder) += kSeparator;
+    AppendNumber(text, WholeSeconds(entry));
+    return text;
+}
+
+// Cuts the bytes of the file into records, however they arrive.
+class RecordCutter {
+public:
+    explicit RecordCutter(CPtrListCtrl& list) : m_list(list) {}
+
+    void Feed(std::uint8_t byte)
+    {
+        if (!m_hasLowByte) {
+            m_lowByte = byte;
+            m_hasLowByte = true;
+            return;
+        }
+        m_hasLowByte = false;
+        const auto unit = static_cast<WCHAR>(m_lowByte | byte << 8);
+        if (unit == kRecordEnd)
+            End();
+        else if (m_record.size() < kMostRecordUnits)
+            m_record += unit;
+    }
+
+    void End()
+    {
+        ParsePlayListRecord(m_record, m_list);
+        m_record.clear();
+    }
+
+private:
+    CPtrListCtrl& m_list;
+    WString m_record;
+    std::uint8_t m_lowByte = 0;
+    bool m_hasLowByte = false;
+};
+
+// The text before the next separator, which is taken off `text` together with it. False without a separator.
+bool TakeField(WStringView& text, WStringView& field)
+{
+    const std::size_t separator = text.find(kSeparator);
+    if (separator == WStringView::npos)
+        return false;
+    field = text.substr(0, separator);
+    text.remove_prefix(separator + 1);
+    return true;
+}
+
+bool IsThere(const MediaFileEntry& entry)
+{
+    WIN32_FIND_DATAW found;
+    const HANDLE find = FindFirstFileW(PathOf(entry).c_str(), &found);
+    if (find == INVALID_HANDLE_VALUE)
+        return false;
+    FindClose(find);
+    return true;
+}
+
+} // namespace
+
+void SavePlayList(const CPtrListCtrl& list)
+{
+    std::string bytes;
+    for (std::int32_t i = 0; i < list.GetCount(); ++i) {
+        const auto* entry = static_cast<const MediaFileEntry*>(list.GetAt(i));
+        if (entry == nullptr)
+            break;
+        if (entry->fileName[0] == 0)
+            continue;
+        for (const WCHAR unit : RecordText(i + 1, *entry))
+            AppendUnit(bytes, unit);
+        AppendUnit(bytes, kRecordEnd);
+    }
+    const FileOrNone file = OpenPlayList(CREATE_ALWAYS);
+    DWORD writtenBytes = 0;
+    if (file)
+        WriteFile(file.get(), bytes.data(), static_cast<DWORD>(bytes.size()), &writtenBytes, nullptr);
+}
+
+void LoadPlayList(CPtrListCtrl& list)
+{
+    const FileOrNone file = OpenPlayList(OPEN_EXISTING);
+    if (!file)
+        return;
+    RecordCutter records(list);
+    std::array<std::uint8_t, 1000> block;
+    DWORD readBytes = 0;
+    while (ReadFile(file.get(), block.data(), static_cast<DWORD>(block.size()), &readBytes, nullptr) != FALSE &&
+           readBytes > 0) {
+        for (DWORD i = 0; i < readBytes; ++i)
+            records.Feed(block[i]);
+    }
+    records.End();
+}
+
+int ParsePlayListRecord(WStringView text, CPtrListCtrl& list)
+{
+    text = text.substr(0, kMostRecordUnits);
+    text = text.substr(0, text.find(kRecordEnd));
+    WStringView number;
+    WStringView fileName;
+    WStringView folder;
+    if (!TakeField(text, number) || !TakeField(text, fileName) || !TakeField(text, folder) || fileName.empty())
+        return 0;
+    std::unique_ptr<MediaFileEntry> entry(NewMediaEntry(fileName, folder));
+    if (!entry || !IsThere(*entry))
+        return 0;
+    entry->duration = static_cast<double>(_wtol(WString(text).c_str()));
+    list.Add(entry.release(), -1);
+    return 1;
+}

@@ -1,0 +1,19 @@
+#include "library/song_names.h"
+
+SongNames::SongNames()
+{
+    AddAll(PlayList);
+    AddAll(CardSongList);
+}
+
+void SongNames::Add(const CPtrListCtrl& list, const MediaFileEntry& entry)
+{
+    if (&list == &PlayList || &list == &CardSongList)
+        m_names.insert(entry.fileName);
+}
+
+void SongNames::AddAll(const CPtrListCtrl& list)
+{
+    for (std::int32_t i = 0; i < list.GetCount(); ++i)
+        m_names.insert(static_cast<const MediaFileEntry*>(list.GetAt(i))->fileName);
+}

@@ -1,0 +1,33 @@
+// The Linux program: reads its options, lays out the device tree, opens the display, and runs the player in it.
+#include "platform/linux/display/display.h"
+#include "platform/linux/host/options.h"
+#include "platform/linux/host/session.h"
+
+#include <cstdio>
+#include <string>
+#include <vector>
+
+namespace {
+
+constexpr int kBadOptions = 2;
+
+} // namespace
+
+int main(int count, char** arguments)
+{
+    using namespace cardsong::host;
+    Options options;
+    if (const auto error = ReadOptions({ arguments + 1, arguments + count }, options)) {
+        std::fprintf(stderr, "cardsong: %s\n", error->message.c_str());
+        return kBadOptions;
+    }
+    if (options.showHelp) {
+        std::fputs(options.helpText.c_str(), stdout);
+        return 0;
+    }
+    if (options.showVersion) {
+        std::puts("cardsong " CARDSONG_VERSION);
+        return 0;
+    }
+    return RunSession(options);
+}

@@ -1,0 +1,91 @@
+#include "platform/linux/host/options.h"
+
+#include <gtest/gtest.h>
+
+using namespace cardsong::host;
+
+namespace {
+
+Options Read(const std::vector<std::string>& arguments)
+{
+    Options options;
+    const auto error = ReadOptions(arguments, options);
+    EXPECT_FALSE(error.has_value()) << error->message;
+    return options;
+}
+
+std::string ErrorOf(const std::vector<std::string>& arguments)
+{
+    Options options;
+    const auto error = ReadOptions(arguments, options);
+    return error ? error->message : "";
+}
+
+} // namespace
+
+TEST(Options, EveryOptionReachesItsField)
+{
+    const Options options =
+        Read({ "--device", "/d", "--card=/c", "--language", "zh-TW", "--scale", "3", "--headless", "--run-for", "2.5",
+               "--keys", "Enter", "--screenshot", "s.png", "--audio-sink", "null", "--fill", "--verbose" });
+    EXPECT_EQ(options.deviceDirectory, "/d");
+    EXPECT_EQ(options.cardDirectory, "/c");
+    EXPECT_EQ(options.language, 0x0404);
+    EXPECT_EQ(options.scale, 3);
+    EXPECT_TRUE(options.headless);
+    EXPECT_DOUBLE_EQ(options.runForSeconds, 2.5);
+    EXPECT_EQ(options.keyScript, "Enter");
+    EXPECT_EQ(options.screenshotFile, "s.png");
+    EXPECT_EQ(options.audioSink, "null");
+    EXPECT_TRUE(options.fill);
+    EXPECT_TRUE(options.verbose);
+    EXPECT_FALSE(options.fullScreen);
+    EXPECT_FALSE(options.showHelp);
+    EXPECT_FALSE(options.showVersion);
+}
+
+TEST(Options, WithoutOptionsTheUsersOwnFoldersAreTaken)
+{
+    const Options options = Read({});
+    EXPECT_TRUE(options.deviceDirectory.ends_with("/cardsong")) << options.deviceDirectory;
+    EXPECT_FALSE(options.cardDirectory.empty());
+    EXPECT_NE(options.language, 0);
+    EXPECT_EQ(options.scale, 0);
+    EXPECT_EQ(options.runForSeconds, 0);
+}
+
+TEST(Options, BadOptionsGetOneLineThatSaysWhatIsWrong)
+{
+    const std::vector<std::vector<std::string>> bad{ { "--nonsense" },       { "--scale", "0" },
+                                                     { "--scale", "2x" },    { "--scale", "17" },
+                                                     { "--scale" },          { "--language", "klingon" },
+                                                     { "--run-for", "-1" },  { "--run-for", "soon" },
+                                                     { "--run-for", "nan" }, { "stray" },
+                                                     { "--scale", "-3" },    { "--fullscreen", "--scale", "2" } };
+    for (const auto& arguments : bad) {
+        const std::string message = ErrorOf(arguments);
+        EXPECT_FALSE(message.empty()) << arguments[0];
+        EXPECT_EQ(message.find('\n'), std::string::npos) << message;
+    }
+}
+
+TEST(Options, HelpNamesEveryOption)
+{
+    const Options options = Read({ "--help" });
+    EXPECT_TRUE(options.showHelp);
+    for (const char* name : { "--device", "--card", "--language", "--scale", "--fullscreen", "--headless", "--run-for",
+                              "--keys", "--screenshot", "--audio-sink", "--fill", "--verbose", "--version", "--help" })
+        EXPECT_NE(options.helpText.find(name), std::string::npos) << name;
+}
+
+TEST(Options, LanguageTagsInEveryUsualForm)
+{
+    for (const char* tag : { "zh-TW", "zh_TW.UTF-8", "zh-Hant", "zh_HK", "0404", "ZH-tw" })
+        EXPECT_EQ(LanguageFromTag(tag), 0x0404) << tag;
+    for (const char* tag : { "zh-CN", "zh_CN.GB18030", "zh", "zh-Hans-CN", "zh_SG", "0804" })
+        EXPECT_EQ(LanguageFromTag(tag), 0x0804) << tag;
+    for (const char* tag : { "en", "en_GB.UTF-8", "en-US@euro", "0409" })
+        EXPECT_EQ(LanguageFromTag(tag), 0x0409) << tag;
+    for (const char* tag : { "C", "POSIX", "", "de_DE", "e" })
+        EXPECT_EQ(LanguageFromTag(tag), 0) << tag;
+}

@@ -1,0 +1,112 @@
+#include "platform/linux/gdi/bitmaps.h"
+
+#include "platform/linux/gdi/context.h"
+
+#include <cstring>
+
+namespace cardsong::gdi {
+
+std::int64_t PaddedRow(std::int64_t widthPx)
+{
+    return (widthPx + 1) & ~std::int64_t{ 1 };
+}
+
+PixelMemory AllocatePixels(std::int64_t rowWords, std::int64_t rows)
+{
+    if (rowWords <= 0 || rows <= 0 || rowWords > kMaxBitmapSidePx + 1 || rows > kMaxBitmapSidePx ||
+        rows > kMaxBitmapPixels / rowWords)
+        return nullptr;
+    return PixelMemory(static_cast<std::uint16_t*>(std::calloc(static_cast<std::size_t>(rowWords * rows), 2)));
+}
+
+std::unique_ptr<Bitmap> MakeBitmap(int widthPx, int heightPx)
+{
+    const std::int64_t rowWords = PaddedRow(widthPx);
+    auto pixels = widthPx > 0 ? AllocatePixels(rowWords, heightPx) : nullptr;
+    if (!pixels)
+        return nullptr;
+    auto bitmap = std::make_unique<Bitmap>();
+    bitmap->surface = { pixels.get(), rowWords, widthPx, heightPx };
+    bitmap->rowBytes = widthPx * 2;
+    bitmap->pixels = std::move(pixels);
+    return bitmap;
+}
+
+namespace {
+
+// The player's pictures are RGB565 with the three masks behind the header; other layouts are refused.
+bool DescribesRgb565(const BITMAPINFO& info)
+{
+    const BITMAPINFOHEADER& header = info.bmiHeader;
+    if (header.biSize < sizeof(BITMAPINFOHEADER) || header.biPlanes != 1 || header.biBitCount != 16 ||
+        header.biCompression != BI_BITFIELDS)
+        return false;
+    constexpr DWORD kMasks[3] = { 0xF800, 0x07E0, 0x001F };
+    return std::memcmp(reinterpret_cast<const BYTE*>(&info) + sizeof(BITMAPINFOHEADER), kMasks, sizeof(kMasks)) == 0;
+}
+
+std::unique_ptr<Bitmap> MakeSection(LONG widthPx, LONG signedHeight)
+{
+    const std::int64_t height = std::abs(static_cast<std::int64_t>(signedHeight));
+    const std::int64_t rowWords = PaddedRow(widthPx);
+    auto pixels = widthPx > 0 ? AllocatePixels(rowWords, height) : nullptr;
+    if (!pixels)
+        return nullptr;
+    auto bitmap = std::make_unique<Bitmap>();
+    const bool topDown = signedHeight < 0;
+    std::uint16_t* top = topDown ? pixels.get() : pixels.get() + (height - 1) * rowWords;
+    bitmap->surface = { top, topDown ? rowWords : -rowWords, widthPx, static_cast<int>(height) };
+    bitmap->rowBytes = static_cast<LONG>(rowWords * 2);
+    bitmap->pixels = std::move(pixels);
+    bitmap->isSection = true;
+    return bitmap;
+}
+
+} // namespace
+
+} // namespace cardsong::gdi
+
+using namespace cardsong::gdi;
+
+HBITMAP CreateCompatibleBitmap(HDC like, int widthPx, int heightPx)
+{
+    const std::lock_guard lock(RoomLock());
+    if (Find<Context>(like) == nullptr)
+        return nullptr;
+    if (widthPx == 0 || heightPx == 0)
+        return static_cast<HBITMAP>(DefaultBitmap());
+    auto bitmap = MakeBitmap(widthPx, heightPx);
+    return bitmap ? static_cast<HBITMAP>(AddObject(std::move(bitmap))) : nullptr;
+}
+
+HBITMAP CreateDIBSection(HDC, const BITMAPINFO* info, UINT usage, void** bits, HANDLE section, DWORD)
+{
+    if (bits != nullptr)
+        *bits = nullptr;
+    if (info == nullptr || usage != DIB_RGB_COLORS || section != nullptr || !DescribesRgb565(*info))
+        return nullptr;
+    const std::lock_guard lock(RoomLock());
+    auto bitmap = MakeSection(info->bmiHeader.biWidth, info->bmiHeader.biHeight);
+    if (!bitmap)
+        return nullptr;
+    std::uint16_t* pixels = bitmap->pixels.get();
+    const HANDLE handle = AddObject(std::move(bitmap));
+    if (handle != nullptr && bits != nullptr)
+        *bits = pixels;
+    return static_cast<HBITMAP>(handle);
+}
+
+COLORREF GetPixel(HDC handle, int x, int y)
+{
+    const std::lock_guard lock(RoomLock());
+    const Context* context = Find<Context>(handle);
+    if (context == nullptr)
+        return CLR_INVALID;
+    const RECT asked = RectOf(RangeOf(x, 1), RangeOf(y, 1));
+    const RECT pixel = ToTarget(*context, asked);
+    for (const RECT& visible : context->visible) {
+        if (!IsEmpty(Intersect(pixel, visible)))
+            return ColorFromPixel(*context->target.At(pixel.left, pixel.top));
+    }
+    return CLR_INVALID;
+}

@@ -1,0 +1,233 @@
+#include "platform/linux/gdi/bitmaps.h"
+#include "platform/linux/gdi/context.h"
+
+#include <cstring>
+#include <optional>
+#include <utility>
+
+namespace cardsong::gdi {
+namespace {
+
+// One axis of a blit: which source pixels each target pixel is made of, all in the surfaces' own pixels.
+class Axis {
+public:
+    Axis(std::int64_t target, std::int64_t targetExtent, std::int64_t source, std::int64_t sourceExtent)
+        : m_target(RangeOf(target, targetExtent)), m_source(RangeOf(source, sourceExtent)),
+          m_mirrored((targetExtent < 0) != (sourceExtent < 0))
+    {
+    }
+    Range Target() const { return m_target; }
+    std::int64_t TargetLength() const { return m_target.high - m_target.low; }
+    std::int64_t SourceLength() const { return m_source.high - m_source.low; }
+    bool IsCopy() const { return TargetLength() == SourceLength() && !m_mirrored; }
+    std::int64_t Offset() const { return m_source.low - m_target.low; }
+
+    // The one source pixel that stands for target pixel `at`.
+    std::int64_t Nearest(std::int64_t at) const
+    {
+        return Mirror((at - m_target.low) * SourceLength() / TargetLength());
+    }
+
+    // All source pixels that fall on target pixel `at`. A line shrunk to one pixel leaves its last pixel out, as the
+    // real system does.
+    Range Merged(std::int64_t at) const
+    {
+        const std::int64_t from = (at - m_target.low) * SourceLength() / TargetLength();
+        std::int64_t to = (at - m_target.low + 1) * SourceLength() / TargetLength();
+        if (TargetLength() == 1 && SourceLength() > 1)
+            --to;
+        if (to <= from)
+            to = from + 1;
+        const std::int64_t a = Mirror(from);
+        const std::int64_t b = Mirror(to - 1);
+        return { std::min(a, b), std::max(a, b) + 1 };
+    }
+
+private:
+    std::int64_t Mirror(std::int64_t index) const
+    {
+        return m_mirrored ? m_source.high - 1 - index : m_source.low + index;
+    }
+
+    Range m_target;
+    Range m_source;
+    bool m_mirrored;
+};
+
+struct Blit {
+    const Context& target;
+    Surface source;
+    Axis x;
+    Axis y;
+};
+
+RECT CutTarget(const Blit& blit)
+{
+    return Intersect(RectOf(blit.x.Target(), blit.y.Target()), blit.target.target.Bounds());
+}
+
+// Target pixels of an unscaled blit that have a source pixel.
+RECT CutToSource(const Blit& blit)
+{
+    const Range sourceX = { -blit.x.Offset(), blit.source.widthPx - blit.x.Offset() };
+    const Range sourceY = { -blit.y.Offset(), blit.source.heightPx - blit.y.Offset() };
+    return Intersect(CutTarget(blit), RectOf(sourceX, sourceY));
+}
+
+template <typename CopyRow>
+void CopyRows(const Blit& blit, CopyRow copyRow)
+{
+    const Surface& target = blit.target.target;
+    ForEachVisiblePart(blit.target, CutToSource(blit), [&](const RECT& part) {
+        const auto count = static_cast<std::size_t>(part.right - part.left);
+        const int sourceX = static_cast<int>(part.left + blit.x.Offset());
+        for (LONG y = part.top; y < part.bottom; ++y)
+            copyRow(target.At(part.left, y), blit.source.At(sourceX, static_cast<int>(y + blit.y.Offset())), count);
+    });
+}
+
+void CopyKeyed(std::uint16_t* target, const std::uint16_t* source, std::size_t count, std::uint16_t key)
+{
+    for (std::size_t i = 0; i < count; ++i)
+        target[i] = source[i] == key ? target[i] : source[i];
+}
+
+// ANDs the source pixels of one target pixel; nothing when none of them lies within the source.
+std::optional<std::uint16_t> Merge(const Surface& source, Range x, Range y)
+{
+    const RECT box = Intersect(RectOf(x, y), source.Bounds());
+    if (IsEmpty(box))
+        return std::nullopt;
+    unsigned merged = 0xFFFF;
+    for (LONG row = box.top; row < box.bottom; ++row) {
+        for (LONG column = box.left; column < box.right; ++column)
+            merged &= *source.At(column, row);
+    }
+    return static_cast<std::uint16_t>(merged);
+}
+
+void StretchMerging(const Blit& blit)
+{
+    ForEachVisiblePart(blit.target, CutTarget(blit), [&](const RECT& part) {
+        for (LONG y = part.top; y < part.bottom; ++y) {
+            const Range rows = blit.y.Merged(y);
+            for (LONG x = part.left; x < part.right; ++x) {
+                if (const auto pixel = Merge(blit.source, blit.x.Merged(x), rows))
+                    *blit.target.target.At(x, y) = *pixel;
+            }
+        }
+    });
+}
+
+void StretchKeyed(const Blit& blit, std::uint16_t key)
+{
+    ForEachVisiblePart(blit.target, CutTarget(blit), [&](const RECT& part) {
+        for (LONG y = part.top; y < part.bottom; ++y) {
+            const std::int64_t sourceY = blit.y.Nearest(y);
+            for (LONG x = part.left; x < part.right; ++x) {
+                const std::int64_t sourceX = blit.x.Nearest(x);
+                if (sourceX < 0 || sourceX >= blit.source.widthPx || sourceY < 0 || sourceY >= blit.source.heightPx)
+                    continue;
+                const std::uint16_t pixel = *blit.source.At(static_cast<int>(sourceX), static_cast<int>(sourceY));
+                if (pixel != key)
+                    *blit.target.target.At(x, y) = pixel;
+            }
+        }
+    });
+}
+
+// A surface copied onto itself is read from here, whatever way the two places overlap.
+PixelMemory Duplicate(Surface& surface)
+{
+    auto pixels = AllocatePixels(surface.widthPx, surface.heightPx);
+    if (!pixels)
+        return nullptr;
+    for (int y = 0; y < surface.heightPx; ++y)
+        std::copy_n(surface.At(0, y), surface.widthPx, pixels.get() + static_cast<std::ptrdiff_t>(y) * surface.widthPx);
+    surface.top = pixels.get();
+    surface.rowWords = surface.widthPx;
+    return pixels;
+}
+
+struct Ends {
+    Context* target;
+    Context* source;
+};
+
+// Finds both contexts, prepares the source and runs `draw`; false when a handle is dead or memory is short.
+template <typename Draw>
+bool WithSource(HDC target, HDC source, Draw draw)
+{
+    const std::lock_guard lock(RoomLock());
+    const Ends ends = { Find<Context>(target), Find<Context>(source) };
+    if (ends.target == nullptr || ends.source == nullptr)
+        return false;
+    Surface from = ends.source->target;
+    PixelMemory copy;
+    if (from.top == ends.target->target.top) {
+        copy = Duplicate(from);
+        if (!copy)
+            return false;
+    }
+    draw(*ends.target, ends.source->origin, from);
+    return true;
+}
+
+} // namespace
+} // namespace cardsong::gdi
+
+using namespace cardsong::gdi;
+
+BOOL BitBlt(HDC target, int x, int y, int widthPx, int heightPx, HDC source, int sourceX, int sourceY, DWORD operation)
+{
+    return StretchBlt(target, x, y, widthPx, heightPx, source, sourceX, sourceY, widthPx, heightPx, operation);
+}
+
+BOOL StretchBlt(HDC target, int x, int y, int widthPx, int heightPx, HDC source, int sourceX, int sourceY,
+                int sourceWidthPx, int sourceHeightPx, DWORD operation)
+{
+    if (operation != SRCCOPY)
+        return FALSE;
+    return WithSource(target, source, [&](const Context& to, POINT sourceOrigin, const Surface& from) {
+        if (widthPx == 0 || heightPx == 0 || sourceWidthPx == 0 || sourceHeightPx == 0)
+            return;
+        const Blit blit = {
+            to,
+            from,
+            { std::int64_t{ x } + to.origin.x, widthPx, std::int64_t{ sourceX } + sourceOrigin.x, sourceWidthPx },
+            { std::int64_t{ y } + to.origin.y, heightPx, std::int64_t{ sourceY } + sourceOrigin.y, sourceHeightPx }
+        };
+        if (!blit.x.IsCopy() || !blit.y.IsCopy()) {
+            StretchMerging(blit);
+            return;
+        }
+        CopyRows(blit, [](std::uint16_t* out, const std::uint16_t* in, std::size_t count) {
+            std::memcpy(out, in, count * sizeof(std::uint16_t));
+        });
+    });
+}
+
+BOOL TransparentImage(HDC target, int x, int y, int widthPx, int heightPx, HDC source, int sourceX, int sourceY,
+                      int sourceWidthPx, int sourceHeightPx, COLORREF key)
+{
+    if (widthPx < 0 || heightPx < 0 || sourceWidthPx < 0 || sourceHeightPx < 0)
+        return FALSE;
+    const std::uint16_t keyPixel = PixelFromColor(key);
+    return WithSource(target, source, [&](const Context& to, POINT sourceOrigin, const Surface& from) {
+        if (widthPx == 0 || heightPx == 0 || sourceWidthPx == 0 || sourceHeightPx == 0)
+            return;
+        const Blit blit = {
+            to,
+            from,
+            { std::int64_t{ x } + to.origin.x, widthPx, std::int64_t{ sourceX } + sourceOrigin.x, sourceWidthPx },
+            { std::int64_t{ y } + to.origin.y, heightPx, std::int64_t{ sourceY } + sourceOrigin.y, sourceHeightPx }
+        };
+        if (!blit.x.IsCopy() || !blit.y.IsCopy()) {
+            StretchKeyed(blit, keyPixel);
+            return;
+        }
+        CopyRows(blit, [keyPixel](std::uint16_t* out, const std::uint16_t* in, std::size_t count) {
+            CopyKeyed(out, in, count, keyPixel);
+        });
+    });
+}

@@ -1,0 +1,84 @@
+#include "platform/linux/gdi/bitmaps.h"
+#include "platform/linux/gdi/context.h"
+
+#include <cstring>
+
+namespace cardsong::gdi {
+namespace {
+
+void FillSolid(const Surface& target, const RECT& part, std::uint16_t pixel)
+{
+    for (LONG y = part.top; y < part.bottom; ++y)
+        std::fill_n(target.At(part.left, y), part.right - part.left, pixel);
+}
+
+LONG Remainder(std::int64_t value, std::int64_t divisor)
+{
+    const std::int64_t rest = value % divisor;
+    return static_cast<LONG>(rest < 0 ? rest + divisor : rest);
+}
+
+// The pattern starts at the context's 0,0 whatever is filled. A pattern as wide as the fill is one copy a row.
+void FillPattern(const Context& context, const RECT& part, const Surface& pattern)
+{
+    const LONG firstX = Remainder(static_cast<std::int64_t>(part.left) - context.origin.x, pattern.widthPx);
+    LONG patternY = Remainder(static_cast<std::int64_t>(part.top) - context.origin.y, pattern.heightPx);
+    for (LONG y = part.top; y < part.bottom; ++y) {
+        LONG patternX = firstX;
+        for (LONG x = part.left; x < part.right;) {
+            const LONG count = std::min<LONG>(pattern.widthPx - patternX, part.right - x);
+            std::memcpy(context.target.At(x, y), pattern.At(patternX, patternY), static_cast<std::size_t>(count) * 2);
+            x += count;
+            patternX = 0;
+        }
+        patternY = patternY + 1 == pattern.heightPx ? 0 : patternY + 1;
+    }
+}
+
+} // namespace
+} // namespace cardsong::gdi
+
+using namespace cardsong::gdi;
+
+HBRUSH CreateSolidBrush(COLORREF color)
+{
+    const std::lock_guard lock(RoomLock());
+    auto brush = std::make_unique<Brush>();
+    brush->pixel = PixelFromColor(color);
+    return static_cast<HBRUSH>(AddObject(std::move(brush)));
+}
+
+HBRUSH CreatePatternBrush(HBITMAP handle)
+{
+    const std::lock_guard lock(RoomLock());
+    const Bitmap* bitmap = Find<Bitmap>(handle);
+    if (bitmap == nullptr || !bitmap->pixels)
+        return nullptr;
+    const Surface& from = bitmap->surface;
+    auto brush = std::make_unique<Brush>();
+    brush->patternPixels = AllocatePixels(from.widthPx, from.heightPx);
+    if (!brush->patternPixels)
+        return nullptr;
+    brush->pattern = { brush->patternPixels.get(), from.widthPx, from.widthPx, from.heightPx };
+    for (int y = 0; y < from.heightPx; ++y)
+        std::copy_n(from.At(0, y), from.widthPx, brush->pattern.At(0, y));
+    return static_cast<HBRUSH>(AddObject(std::move(brush)));
+}
+
+int FillRect(HDC handle, const RECT* rect, HBRUSH brushHandle)
+{
+    const std::lock_guard lock(RoomLock());
+    const Context* context = Find<Context>(handle);
+    const Brush* brush = Find<Brush>(brushHandle);
+    if (context == nullptr || brush == nullptr || rect == nullptr)
+        return 0;
+    if (brush->isHollow)
+        return 1;
+    ForEachVisiblePart(*context, ToTarget(*context, *rect), [&](const RECT& part) {
+        if (brush->patternPixels)
+            FillPattern(*context, part, brush->pattern);
+        else
+            FillSolid(context->target, part, brush->pixel);
+    });
+    return 1;
+}

@@ -1,0 +1,148 @@
+#include "platform/linux/gdi/context.h"
+
+#include "platform/linux/gdi/screen.h"
+
+#include <utility>
+
+namespace cardsong::gdi {
+
+HDC AddContext(std::unique_ptr<Context> context)
+{
+    Context& made = *context;
+    made.brush = StockObject(WHITE_BRUSH);
+    made.pen = StockObject(BLACK_PEN);
+    made.font = StockObject(SYSTEM_FONT);
+    return static_cast<HDC>(AddObject(std::move(context)));
+}
+
+void RemoveContext(HDC handle)
+{
+    Context* context = Find<Context>(handle);
+    if (context == nullptr)
+        return;
+    for (const HANDLE held : { context->bitmap, context->brush, context->pen, context->font })
+        ReleaseObject(held);
+    RemoveObject(handle);
+}
+
+RECT ToTarget(const Context& context, const RECT& rect)
+{
+    const auto shift = [](LONG value, LONG by) { return static_cast<std::int64_t>(value) + by; };
+    const RECT moved = RectOf({ shift(rect.left, context.origin.x), shift(rect.right, context.origin.x) },
+                              { shift(rect.top, context.origin.y), shift(rect.bottom, context.origin.y) });
+    return Intersect(moved, context.target.Bounds());
+}
+
+namespace {
+
+void DrawOn(Context& context, const Surface& surface)
+{
+    context.target = surface;
+    context.visible.assign(1, surface.Bounds());
+}
+
+HANDLE SelectBitmap(Context& context, HANDLE handle, Bitmap& bitmap)
+{
+    const bool isDefault = handle == DefaultBitmap();
+    if (context.isScreen || (!isDefault && handle != context.bitmap && bitmap.selections > 0))
+        return nullptr;
+    const HANDLE before = context.bitmap;
+    HoldObject(handle);
+    context.bitmap = handle;
+    DrawOn(context, isDefault ? Surface{ context.ownPixel, 2, 1, 1 } : bitmap.surface);
+    ReleaseObject(before);
+    return before;
+}
+
+HANDLE Exchange(HANDLE& held, HANDLE next)
+{
+    const HANDLE before = held;
+    HoldObject(next);
+    held = next;
+    ReleaseObject(before);
+    return before;
+}
+
+} // namespace
+
+} // namespace cardsong::gdi
+
+using namespace cardsong::gdi;
+
+HDC CreateCompatibleDC(HDC like)
+{
+    const std::lock_guard lock(RoomLock());
+    if (like != nullptr && Find<Context>(like) == nullptr)
+        return nullptr;
+    auto context = std::make_unique<Context>();
+    context->bitmap = DefaultBitmap();
+    HoldObject(context->bitmap);
+    DrawOn(*context, { context->ownPixel, 2, 1, 1 });
+    return AddContext(std::move(context));
+}
+
+BOOL DeleteDC(HDC handle)
+{
+    const std::lock_guard lock(RoomLock());
+    const Context* context = Find<Context>(handle);
+    if (context == nullptr || context->isScreen)
+        return FALSE;
+    RemoveContext(handle);
+    return TRUE;
+}
+
+HGDIOBJ SelectObject(HDC handle, HGDIOBJ chosen)
+{
+    const std::lock_guard lock(RoomLock());
+    Context* context = Find<Context>(handle);
+    Object* object = FindObject(chosen);
+    if (context == nullptr || object == nullptr)
+        return nullptr;
+    switch (object->kind) {
+    case ObjectKind::Bitmap: return SelectBitmap(*context, chosen, static_cast<Bitmap&>(*object));
+    case ObjectKind::Brush: return Exchange(context->brush, chosen);
+    case ObjectKind::Pen: return Exchange(context->pen, chosen);
+    case ObjectKind::Font: return Exchange(context->font, chosen);
+    case ObjectKind::Context: break;
+    }
+    return nullptr;
+}
+
+int GetDeviceCaps(HDC handle, int index)
+{
+    const std::lock_guard lock(RoomLock());
+    if (Find<Context>(handle) == nullptr)
+        return 0;
+    constexpr int kDotsPerInch = 96;
+    switch (index) {
+    case LOGPIXELSX:
+    case LOGPIXELSY: return kDotsPerInch;
+    case BITSPIXEL: return 16;
+    case HORZRES: return kScreenWidthPx;
+    case VERTRES: return kScreenHeightPx;
+    default: return 0;
+    }
+}
+
+COLORREF SetTextColor(HDC handle, COLORREF color)
+{
+    const std::lock_guard lock(RoomLock());
+    Context* context = Find<Context>(handle);
+    return context != nullptr ? std::exchange(context->textColor, color) : CLR_INVALID;
+}
+
+COLORREF SetBkColor(HDC handle, COLORREF color)
+{
+    const std::lock_guard lock(RoomLock());
+    Context* context = Find<Context>(handle);
+    return context != nullptr ? std::exchange(context->backColor, color) : CLR_INVALID;
+}
+
+int SetBkMode(HDC handle, int mode)
+{
+    const std::lock_guard lock(RoomLock());
+    Context* context = Find<Context>(handle);
+    if (context == nullptr || (mode != TRANSPARENT && mode != OPAQUE))
+        return 0;
+    return std::exchange(context->backMode, mode);
+}

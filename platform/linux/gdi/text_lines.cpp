@@ -1,0 +1,128 @@
+#include "platform/linux/gdi/text_lines.h"
+
+#include <algorithm>
+
+namespace cardsong::gdi {
+namespace {
+
+constexpr std::u16string_view kEllipsis = u"...";
+
+bool IsBlank(char16_t unit)
+{
+    return unit == u' ' || unit == u'\t';
+}
+bool IsLineEnd(char16_t unit)
+{
+    return unit == u'\r' || unit == u'\n';
+}
+
+// Ideographs, kana, hangul and full-width forms: a line may break before and after each of them.
+bool IsIdeographic(char16_t unit)
+{
+    return (unit >= 0x2E80 && unit < 0xA000) || (unit >= 0xAC00 && unit < 0xD7B0) ||
+           (unit >= 0xF900 && unit < 0xFB00) || (unit >= 0xFF00 && unit < 0xFFF0);
+}
+
+// Closing punctuation that never begins a line.
+bool ClosesPhrase(char16_t unit)
+{
+    constexpr std::u16string_view kClosing =
+        u",.!?;:)]}\u3001\u3002\uFF0C\uFF0E\uFF01\uFF1F\uFF1B\uFF1A\uFF09\u300B\u300D\u300F\u3011\u2026\u2019\u201D";
+    return kClosing.find(unit) != std::u16string_view::npos;
+}
+
+bool MayBreakBefore(std::u16string_view text, std::size_t at)
+{
+    const char16_t before = text[at - 1];
+    const char16_t after = text[at];
+    if (IsBlank(after) || ClosesPhrase(after) || (after & 0xFC00) == 0xDC00)
+        return false;
+    return IsBlank(before) || IsIdeographic(before) || IsIdeographic(after);
+}
+
+// Cuts one paragraph, whose first unit is `start` of the whole text.
+void CutWords(const FontFace& face, std::u16string_view paragraph, std::size_t start, int widthPx,
+              std::vector<TextLine>& lines)
+{
+    const std::vector<int> extents = TextExtents(face, paragraph);
+    std::size_t lineStart = 0;
+    std::size_t lastBreak = 0;
+    const auto widthTo = [&](std::size_t end) {
+        return extents[end - 1] - (lineStart > 0 ? extents[lineStart - 1] : 0);
+    };
+    const auto endLine = [&](std::size_t end) {
+        while (end > lineStart && end < paragraph.size() && IsBlank(paragraph[end - 1]))
+            --end;
+        lines.push_back({ start + lineStart, end - lineStart });
+    };
+    for (std::size_t at = 1; at <= paragraph.size(); ++at) {
+        // Blanks hang over the edge; what may not lie beyond it is the first unit of something to be seen.
+        if (!IsBlank(paragraph[at - 1]) && widthTo(at) > widthPx && lastBreak > lineStart) {
+            endLine(lastBreak);
+            lineStart = lastBreak;
+        }
+        if (at < paragraph.size() && MayBreakBefore(paragraph, at)) {
+            if (widthTo(at) > widthPx && lastBreak == lineStart && !IsBlank(paragraph[at - 1])) {
+                endLine(at); // a word too wide for any line stands alone
+                lineStart = at;
+            }
+            lastBreak = at;
+        }
+    }
+    endLine(paragraph.size());
+}
+
+} // namespace
+
+PrefixedText ResolvePrefixes(std::u16string_view text)
+{
+    PrefixedText shown;
+    shown.text.reserve(text.size());
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        if (text[i] == u'&') {
+            if (++i == text.size())
+                break;
+            if (text[i] != u'&')
+                shown.underlined = shown.text.size();
+        }
+        shown.text.push_back(text[i]);
+    }
+    return shown;
+}
+
+std::vector<TextLine> CutLines(const FontFace& face, std::u16string_view text, std::optional<int> widthPx)
+{
+    std::vector<TextLine> lines;
+    std::size_t start = 0;
+    while (start <= text.size()) {
+        std::size_t end = start;
+        while (end < text.size() && !IsLineEnd(text[end]))
+            ++end;
+        const auto paragraph = text.substr(start, end - start);
+        if (widthPx && !paragraph.empty())
+            CutWords(face, paragraph, start, *widthPx, lines);
+        else
+            lines.push_back({ start, end - start });
+        if (end == text.size())
+            break;
+        start = text.compare(end, 2, u"\r\n") == 0 ? end + 2 : end + 1;
+        if (start == text.size())
+            break; // a line end at the very end opens no further line
+    }
+    return lines;
+}
+
+std::u16string ShortenLine(const FontFace& face, std::u16string_view line, int widthPx)
+{
+    if (TextWidth(face, line) <= widthPx)
+        return std::u16string(line);
+    const int room = widthPx - TextWidth(face, kEllipsis);
+    const std::vector<int> extents = TextExtents(face, line);
+    const auto fit = std::upper_bound(extents.begin(), extents.end(), room) - extents.begin();
+    std::size_t kept = std::max<std::size_t>(1, static_cast<std::size_t>(fit)); // something is always shown
+    if (kept < line.size() && (line[kept] & 0xFC00) == 0xDC00)
+        kept = kept > 1 ? kept - 1 : 2;
+    return std::u16string(line.substr(0, std::min(kept, line.size()))).append(kEllipsis);
+}
+
+} // namespace cardsong::gdi

@@ -1,0 +1,113 @@
+// How a skinned button draws itself; what it is and holds stands in skin_button.cpp.
+#include "gui/skin_button.h"
+
+#include <algorithm>
+#include <optional>
+
+namespace {
+
+int Width(const RECT& rect)
+{
+    return rect.right - rect.left;
+}
+int Height(const RECT& rect)
+{
+    return rect.bottom - rect.top;
+}
+
+// Nothing when the request draws nothing.
+std::optional<ButtonFace> FaceFor(const DRAWITEMSTRUCT& request)
+{
+    switch (request.itemAction) {
+    case ODA_DRAWENTIRE: return (request.itemState & ODS_DISABLED) != 0 ? ButtonFace::Disabled : ButtonFace::Normal;
+    case ODA_SELECT: return (request.itemState & ODS_SELECTED) != 0 ? ButtonFace::Pressed : ButtonFace::Normal;
+    default: return std::nullopt;
+    }
+}
+
+} // namespace
+
+// A button never keeps the keyboard focus: asked to draw itself with it, it hands the focus on, so that the keys go on
+// reaching its owner.
+void SkinButton::HandFocusOn(const DRAWITEMSTRUCT& request) const
+{
+    const bool isReleased = request.itemAction == ODA_SELECT && (request.itemState & ODS_SELECTED) == 0;
+    if ((request.itemState & ODS_FOCUS) != 0 && (isReleased || request.itemAction == ODA_FOCUS) &&
+        m_focusOwner != nullptr)
+        SetFocus(m_focusOwner);
+}
+
+void SkinButton::DrawItem(const DRAWITEMSTRUCT& request)
+{
+    HandFocusOn(request);
+    const auto face = FaceFor(request);
+    if (!face)
+        return;
+    DrawFace(request.hDC, request.rcItem, *face);
+    DrawCaption(request.hDC, request.rcItem);
+}
+
+void SkinButton::DrawItemComposed(const DRAWITEMSTRUCT& request)
+{
+    HandFocusOn(request);
+    const auto face = FaceFor(request);
+    if (!face)
+        return;
+    SkinImage* image = Face(*face);
+    const RECT& item = request.rcItem;
+    const int widthPx = std::max<int>(Width(item), image != nullptr ? image->WidthPx() : 0);
+    const int heightPx = std::max<int>(Height(item), image != nullptr ? image->HeightPx() : 0);
+    const RECT whole = { 0, 0, widthPx, heightPx };
+    const UniqueBitmap copy(CreateCompatibleBitmap(request.hDC, widthPx, heightPx));
+    const UniqueMemoryContext context(CreateCompatibleDC(request.hDC));
+    const SelectedObject selected(context.Get(), copy.Get());
+    const UniqueBrush seeThrough(CreateSolidBrush(m_keyColor));
+    FillRect(context.Get(), &whole, seeThrough.Get());
+    if (image != nullptr) {
+        DrawBackground(request.hDC, item);
+        BitBlt(context.Get(), 0, 0, image->WidthPx(), image->HeightPx(), image->Context(request.hDC), 0, 0, SRCCOPY);
+    }
+    DrawCaption(context.Get(), { 0, 0, Width(item), Height(item) });
+    TransparentImage(request.hDC, item.left, item.top, widthPx, heightPx, context.Get(), 0, 0, widthPx, heightPx,
+                     m_keyColor);
+}
+
+void SkinButton::DrawInto(HDC target)
+{
+    DrawFace(target, m_place, IsEnabled() ? ButtonFace::Normal : ButtonFace::Disabled);
+    DrawCaption(target, m_place);
+}
+
+void SkinButton::DrawBackground(HDC target, const RECT& rect)
+{
+    if (m_backgroundSource == nullptr || *m_backgroundSource == nullptr)
+        return;
+    if (!m_backgroundContext)
+        m_backgroundContext.Reset(CreateCompatibleDC(target));
+    // Selected for this one copy only: the bitmap is another's, who may select it or put a new one in its place.
+    const SelectedObject source(m_backgroundContext.Get(), *m_backgroundSource);
+    BitBlt(target, rect.left, rect.top, Width(rect), Height(rect), m_backgroundContext.Get(), m_place.left, m_place.top,
+           SRCCOPY);
+}
+
+void SkinButton::DrawFace(HDC target, const RECT& rect, ButtonFace face)
+{
+    SkinImage* image = Face(face);
+    if (image == nullptr)
+        return;
+    DrawBackground(target, rect);
+    image->DrawKeyed(target, rect.left, rect.top, m_keyColor);
+}
+
+void SkinButton::DrawCaption(HDC target, const RECT& rect)
+{
+    if (m_caption[0] == 0)
+        return;
+    const SelectedObject font(target, m_font.Get(target, m_fontSizePoints));
+    const int modeBefore = SetBkMode(target, TRANSPARENT);
+    const COLORREF colorBefore = SetTextColor(target, m_textColor);
+    RECT area = rect;
+    DrawTextW(target, m_caption.data(), -1, &area, DT_CENTER | DT_VCENTER | DT_SINGLELINE);
+    SetTextColor(target, colorBefore);
+    SetBkMode(target, modeBefore);
+}

@@ -1,0 +1,23 @@
+// Where the buttons of a soft-key bar lie and which skin they wear. Knows no window.
+#pragma once
+
+#include "gui/skin_button.h"
+
+#include <optional>
+#include <span>
+#include <vector>
+
+constexpr int kSoftKeyTopPx = 208;
+constexpr int kSoftKeyHeightPx = 32;
+
+// One button of a bar. An empty slot has id 0.
+struct SoftKeyPlan {
+    UINT id = 0;
+    RECT place = {};
+    ButtonImageSet skin = {};
+    bool takesCallersLook = false; // caption and image set of its slot, where the caller gave any
+};
+
+// One plan a button: `count`, or one more when a pair is among the first `count` ids. Missing ids are empty slots.
+// Nothing when `count` is not 2 to 7.
+std::optional<std::vector<SoftKeyPlan>> PlanSoftKeys(int count, std::span<const int> ids);

@@ -18,7 +18,6 @@ from PIL import Image
 import gif
 
 SHEET_WIDTH = 640
-STATE_CLASSES = {"normal": "normal", "down": "down", "disable": "disable", "on": "on", "check": "check"}
 
 
 class Picture:
@@ -47,14 +46,15 @@ def key_face(left, top, width, height, corner):
 
 def button_markup(button, form, state, skin):
     left, top, width, height = button["face"]
-    parts = [key_face(left, top, width, height, form["corner"])]
+    parts, carries = [key_face(left, top, width, height, form["corner"])], "captioned"
     if "glyph" in button:
+        carries = ""
         art, (wide, high) = read_art(skin / "glyphs", button["glyph"])
         x, y = left + (width - wide) // 2, top + (height - high) // 2
         parts.append(f'<g transform="translate({x} {y})">{art}</g>')
     if state == "on":
         parts.append(f'<rect class="on-bar" x="{left + width // 2 - 11}" y="{top + height - 7}" width="22" height="3" rx="1.5"/>')
-    return f'<g class="{form["class"]} {STATE_CLASSES[state]}">{"".join(parts)}</g>'
+    return f'<g class="{form["class"]} {carries} {state}">{"".join(parts)}</g>'
 
 
 def collect(skin):
@@ -63,7 +63,7 @@ def collect(skin):
     pictures = []
     for screen in plan["screens"]:
         art, size = read_art(skin / "screens", screen["art"])
-        markup = f'<g class="{STATE_CLASSES[screen.get("state", "normal")]}">{art}</g>'
+        markup = f'<g class="{screen.get("state", "normal")}">{art}</g>'
         pictures.append(Picture(screen["file"], markup, size, screen.get("over"), screen.get("keyed", False)))
     for button in plan["buttons"]:
         for state in button["states"]:

@@ -140,6 +140,10 @@ constexpr UINT SWP_HIDEWINDOW = 0x0080;
 
 constexpr UINT PM_NOREMOVE = 0;
 constexpr UINT PM_REMOVE = 1;
+constexpr UINT PM_QS_INPUT = 0x00070000;
+constexpr UINT PM_QS_PAINT = 0x00200000;
+constexpr UINT PM_QS_SENDMESSAGE = 0x00400000;
+constexpr UINT PM_QS_POSTMESSAGE = 0x00980000;
 
 // ---- dialogs ----
 constexpr UINT DM_GETDEFID = WM_USER + 0;
@@ -170,6 +174,7 @@ constexpr UINT BM_CLICK = 0x00F5;
 constexpr LRESULT BST_PUSHED = 0x0004;
 constexpr LRESULT BST_FOCUS = 0x0008;
 constexpr WORD BN_CLICKED = 0;
+constexpr WORD BN_DOUBLECLICKED = 5;
 constexpr WORD BN_SETFOCUS = 6;
 constexpr WORD BN_KILLFOCUS = 7;
 constexpr DWORD SS_SIMPLE = 0xB;

@@ -1,0 +1,63 @@
+// Everything that windows of all threads share, under one lock. The lock is never held while a window procedure, a
+// timer procedure or the presenter runs. A function that takes a Desktop& is called with the lock held; one that does
+// not, without.
+#pragma once
+
+#include "platform/linux/user/message_queue.h"
+#include "platform/linux/user/window.h"
+
+#include <functional>
+#include <memory>
+#include <mutex>
+#include <unordered_map>
+#include <vector>
+
+namespace cardsong::user {
+
+// A screen context that a program holds; it follows its window about.
+struct HeldContext {
+    HDC context = nullptr;
+    HWND window = nullptr; // null: the whole screen
+    bool isPaint = false;  // from BeginPaint: drawing stays inside `paintClip`
+    Region paintClip;      // in the window's coordinates
+    std::shared_ptr<ThreadQueue> painter;
+};
+
+struct Desktop {
+    Desktop();
+
+    std::mutex mutex;
+    WindowTable windows;
+    WindowRecord* root = nullptr; // the desktop window
+    ClassTable classes;
+    std::unordered_map<std::u16string, UINT> registeredMessages; // by folded name
+    std::vector<std::weak_ptr<ThreadQueue>> queues;
+    std::uint64_t treeVersion = 1; // grows when any window appears, goes, moves, shows or hides
+    std::vector<HeldContext> contexts;
+
+    HWND foreground = nullptr; // the top-level window that keys are meant for, even while the display is inactive
+    std::shared_ptr<ThreadQueue> foregroundQueue;
+    bool displayActive = true;
+    std::shared_ptr<ThreadQueue> pointerQueue; // had the last press; has the pointer until the release
+    bool pointerDown = false;
+    POINT pointer{};
+    std::shared_ptr<const std::function<void()>> presenter;
+};
+
+Desktop& TheDesktop();
+
+class LockedDesktop {
+public:
+    LockedDesktop() : m_desktop(TheDesktop()), m_lock(m_desktop.mutex) {}
+    Desktop* operator->() const { return &m_desktop; }
+    Desktop& operator*() const { return m_desktop; }
+    std::unique_lock<std::mutex>& Lock() { return m_lock; }
+    // The window, or null with the last error set to ERROR_INVALID_WINDOW_HANDLE.
+    WindowRecord* Find(HWND window) const;
+
+private:
+    Desktop& m_desktop;
+    std::unique_lock<std::mutex> m_lock;
+};
+
+} // namespace cardsong::user

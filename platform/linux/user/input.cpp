@@ -1,0 +1,103 @@
+#include "platform/linux/user/input.h"
+
+#include "platform/linux/kernel/clock.h"
+#include "platform/linux/user/desktop.h"
+
+namespace cardsong::user {
+
+namespace {
+
+constexpr std::size_t kMaxInput = 256; // a thread that never looks loses what comes later
+
+// The thread of the topmost window under the point; which window it is finds out when it takes the event.
+std::shared_ptr<ThreadQueue> QueueAt(const Desktop& desktop, POINT at)
+{
+    for (const WindowRecord* window : desktop.root->children) {
+        const RECT& rect = window->rect;
+        if (window->Has(WS_VISIBLE) && at.x >= rect.left && at.x < rect.right && at.y >= rect.top && at.y < rect.bottom)
+            return window->queue;
+    }
+    return nullptr;
+}
+
+std::shared_ptr<ThreadQueue> PointerReceiver(const Desktop& desktop, POINT at)
+{
+    if (desktop.pointerQueue != nullptr)
+        return desktop.pointerQueue;
+    if (desktop.foregroundQueue != nullptr && desktop.foregroundQueue->capture != nullptr)
+        return desktop.foregroundQueue;
+    return QueueAt(desktop, at);
+}
+
+void Enqueue(ThreadQueue& queue, InputEvent event)
+{
+    static std::uint64_t s_number = 0; // guarded by the desktop's lock
+    event.number = ++s_number;
+    event.timeMs = kernel::CurrentClock().NowMs();
+    auto& input = queue.input;
+    const bool continuesMove =
+        event.kind == InputKind::PointerMove && !input.empty() && input.back().kind == InputKind::PointerMove;
+    if (continuesMove)
+        input.pop_back();
+    if (input.size() < kMaxInput)
+        input.push_back(event);
+    Notify(queue);
+}
+
+void Point(InputKind kind, POINT at)
+{
+    LockedDesktop desktop;
+    desktop->pointer = at;
+    const auto queue = PointerReceiver(*desktop, at);
+    if (kind != InputKind::PointerMove)
+        desktop->pointerDown = kind == InputKind::PointerDown;
+    desktop->pointerQueue = desktop->pointerDown ? queue : nullptr;
+    if (queue == nullptr)
+        return;
+    InputEvent event;
+    event.kind = kind;
+    event.at = at;
+    event.isPointerDown = desktop->pointerDown;
+    Enqueue(*queue, event);
+}
+
+void Strike(InputKind kind, UINT key)
+{
+    LockedDesktop desktop;
+    if (key == 0 || key > 255 || !desktop->displayActive || desktop->foregroundQueue == nullptr)
+        return;
+    InputEvent event;
+    event.kind = kind;
+    event.at = desktop->pointer;
+    event.key = key;
+    Enqueue(*desktop->foregroundQueue, event);
+}
+
+} // namespace
+
+void PointerDown(POINT at)
+{
+    Point(InputKind::PointerDown, at);
+}
+
+void PointerMove(POINT at)
+{
+    Point(InputKind::PointerMove, at);
+}
+
+void PointerUp(POINT at)
+{
+    Point(InputKind::PointerUp, at);
+}
+
+void KeyDown(UINT key)
+{
+    Strike(InputKind::KeyDown, key);
+}
+
+void KeyUp(UINT key)
+{
+    Strike(InputKind::KeyUp, key);
+}
+
+} // namespace cardsong::user

@@ -1,0 +1,232 @@
+#include "platform/linux/user/message_loop.h"
+
+#include "platform/linux/ce/kernel.h"
+#include "platform/linux/kernel/clock.h"
+#include "platform/linux/user/desktop.h"
+#include "platform/linux/user/input_queue.h"
+#include "platform/linux/user/paint.h"
+#include "platform/linux/user/timers.h"
+#include "platform/linux/user/window_tree.h"
+
+#include <algorithm>
+
+namespace cardsong::user {
+
+bool MessageFilter::AllowsWindow(const Desktop& desktop, HWND candidate) const
+{
+    if (onlyThread)
+        return candidate == nullptr;
+    if (window == nullptr || window == candidate)
+        return true;
+    const WindowRecord* const record = desktop.windows.Find(candidate);
+    return record != nullptr && IsSameOrDescendant(desktop.windows.Find(window), record);
+}
+
+namespace {
+
+constexpr UINT kAllKinds = PM_QS_INPUT | PM_QS_POSTMESSAGE | PM_QS_PAINT | PM_QS_SENDMESSAGE;
+
+struct Search {
+    MessageFilter filter;
+    bool remove = true;
+    UINT kinds = kAllKinds; // PM_QS_... bits
+
+    bool Wants(UINT kind) const { return (kinds & kind) != 0; }
+};
+
+std::optional<MSG> TakePosted(const Desktop& desktop, ThreadQueue& queue, const Search& search)
+{
+    for (auto message = queue.posted.begin(); message != queue.posted.end(); ++message) {
+        if (!search.filter.AllowsMessage(message->message) || !search.filter.AllowsWindow(desktop, message->hwnd))
+            continue;
+        const MSG found = *message;
+        if (search.remove)
+            queue.posted.erase(message);
+        return found;
+    }
+    return std::nullopt;
+}
+
+std::optional<MSG> TakeQuit(const Desktop& desktop, ThreadQueue& queue, const Search& search)
+{
+    if (!queue.quitCode.has_value() || !queue.posted.empty())
+        return std::nullopt;
+    const auto code = static_cast<WPARAM>(*queue.quitCode);
+    if (search.remove)
+        queue.quitCode.reset();
+    return MakeMessage(desktop, nullptr, WM_QUIT, code, 0);
+}
+
+// A tick that was looked at and left becomes a posted message, so that it stays ahead of what is posted later.
+std::optional<MSG> TakeTick(const Desktop& desktop, ThreadQueue& queue, const Search& search)
+{
+    const auto tick = TakeDueTick(desktop, queue, search.filter);
+    if (tick.has_value() && !search.remove)
+        queue.posted.push_back(*tick);
+    return tick;
+}
+
+std::optional<MSG> TakePostedOrQuit(ThreadQueue& queue, const Search& search)
+{
+    LockedDesktop desktop;
+    queue.hasNews = false;
+    if (!search.Wants(PM_QS_POSTMESSAGE))
+        return std::nullopt;
+    if (const auto message = TakePosted(*desktop, queue, search))
+        return message;
+    return TakeQuit(*desktop, queue, search);
+}
+
+std::optional<MSG> TakePaintOrTick(const std::shared_ptr<ThreadQueue>& queue, const Search& search)
+{
+    LockedDesktop desktop;
+    if (search.Wants(PM_QS_PAINT) && queue->pendingPaints > 0 && search.filter.AllowsMessage(WM_PAINT)) {
+        const auto allows = [&](HWND window) { return search.filter.AllowsWindow(*desktop, window); };
+        if (const HWND window = FindWindowToPaint(*desktop, queue, allows))
+            return MakeMessage(*desktop, window, WM_PAINT, 0, 0);
+    }
+    if (!search.Wants(PM_QS_POSTMESSAGE))
+        return std::nullopt;
+    return TakeTick(*desktop, *queue, search);
+}
+
+std::optional<MSG> Retrieve(const std::shared_ptr<ThreadQueue>& queue, Search search, bool isMasked)
+{
+    if (ServeSentMessages() && isMasked)
+        return std::nullopt;
+    if (const auto message = TakePostedOrQuit(*queue, search))
+        return message;
+    if (search.Wants(PM_QS_INPUT))
+        if (const auto message = TakeInput(queue, search.filter, search.remove))
+            return message;
+    ServeSentMessages();
+    return TakePaintOrTick(queue, search);
+}
+
+// False when `window` is no window. The value -1 asks for the thread's own messages.
+bool MakeFilter(HWND window, UINT first, UINT last, MessageFilter& filter)
+{
+    filter.first = first;
+    filter.last = last;
+    filter.onlyThread = window == reinterpret_cast<HWND>(static_cast<LONG_PTR>(-1));
+    if (window == nullptr || filter.onlyThread)
+        return true;
+    filter.window = window;
+    LockedDesktop desktop;
+    return desktop.Find(window) != nullptr;
+}
+
+// The frame is complete as far as this thread goes; another thread that is amid a WM_PAINT will show it when it waits.
+void Present(const ThreadQueue& self)
+{
+    std::shared_ptr<const std::function<void()>> presenter;
+    {
+        LockedDesktop desktop;
+        for (const auto& known : desktop->queues) {
+            const auto queue = known.lock();
+            if (queue != nullptr && queue.get() != &self && queue->openPaints > 0)
+                return;
+        }
+        presenter = desktop->presenter;
+    }
+    if (presenter != nullptr)
+        (*presenter)();
+}
+
+void WaitForNews(const std::shared_ptr<ThreadQueue>& queue, const MessageFilter& filter)
+{
+    LockedDesktop desktop;
+    const auto deadlineMs = NextTickMs(*desktop, *queue, filter);
+    kernel::CurrentClock().WaitUntil(desktop.Lock(), queue->arrived, deadlineMs, [&] { return queue->hasNews; });
+}
+
+struct PlainKey {
+    WPARAM key;
+    WCHAR character;
+};
+constexpr PlainKey kPlainKeys[] = {
+    { VK_TAB, u'\t' }, { VK_RETURN, u'\r' }, { VK_ESCAPE, u'\x1B' }, { VK_SPACE, u' ' }, { 8, u'\b' }
+};
+
+WCHAR CharacterOf(WPARAM key, bool isShifted)
+{
+    for (const PlainKey& plain : kPlainKeys)
+        if (plain.key == key)
+            return plain.character;
+    if (key >= u'0' && key <= u'9')
+        return static_cast<WCHAR>(key);
+    if (key >= u'A' && key <= u'Z')
+        return static_cast<WCHAR>(isShifted ? key : key - u'A' + u'a');
+    return 0;
+}
+
+} // namespace
+
+} // namespace cardsong::user
+
+using namespace cardsong::user;
+
+BOOL GetMessageW(LPMSG message, HWND window, UINT first, UINT last)
+{
+    const auto queue = CurrentQueue();
+    Search search;
+    if (!MakeFilter(window, first, last, search.filter))
+        return -1;
+    while (true) {
+        if (const auto found = Retrieve(queue, search, false)) {
+            *message = *found;
+            return found->message == WM_QUIT ? FALSE : TRUE;
+        }
+        Present(*queue);
+        WaitForNews(queue, search.filter);
+    }
+}
+
+BOOL PeekMessageW(LPMSG message, HWND window, UINT first, UINT last, UINT remove)
+{
+    const auto queue = CurrentQueue();
+    Search search;
+    if (!MakeFilter(window, first, last, search.filter))
+        return FALSE;
+    search.remove = (remove & PM_REMOVE) != 0;
+    const UINT kinds = remove & kAllKinds;
+    if (kinds != 0)
+        search.kinds = kinds;
+    if (const auto found = Retrieve(queue, search, kinds != 0)) {
+        *message = *found;
+        return TRUE;
+    }
+    Present(*queue);
+    return FALSE;
+}
+
+BOOL TranslateMessage(const MSG* message)
+{
+    if (message->message != WM_KEYDOWN && message->message != WM_SYSKEYDOWN)
+        return message->message == WM_KEYUP || message->message == WM_SYSKEYUP ? TRUE : FALSE;
+    const WCHAR character = CharacterOf(message->wParam, GetKeyState(static_cast<int>(VK_SHIFT)) < 0);
+    const UINT charMessage = message->message == WM_KEYDOWN ? WM_CHAR : WM_SYSCHAR;
+    if (character != 0)
+        PostMessageW(message->hwnd, charMessage, character, message->lParam);
+    return TRUE;
+}
+
+LRESULT DispatchMessageW(const MSG* message)
+{
+    if (message->message == WM_TIMER && message->lParam != 0) {
+        const auto procedure = reinterpret_cast<TIMERPROC>(message->lParam);
+        procedure(message->hwnd, WM_TIMER, message->wParam, GetTickCount());
+        return 0;
+    }
+    if (message->hwnd == nullptr)
+        return 0;
+    const auto& self = CurrentQueue();
+    WNDPROC procedure = nullptr;
+    {
+        LockedDesktop desktop;
+        const WindowRecord* const record = desktop.Find(message->hwnd);
+        if (record != nullptr && record->queue == self)
+            procedure = record->procedure;
+    }
+    return procedure == nullptr ? 0 : procedure(message->hwnd, message->message, message->wParam, message->lParam);
+}

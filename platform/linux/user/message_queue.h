@@ -1,0 +1,95 @@
+// One thread's queue: what was posted and sent to it, its input, timers, focus and activation. Knows windows by handle
+// only. Every field is read and written with the desktop locked.
+#pragma once
+
+#include "platform/linux/ce/user.h"
+
+#include <array>
+#include <condition_variable>
+#include <cstdint>
+#include <deque>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <vector>
+
+namespace cardsong::user {
+
+struct Desktop;
+class LockedDesktop;
+struct ThreadQueue;
+
+struct SentMessage {
+    HWND window = nullptr;
+    UINT message = 0;
+    WPARAM wParam = 0;
+    LPARAM lParam = 0;
+    std::shared_ptr<ThreadQueue> sender; // null: nobody waits for the answer
+    std::function<void()> task;          // if set, run instead of a window procedure
+    LRESULT result = 0;
+    bool isDone = false;
+};
+
+struct Timer {
+    HWND window = nullptr; // null: a timer of the thread
+    UINT_PTR id = 0;
+    std::uint64_t periodMs = 0;
+    std::uint64_t dueMs = 0;
+    TIMERPROC procedure = nullptr;
+};
+
+enum class InputKind { PointerDown, PointerMove, PointerUp, KeyDown, KeyUp };
+
+struct InputEvent {
+    std::uint64_t number = 0; // grows from event to event
+    InputKind kind = InputKind::PointerMove;
+    POINT at{}; // of the pointer, screen pixels
+    UINT key = 0;
+    bool isPointerDown = false;
+    std::uint64_t timeMs = 0;
+};
+
+// The last press, for telling double clicks.
+struct Press {
+    HWND window = nullptr;
+    POINT at{};
+    std::uint64_t timeMs = 0;
+};
+
+struct ThreadQueue {
+    DWORD threadId = 0;
+    std::condition_variable arrived;
+    bool hasNews = false;   // something came since the queue was last searched
+    bool isRetired = false; // its thread has ended
+    std::deque<std::shared_ptr<SentMessage>> sent;
+    std::deque<MSG> posted;
+    std::optional<int> quitCode;
+    std::deque<InputEvent> input;
+    std::vector<Timer> timers;
+    int pendingPaints = 0; // windows of this thread with an update region
+    int openPaints = 0;    // BeginPaint without its EndPaint yet
+
+    HWND active = nullptr;
+    HWND focus = nullptr;
+    HWND capture = nullptr;
+    bool focusWasChosen = false; // SetFocus was called since the active window changed
+    std::array<BYTE, 256> keys{};
+    std::optional<Press> lastPress;
+};
+
+// The calling thread's queue, made on first use. Never null. Call it without the lock.
+const std::shared_ptr<ThreadQueue>& CurrentQueue();
+// Empties the queue and answers whoever waits for it with 0; the thread may go on using it.
+void ClearQueue(ThreadQueue& queue);
+// Wakes the thread if it waits for a message.
+void Notify(ThreadQueue& queue);
+// Runs `task` on the queue's thread when it next looks for messages; nobody waits for it.
+void QueueTask(Desktop& desktop, const std::shared_ptr<ThreadQueue>& queue, std::function<void()> task);
+// Calls the procedures of the messages sent to this thread. True when there was one.
+bool ServeSentMessages();
+// Drops what concerns a window that is gone.
+void ForgetWindow(ThreadQueue& queue, HWND window);
+// The message's time and pointer position are those of now.
+MSG MakeMessage(const Desktop& desktop, HWND window, UINT message, WPARAM wParam, LPARAM lParam);
+
+} // namespace cardsong::user

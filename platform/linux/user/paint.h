@@ -1,0 +1,23 @@
+// What windows owe to be painted: update regions, what a change uncovers, and the contexts that programs draw on.
+#pragma once
+
+#include "platform/linux/user/desktop.h"
+
+namespace cardsong::user {
+
+enum class Reach { AsStyled, AllChildren }; // AsStyled: not into the children of a window with WS_CLIPCHILDREN
+
+// Adds `area` (screen pixels) to the update regions of the window and its children, as far as they are visible.
+void InvalidateTree(Desktop& desktop, WindowRecord& record, const Region& area, bool erase, Reach reach);
+// The parent and its other children get `area` (screen pixels), which `except` no longer covers, to paint.
+void ExposeBeneath(Desktop& desktop, WindowRecord& parent, const Region& area, const WindowRecord* except);
+// Empties the window's update region, and those of its children as far as InvalidateRect would reach them.
+void ForgetUpdates(WindowRecord& record);
+
+// The first window of the thread, parents before children, that is due a WM_PAINT; null when there is none.
+HWND FindWindowToPaint(Desktop& desktop, const std::shared_ptr<ThreadQueue>& queue,
+                       const std::function<bool(HWND)>& allows);
+// Makes every context that is held follow its window.
+void RefreshContexts(Desktop& desktop);
+
+} // namespace cardsong::user

@@ -1,0 +1,191 @@
+#include "platform/linux/user/window_position.h"
+
+#include "platform/linux/user/focus_and_activation.h"
+#include "platform/linux/user/paint.h"
+#include "platform/linux/user/visible_region.h"
+#include "platform/linux/user/window_tree.h"
+
+#include <algorithm>
+
+namespace cardsong::user {
+
+namespace {
+
+constexpr UINT kNothingChanges = SWP_NOSIZE | SWP_NOMOVE | SWP_NOZORDER;
+
+enum class Repaint { Nothing, Gained, Whole };
+
+// Applies `change` to one window and invalidates what it gains and what it uncovers.
+template <typename Change>
+void ChangeWindow(Desktop& desktop, WindowRecord& record, Repaint repaint, Change change)
+{
+    const Region before = ClipRegion(desktop, record);
+    change();
+    TreeChanged(desktop);
+    if (repaint == Repaint::Nothing)
+        return;
+    const Region& after = ClipRegion(desktop, record);
+    Region uncovered = before;
+    uncovered.Subtract(after);
+    Region gained = after;
+    if (repaint == Repaint::Gained)
+        gained.Subtract(before);
+    ExposeBeneath(desktop, *record.parent, uncovered, &record);
+    InvalidateTree(desktop, record, gained, true, Reach::AllChildren);
+}
+
+void PlaceWithOwned(Desktop& desktop, WindowRecord& record, HWND after, Repaint repaint)
+{
+    // A child that does not yield to its siblings shows no gain: it is painted whole.
+    const bool yields = record.IsTopLevel() || record.Has(WS_CLIPSIBLINGS);
+    const auto effect = repaint == Repaint::Gained && !yields ? Repaint::Whole : repaint;
+    ChangeBand(desktop, record, after);
+    ChangeWindow(desktop, record, effect, [&] { PlaceInOrder(desktop, record, after); });
+    if (!record.IsTopLevel())
+        return;
+    for (WindowRecord* owned : OwnedWindowsBelow(record))
+        PlaceWithOwned(desktop, *owned, HWND_TOP, repaint);
+}
+
+// Leaves in the flags only what really changes.
+void NormaliseFlags(const WindowRecord& record, WINDOWPOS& position)
+{
+    const RECT& rect = record.rect;
+    position.cx = std::max(position.cx, 0);
+    position.cy = std::max(position.cy, 0);
+    if (position.x == rect.left && position.y == rect.top)
+        position.flags |= SWP_NOMOVE;
+    if (position.cx == rect.right - rect.left && position.cy == rect.bottom - rect.top)
+        position.flags |= SWP_NOSIZE;
+    position.flags &= ~(record.Has(WS_VISIBLE) ? SWP_SHOWWINDOW : SWP_HIDEWINDOW);
+    const bool activates = record.IsTopLevel() && (position.flags & (SWP_NOACTIVATE | SWP_HIDEWINDOW)) == 0;
+    const bool keepsBand = position.hwndInsertAfter != HWND_TOPMOST && position.hwndInsertAfter != HWND_NOTOPMOST;
+    if (activates && keepsBand) {
+        position.flags &= ~SWP_NOZORDER;
+        position.hwndInsertAfter = HWND_TOP;
+    }
+}
+
+bool Normalise(Desktop& desktop, HWND window, WINDOWPOS& position)
+{
+    const WindowRecord* const record = desktop.windows.Find(window);
+    if (record == nullptr || record->parent == nullptr)
+        return false;
+    NormaliseFlags(*record, position);
+    if ((position.flags & SWP_NOZORDER) == 0 && !WouldMoveInOrder(desktop, *record, position.hwndInsertAfter))
+        position.flags |= SWP_NOZORDER;
+    return true;
+}
+
+void MoveAndSize(WindowRecord& record, const WINDOWPOS& position)
+{
+    RECT& rect = record.rect;
+    SIZE size{ rect.right - rect.left, rect.bottom - rect.top };
+    if ((position.flags & SWP_NOMOVE) == 0) {
+        rect.left = position.x;
+        rect.top = position.y;
+    }
+    if ((position.flags & SWP_NOSIZE) == 0)
+        size = { position.cx, position.cy };
+    rect.right = rect.left + size.cx;
+    rect.bottom = rect.top + size.cy;
+    if (position.flags & SWP_SHOWWINDOW)
+        record.style |= WS_VISIBLE;
+    if (position.flags & SWP_HIDEWINDOW)
+        record.style &= ~WS_VISIBLE;
+}
+
+Repaint RepaintFor(const WindowRecord& record, const WINDOWPOS& position)
+{
+    if (position.flags & SWP_NOREDRAW)
+        return Repaint::Nothing;
+    if ((position.flags & SWP_NOMOVE) == 0)
+        return Repaint::Whole;
+    const bool widthChanges = position.cx != record.rect.right - record.rect.left;
+    const bool heightChanges = position.cy != record.rect.bottom - record.rect.top;
+    const UINT style = record.windowClass->style;
+    const bool asksWhole = (widthChanges && (style & CS_HREDRAW)) || (heightChanges && (style & CS_VREDRAW));
+    return (position.flags & SWP_NOSIZE) == 0 && asksWhole ? Repaint::Whole : Repaint::Gained;
+}
+
+// True when the window is shown afterwards.
+bool Apply(HWND window, const WINDOWPOS& position)
+{
+    LockedDesktop desktop;
+    WindowRecord* const record = desktop->windows.Find(window);
+    if (record == nullptr)
+        return false;
+    const auto repaint = RepaintFor(*record, position);
+    if ((position.flags & SWP_NOZORDER) == 0) {
+        const auto orderRepaint = repaint == Repaint::Nothing ? Repaint::Nothing : Repaint::Gained;
+        if (position.hwndInsertAfter == HWND_TOP && record->IsTopLevel())
+            RaiseToTop(*desktop, *record);
+        else
+            PlaceWithOwned(*desktop, *record, position.hwndInsertAfter, orderRepaint);
+    }
+    const UINT others = position.flags & (SWP_NOMOVE | SWP_NOSIZE | SWP_SHOWWINDOW | SWP_HIDEWINDOW);
+    if (others != (SWP_NOMOVE | SWP_NOSIZE))
+        ChangeWindow(*desktop, *record, repaint, [&] { MoveAndSize(*record, position); });
+    return IsShown(*record);
+}
+
+bool IsTopLevelWindow(HWND window)
+{
+    LockedDesktop desktop;
+    const WindowRecord* const record = desktop->windows.Find(window);
+    return record != nullptr && record->IsTopLevel();
+}
+
+} // namespace
+
+void RaiseToTop(Desktop& desktop, WindowRecord& record)
+{
+    if (WindowRecord* const owner = desktop.windows.Find(record.owner))
+        RaiseToTop(desktop, *owner);
+    if (WouldMoveInOrder(desktop, record, HWND_TOP))
+        PlaceWithOwned(desktop, record, HWND_TOP, Repaint::Gained);
+}
+
+} // namespace cardsong::user
+
+using namespace cardsong::user;
+
+BOOL SetWindowPos(HWND window, HWND after, int x, int y, int widthPx, int heightPx, UINT flags)
+{
+    WINDOWPOS position{ window, after, x, y, widthPx, heightPx, flags };
+    {
+        LockedDesktop desktop;
+        const WindowRecord* const record = desktop.Find(window);
+        if (record == nullptr || record->parent == nullptr)
+            return FALSE;
+        const RECT& rect = record->rect;
+        if (flags & SWP_NOMOVE) {
+            position.x = rect.left;
+            position.y = rect.top;
+        }
+        if (flags & SWP_NOSIZE) {
+            position.cx = rect.right - rect.left;
+            position.cy = rect.bottom - rect.top;
+        }
+        Normalise(*desktop, window, position);
+    }
+    SendMessageW(window, WM_WINDOWPOSCHANGING, 0, reinterpret_cast<LPARAM>(&position));
+    {
+        LockedDesktop desktop;
+        if (!Normalise(*desktop, window, position))
+            return FALSE;
+    }
+    const bool isShown = Apply(window, position);
+    if (isShown && (position.flags & SWP_NOACTIVATE) == 0 && IsTopLevelWindow(window))
+        TakeForeground(window, WA_ACTIVE);
+    const UINT changes = position.flags & (kNothingChanges | SWP_SHOWWINDOW | SWP_HIDEWINDOW);
+    if (changes != kNothingChanges)
+        SendMessageW(window, WM_WINDOWPOSCHANGED, 0, reinterpret_cast<LPARAM>(&position));
+    return TRUE;
+}
+
+BOOL MoveWindow(HWND window, int x, int y, int widthPx, int heightPx, BOOL repaint)
+{
+    const UINT flags = SWP_NOZORDER | SWP_NOACTIVATE | (repaint == FALSE ? SWP_NOREDRAW : 0);
+    return SetWindowPos(window, nullptr, x, y, widthPx, heightPx, flags);
+}

@@ -1,0 +1,11 @@
+// Moving, sizing, ordering, showing and hiding of windows, with the painting that follows from it.
+#pragma once
+
+#include "platform/linux/user/desktop.h"
+
+namespace cardsong::user {
+
+// The window, its owners and what they own come to the top of their band. No message.
+void RaiseToTop(Desktop& desktop, WindowRecord& record);
+
+} // namespace cardsong::user

@@ -1,0 +1,86 @@
+#include "platform/ce.h"
+#include "tests/platform/scratch_device.h"
+
+#include <gtest/gtest.h>
+
+#include <string_view>
+
+namespace {
+
+using cardsong::test::ScratchDevice;
+using namespace std::string_view_literals;
+
+// Two pixels of two colours, 24 bits, rows of four bytes, the lower row first.
+constexpr auto kTwoPixels = "BM\x3E\0\0\0\0\0\0\0\x36\0\0\0"             // file header: size 62, pixels at 54
+                            "\x28\0\0\0\x02\0\0\0\x01\0\0\0\x01\0\x18\0" // 2 x 1, one plane, 24 bits
+                            "\0\0\0\0\x08\0\0\0\0\0\0\0\0\0\0\0\0\0\0\0\0\0\0\0"
+                            "\0\0\xFF\xFF\0\0\0\0"sv; // red, blue
+
+// A GIF of one pixel, white.
+constexpr auto kOneWhitePixel = "GIF89a\x01\0\x01\0\x80\0\0\xFF\xFF\xFF\0\0\0"
+                                "\x2C\0\0\0\0\x01\0\x01\0\0\x02\x02\x44\x01\0\x3B"sv;
+
+COLORREF PixelOf(HBITMAP bitmap, int x, int y)
+{
+    const HDC dc = CreateCompatibleDC(nullptr);
+    SelectObject(dc, bitmap);
+    const COLORREF color = GetPixel(dc, x, y);
+    DeleteDC(dc);
+    return color;
+}
+
+TEST(ImageFile, AGifBecomesABitmapOfTheScreensFormat)
+{
+    const ScratchDevice device;
+    device.WriteFile("user/scratch/zone.gif", kOneWhitePixel);
+    const HBITMAP bitmap = CreateBitmapFromImageFile(nullptr, device.Path(TEXT("ZONE.gif")).c_str());
+    ASSERT_NE(bitmap, nullptr);
+    BITMAP record{};
+    GetObjectW(bitmap, sizeof(record), &record);
+    EXPECT_EQ(record.bmWidth, 1);
+    EXPECT_EQ(record.bmHeight, 1);
+    EXPECT_EQ(record.bmBitsPixel, 16);
+    EXPECT_EQ(PixelOf(bitmap, 0, 0), RGB(255, 255, 255));
+    EXPECT_TRUE(DeleteObject(bitmap));
+}
+
+TEST(ImageFile, OtherFormatsAreReadToo)
+{
+    const ScratchDevice device;
+    device.WriteFile("user/scratch/a.bmp", kTwoPixels);
+    const HBITMAP bitmap = CreateBitmapFromImageFile(nullptr, device.Path(TEXT("a.bmp")).c_str());
+    ASSERT_NE(bitmap, nullptr);
+    EXPECT_EQ(PixelOf(bitmap, 0, 0), RGB(255, 0, 0));
+    EXPECT_EQ(PixelOf(bitmap, 1, 0), RGB(0, 0, 255));
+    DeleteObject(bitmap);
+}
+
+TEST(ImageFile, NoPathAndNoFileGiveNoBitmap)
+{
+    const ScratchDevice device;
+    EXPECT_EQ(CreateBitmapFromImageFile(nullptr, nullptr), nullptr);
+    EXPECT_EQ(CreateBitmapFromImageFile(nullptr, TEXT("")), nullptr);
+    EXPECT_EQ(CreateBitmapFromImageFile(nullptr, device.Path(TEXT("missing.gif")).c_str()), nullptr);
+}
+
+TEST(ImageFile, EveryTruncationOfAGifEndsWell)
+{
+    const ScratchDevice device;
+    for (std::size_t size = 0; size < kOneWhitePixel.size(); ++size) {
+        device.WriteFile("user/scratch/cut.gif", kOneWhitePixel.substr(0, size));
+        const HBITMAP bitmap = CreateBitmapFromImageFile(nullptr, device.Path(TEXT("cut.gif")).c_str());
+        EXPECT_EQ(bitmap != nullptr, DeleteObject(bitmap) != FALSE) << size;
+    }
+}
+
+TEST(ImageFile, APictureWiderThanTheLimitIsRefusedByItsHeader)
+{
+    const ScratchDevice device;
+    std::string wide(kOneWhitePixel);
+    wide[6] = '\x01'; // 4097 pixels
+    wide[7] = '\x10';
+    device.WriteFile("user/scratch/wide.gif", wide);
+    EXPECT_EQ(CreateBitmapFromImageFile(nullptr, device.Path(TEXT("wide.gif")).c_str()), nullptr);
+}
+
+} // namespace

@@ -76,21 +76,32 @@ ElementPtr Opened(ElementPtr sink)
     return sink;
 }
 
-ElementPtr OpenBuffered(const char* factory, const char* plugin)
+ElementPtr OpenBuffered(ElementPtr sink)
 {
-    ElementPtr sink = MakeElement(factory, plugin);
     if (sink)
         g_object_set(sink.get(), "buffer-time", kBufferUs, "latency-time", kLatencyUs, nullptr);
     return Opened(std::move(sink));
 }
 
+// The sound server's clock is a guess between its reports, and now and then a wild one just after a pause or a seek:
+// the song would then stand still for ever. So the server only takes sound, and the system's clock keeps the time.
+ElementPtr OpenPulse()
+{
+    ElementPtr sink = MakeElement("pulsesink", "pulseaudio");
+    if (!sink)
+        return nullptr;
+    gst_util_set_object_arg(G_OBJECT(sink.get()), "slave-method", "none");
+    g_object_set(sink.get(), "provide-clock", FALSE, nullptr);
+    return OpenBuffered(std::move(sink));
+}
+
 ElementPtr OpenServer()
 {
-    return HasSoundServer() ? OpenBuffered("pulsesink", "pulseaudio") : nullptr;
+    return HasSoundServer() ? OpenPulse() : nullptr;
 }
 ElementPtr OpenCard()
 {
-    return HasSoundCard() ? OpenBuffered("alsasink", "alsa") : nullptr;
+    return HasSoundCard() ? OpenBuffered(MakeElement("alsasink", "alsa")) : nullptr;
 }
 
 ElementPtr OpenSilence()
@@ -106,9 +117,9 @@ ElementPtr OpenNamed(const std::string& name)
     if (name == "null")
         return OpenSilence();
     if (name == "pulse")
-        return OpenBuffered("pulsesink", "pulseaudio");
+        return OpenPulse();
     if (name == "alsa")
-        return OpenBuffered("alsasink", "alsa");
+        return OpenBuffered(MakeElement("alsasink", "alsa"));
     return Opened(MakeElement(name.c_str(), nullptr));
 }
 

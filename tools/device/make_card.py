@@ -58,7 +58,7 @@ def render_tones(tones):
 
 def encode_mp3(entry, wav, file, lame):
     # Into a file, not a pipe: lame goes back to the first frame to write its table of contents.
-    subprocess.run([lame, "--quiet", "-q", "5", *MP3_FORMS[entry["form"]], "-", str(file)], input=wav, check=True)
+    subprocess.run([lame, "--quiet", "-q", "7", *MP3_FORMS[entry["form"]], "-", str(file)], input=wav, check=True)
     data = file.read_bytes()
     if entry["form"] == "mp3 vbr" and data[36:40] != b"Xing":
         raise ValueError(f"{file}: no Xing header")

@@ -2,7 +2,6 @@
 """Synthesises the two sounds of the alert window: a rising chime and a falling warning, 16-bit mono."""
 
 import argparse
-import array
 import pathlib
 
 import synth
@@ -17,9 +16,8 @@ def render(notes, peak=.6):
     length = round(max(start + seconds for _, _, start, seconds, _ in notes) * synth.RATE)
     track = [0.0] * length
     for instrument, note, start, seconds, gain in notes:
-        synth.mix(track, synth.scaled(synth.render_note(instrument, note, seconds), gain), round(start * synth.RATE))
-    scale = peak * 32767 / max(map(abs, track))
-    return array.array("h", [round(s * scale) for s in track])
+        synth.mix(track, synth.render_note(instrument, note, seconds, gain), round(start * synth.RATE))
+    return synth.to_16_bits(track, peak * 32767 / max(map(abs, track)))
 
 
 def main():

@@ -55,12 +55,12 @@ def shape_ends(samples, attack, release):
 
 
 @functools.lru_cache(maxsize=None)
-def render_note(instrument, note, seconds):
-    """The samples of one note, between -1 and 1."""
+def render_note(instrument, note, seconds, gain):
+    """The samples of one note, between -gain and gain."""
     first, second, first_decay, second_decay, attack, release = INSTRUMENTS[instrument]
     pitch, length = frequency(note), max(1, round(seconds * RATE))
     highest = max(1, min(int(RATE * .45 / pitch), len(first)))
-    bright, mellow = wave_table(tuple(first), highest, .5), wave_table(tuple(second), highest, .7)
+    bright, mellow = wave_table(tuple(first), highest, .5 * gain), wave_table(tuple(second), highest, .5 * gain)
     step, mask = pitch * TABLE_LENGTH / RATE, TABLE_LENGTH - 1
     index = [int(i * step) & mask for i in range(length)]
     struck = map(operator.mul, map(bright.__getitem__, index), decay_curve(first_decay))
@@ -89,36 +89,31 @@ def mix(track, samples, start):
     track[start:end] = map(operator.add, track[start:end], samples)
 
 
-def scaled(samples, gain):
-    return [s * gain for s in samples]
-
-
-def play_voice(voice, length, beat_seconds, lead):
-    """A voice alone. A ringing instrument sounds on past its note's end, as strings do."""
+def play_voice(track, voice, beat_seconds, lead):
+    """Adds a voice to the track. A ringing instrument sounds on past its note's end, as strings do."""
     instrument, gain, text, offset = voice
-    track = [0.0] * length
     ring = .35 if instrument in ("pluck", "bell", "bass") else .03
     at = lead + offset * beat_seconds
     for name, beats in parse_melody(text):
         if name:
             for part in name.split("+"):
-                mix(track, render_note(instrument, part, round(beats * beat_seconds + ring, 4)), round(at * RATE))
+                mix(track, render_note(instrument, part, round(beats * beat_seconds + ring, 4), gain), round(at * RATE))
         at += beats * beat_seconds
-    return scaled(track, gain)
 
 
-def delayed(track, seconds, gain):
-    shift = round(seconds * RATE)
-    return [0.0] * shift + scaled(track[:len(track) - shift], gain)
+def delayed(track, seconds):
+    return itertools.chain(itertools.repeat(0.0, round(seconds * RATE)), track)
+
+
+def to_16_bits(track, scale):
+    return array.array("h", [int(s * scale) for s in track])
 
 
 def stereo(left, right, peak=.7):
     """Interleaved 16-bit samples, the loudest at `peak` of full scale."""
-    loudest = max(max(map(abs, left)), max(map(abs, right)), 1e-9)
-    scale = peak * 32767 / loudest
+    scale = peak * 32767 / max(max(left), -min(left), max(right), -min(right))
     out = array.array("h", bytes(4 * len(left)))
-    out[0::2] = array.array("h", [int(s * scale) for s in left])
-    out[1::2] = array.array("h", [int(s * scale) for s in right])
+    out[0::2], out[1::2] = to_16_bits(left, scale), to_16_bits(right, scale)
     return out
 
 
@@ -126,11 +121,11 @@ def render_song(voices, beat_seconds, lead=LEAD, tail=1.2):
     """Interleaved stereo samples: the first voice a little left, the others a little right, with a short room."""
     beats = max(offset + total_beats(text) for _, _, text, offset in voices)
     length = round((lead + beats * beat_seconds + tail) * RATE)
-    melody, *rest = (play_voice(voice, length, beat_seconds, lead) for voice in voices)
-    others = list(map(sum, zip([0.0] * length, *rest)))
-    echo_left, echo_right = delayed(others, .083, .18), delayed(melody, .117, .22)
-    left = [m * .9 + o * .6 + e for m, o, e in zip(melody, others, echo_left)]
-    right = [m * .6 + o * .9 + e for m, o, e in zip(melody, others, echo_right)]
+    melody, others = [0.0] * length, [0.0] * length
+    for number, voice in enumerate(voices):
+        play_voice(others if number else melody, voice, beat_seconds, lead)
+    left = [m * .9 + o * .6 + e * .18 for m, o, e in zip(melody, others, delayed(others, .083))]
+    right = [m * .6 + o * .9 + e * .22 for m, o, e in zip(melody, others, delayed(melody, .117))]
     return stereo(left, right)
 
 

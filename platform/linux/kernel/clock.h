@@ -4,6 +4,7 @@
 #include <condition_variable>
 #include <cstdint>
 #include <functional>
+#include <list>
 #include <mutex>
 
 namespace cardsong::kernel {
@@ -32,12 +33,19 @@ public:
     std::uint64_t NowMs() const override;
     bool WaitUntil(std::unique_lock<std::mutex>& lock, std::condition_variable& condition, std::uint64_t deadlineMs,
                    const std::function<bool()>& ready) override;
-    // Moves time forward and wakes every waiter whose deadline has come.
+    // Moves time forward and wakes every waiter whose deadline has come; returns when each of them is awake. The caller
+    // holds no mutex that a waiter waits with.
     void Advance(std::uint64_t milliseconds);
 
 private:
+    struct Waiter {
+        std::condition_variable* condition;
+        std::uint64_t deadlineMs;
+    };
+
     mutable std::mutex m_mutex;
-    std::condition_variable m_advanced;
+    std::condition_variable m_woken;
+    std::list<Waiter> m_waiters;
     std::uint64_t m_nowMs = 1000;
 };
 

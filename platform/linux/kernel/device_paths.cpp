@@ -1,0 +1,247 @@
+#include "platform/linux/kernel/device_paths.h"
+
+#include "platform/linux/kernel/device_tree.h"
+#include "platform/linux/kernel/folder_names.h"
+#include "platform/linux/kernel/host_names.h"
+#include "platform/linux/kernel/unicode.h"
+
+#include <span>
+#include <sys/stat.h>
+
+namespace cardsong::kernel {
+namespace {
+
+constexpr std::u16string_view kWindows = u"Windows";
+constexpr std::u16string_view kCard = u"SDMMC";
+constexpr std::u16string_view kFlashVolume = u"PocketStoreII";
+
+using Names = std::span<const std::u16string>;
+
+struct Layer {
+    std::string hostRoot;
+    bool isInstalled = false;
+};
+
+// The host folders that can hold a path, the one that wins first, and the names of the path below them.
+struct Layers {
+    std::vector<Layer> layers;
+    Names names;
+};
+
+bool IsFolder(const std::string& hostPath)
+{
+    struct stat facts = {};
+    return stat(hostPath.c_str(), &facts) == 0 && S_ISDIR(facts.st_mode);
+}
+
+bool Exists(const std::string& hostPath)
+{
+    struct stat facts = {};
+    return stat(hostPath.c_str(), &facts) == 0;
+}
+
+Layers LayersOf(const DevicePath& path)
+{
+    const auto& tree = CurrentDeviceTree();
+    const Names names(path.names);
+    Layers layers;
+    if (!names.empty() && EqualIgnoringCase(names[0], kCard)) {
+        if (!tree.cardDirectory.empty())
+            layers.layers.push_back({ tree.cardDirectory });
+        layers.names = names.subspan(1);
+    } else if (!names.empty() && EqualIgnoringCase(names[0], kWindows)) {
+        layers.layers.push_back({ tree.userDirectory + "/Windows" });
+        if (!tree.systemDirectory.empty())
+            layers.layers.push_back({ tree.systemDirectory + "/Windows", true });
+        layers.names = names.subspan(1);
+    } else {
+        layers.layers.push_back({ tree.userDirectory });
+        layers.names = names;
+    }
+    return layers;
+}
+
+// The host path with the names as they are written; empty when one of them can be no host name.
+std::string ExactPath(const std::string& hostRoot, Names names)
+{
+    std::string path = hostRoot;
+    for (const auto& name : names) {
+        const auto hostName = HostNameFromDevice(name);
+        if (!hostName)
+            return {};
+        path += '/';
+        path += *hostName;
+    }
+    return path;
+}
+
+// Looks in one layer: exactly first, then name by name without case. The folder above is looked for in the same way, so
+// that a wrong last name costs one search of one folder.
+LookUp FindInLayer(const Layer& layer, Names names)
+{
+    LookUp result;
+    result.isInstalled = layer.isInstalled;
+    result.hostPath = ExactPath(layer.hostRoot, names);
+    if (!result.hostPath.empty() && Exists(result.hostPath))
+        return result;
+    if (names.empty()) {
+        result.error = ERROR_FILE_NOT_FOUND;
+        return result;
+    }
+    const auto folder = FindInLayer(layer, names.first(names.size() - 1));
+    if (!folder.Found() || !IsFolder(folder.hostPath)) {
+        result.error = ERROR_PATH_NOT_FOUND;
+        return result;
+    }
+    const auto hostName = FindNameIgnoringCase(folder.hostPath, names.back());
+    if (!hostName || !Exists(folder.hostPath + '/' + *hostName)) {
+        result.error = ERROR_FILE_NOT_FOUND;
+        return result;
+    }
+    result.hostPath = folder.hostPath + '/' + *hostName;
+    return result;
+}
+
+bool IsMadeAsNeeded(const DevicePath& folder)
+{
+    return folder.IsRoot() || (folder.names.size() == 1 && (EqualIgnoringCase(folder.names[0], kWindows) ||
+                                                            EqualIgnoringCase(folder.names[0], kFlashVolume)));
+}
+
+void MakeHostFolders(const std::string& hostPath)
+{
+    for (auto end = hostPath.find('/', 1); end != std::string::npos; end = hostPath.find('/', end + 1))
+        mkdir(hostPath.substr(0, end).c_str(), 0777);
+    mkdir(hostPath.c_str(), 0777); // a failure shows when the file is made
+}
+
+// The user's counterpart of a folder that only the installed tree has, with the installed folder's own spelling.
+std::string UserCounterpart(const std::string& installedPath)
+{
+    const auto& tree = CurrentDeviceTree();
+    return tree.userDirectory + installedPath.substr(tree.systemDirectory.size());
+}
+
+std::string WritableFolder(const DevicePath& folder, DWORD& error)
+{
+    if (IsMadeAsNeeded(folder)) {
+        const auto& user = CurrentDeviceTree().userDirectory;
+        if (folder.IsRoot()) {
+            MakeHostFolders(user);
+            return user;
+        }
+        if (!EqualIgnoringCase(folder.names[0], kWindows)) {
+            const auto existing = FindOnHost(folder); // perhaps in another spelling
+            if (existing.Found())
+                return existing.hostPath;
+        }
+        auto place = user + (EqualIgnoringCase(folder.names[0], kWindows) ? "/Windows" : "/PocketStoreII");
+        MakeHostFolders(place);
+        return place;
+    }
+    const auto found = FindOnHost(folder);
+    if (!found.Found() || !IsFolder(found.hostPath)) {
+        error = ERROR_PATH_NOT_FOUND;
+        return {};
+    }
+    if (!found.isInstalled)
+        return found.hostPath;
+    auto place = UserCounterpart(found.hostPath);
+    MakeHostFolders(place);
+    return place;
+}
+
+bool CanBeMade(std::u16string_view name)
+{
+    for (const char16_t unit : name) {
+        if (unit < 0x20 || std::u16string_view(u"<>:\"|?*").find(unit) != std::u16string_view::npos)
+            return false;
+    }
+    return HostNameFromDevice(name).has_value();
+}
+
+} // namespace
+
+DevicePath DevicePath::Parent() const
+{
+    DevicePath parent = *this;
+    if (!parent.names.empty())
+        parent.names.pop_back();
+    return parent;
+}
+
+DevicePath ParseDevicePath(std::u16string_view text)
+{
+    DevicePath path;
+    while (!text.empty()) {
+        const auto end = text.find_first_of(u"\\/");
+        const auto name = text.substr(0, end);
+        path.endsInSeparator = end != std::u16string_view::npos;
+        text.remove_prefix(path.endsInSeparator ? end + 1 : text.size());
+        if (name == u"..") {
+            if (!path.names.empty())
+                path.names.pop_back();
+        } else if (!name.empty() && name != u".") {
+            path.names.emplace_back(name);
+        }
+    }
+    return path;
+}
+
+bool IsVolumeRoot(const DevicePath& path)
+{
+    return path.IsRoot() || (path.names.size() == 1 && EqualIgnoringCase(path.names[0], kCard));
+}
+
+LookUp FindOnHost(const DevicePath& path)
+{
+    const auto layers = LayersOf(path);
+    LookUp result;
+    result.error = ERROR_PATH_NOT_FOUND;
+    for (const auto& layer : layers.layers) {
+        auto found = FindInLayer(layer, layers.names);
+        if (found.Found())
+            return found;
+        if (found.error == ERROR_FILE_NOT_FOUND)
+            result.error = ERROR_FILE_NOT_FOUND;
+    }
+    if (!path.IsRoot() && IsMadeAsNeeded(path.Parent()))
+        result.error = ERROR_FILE_NOT_FOUND; // the folder above counts as there even while nothing has made it
+    return result;
+}
+
+std::string PlaceForNew(const DevicePath& path, DWORD& error)
+{
+    if (path.IsRoot() || !CanBeMade(path.names.back())) {
+        error = ERROR_INVALID_NAME;
+        return {};
+    }
+    auto folder = WritableFolder(path.Parent(), error);
+    if (folder.empty())
+        return {};
+    return folder + '/' + HostNameFromDevice(path.names.back()).value_or(std::string());
+}
+
+std::vector<std::string> HostFoldersOf(const DevicePath& path)
+{
+    const auto layers = LayersOf(path);
+    std::vector<std::string> folders;
+    for (const auto& layer : layers.layers) {
+        const auto found = FindInLayer(layer, layers.names);
+        if (found.Found() && IsFolder(found.hostPath))
+            folders.push_back(found.hostPath);
+    }
+    return folders;
+}
+
+std::vector<std::u16string> MountedNames()
+{
+    std::vector<std::u16string> names;
+    for (const auto name : { kWindows, kCard }) {
+        if (!HostFoldersOf(ParseDevicePath(name)).empty())
+            names.emplace_back(name);
+    }
+    return names;
+}
+
+} // namespace cardsong::kernel

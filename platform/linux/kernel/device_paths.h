@@ -1,0 +1,46 @@
+// From a device path ("\Windows\a.gif", "SDMMC\b.mp3") to host files: layers, look-up without case, places for new
+// files. Opens nothing and knows no handle.
+#pragma once
+
+#include "platform/linux/ce/kernel.h"
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace cardsong::kernel {
+
+// The names of a device path from the root down. Empty names and "." are gone; ".." has taken its folder with it, and
+// stops at the root.
+struct DevicePath {
+    std::vector<std::u16string> names;
+    bool endsInSeparator = false;
+
+    bool IsRoot() const { return names.empty(); }
+    DevicePath Parent() const;
+};
+DevicePath ParseDevicePath(std::u16string_view text);
+
+// Whether the path is a volume of its own, whose listing has no "." and "..": the root, the card.
+bool IsVolumeRoot(const DevicePath& path);
+
+struct LookUp {
+    DWORD error = ERROR_SUCCESS; // ERROR_FILE_NOT_FOUND: the folder exists, the name does not; ERROR_PATH_NOT_FOUND
+    std::string hostPath;        // of what was found
+    bool isInstalled = false;    // found in the installed tree, which is never written
+
+    bool Found() const { return error == ERROR_SUCCESS; }
+};
+LookUp FindOnHost(const DevicePath& path);
+
+// The host path at which a file or folder named by `path` is made; the folder above it is made in the user's tree when
+// so far only the installed tree has it. Empty, with `error` set, when the folder above does not exist.
+std::string PlaceForNew(const DevicePath& path, DWORD& error);
+
+// The host folders whose entries together are the listing of an existing folder, the one that wins first.
+std::vector<std::string> HostFoldersOf(const DevicePath& path);
+
+// The folders that the root shows although they need not lie in the user's tree: "Windows", "SDMMC" with a card.
+std::vector<std::u16string> MountedNames();
+
+} // namespace cardsong::kernel

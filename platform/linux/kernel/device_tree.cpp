@@ -1,0 +1,41 @@
+#include "platform/linux/kernel/device_tree.h"
+
+#include "platform/linux/kernel/device_paths.h"
+#include "platform/linux/kernel/resource_modules.h"
+
+namespace cardsong::kernel {
+namespace {
+
+DeviceTree& TheTree()
+{
+    static auto* const s_tree = new DeviceTree;
+    return *s_tree;
+}
+
+} // namespace
+
+void InstallDeviceTree(const DeviceTree& tree)
+{
+    TheTree() = tree;
+    ForgetProgramResources();
+}
+
+const DeviceTree& CurrentDeviceTree()
+{
+    return TheTree();
+}
+
+std::optional<std::string> FindHostPath(std::u16string_view devicePath)
+{
+    auto found = FindOnHost(ParseDevicePath(devicePath));
+    if (!found.Found())
+        return std::nullopt;
+    return std::move(found.hostPath);
+}
+
+} // namespace cardsong::kernel
+
+LANGID GetUserDefaultUILanguage()
+{
+    return cardsong::kernel::CurrentDeviceTree().uiLanguage;
+}

@@ -1,0 +1,54 @@
+#include "platform/linux/kernel/host_names.h"
+
+#include "platform/linux/kernel/unicode.h"
+
+namespace cardsong::kernel {
+namespace {
+
+constexpr char16_t kEscapedBytes = 0xDC00; // + 0x80 to 0xFF
+constexpr char16_t kEscapedBackslash = 0xF05C;
+
+void AppendEscaped(std::u16string& name, std::string_view bytes)
+{
+    for (const char byte : bytes)
+        name.push_back(static_cast<char16_t>(kEscapedBytes + static_cast<unsigned char>(byte)));
+}
+
+} // namespace
+
+std::u16string DeviceNameFromHost(std::string_view hostName)
+{
+    std::u16string name;
+    name.reserve(hostName.size());
+    while (!hostName.empty()) {
+        const auto character = DecodeUtf8(hostName);
+        const auto bytes = hostName.substr(0, character.bytes);
+        if (!character.isValid || character.value == kEscapedBackslash)
+            AppendEscaped(name, bytes); // a true U+F05C is escaped too, so that it stays apart from the backslash
+        else
+            AppendUtf16(name, character.value == '\\' ? kEscapedBackslash : character.value);
+        hostName.remove_prefix(character.bytes);
+    }
+    return name;
+}
+
+std::optional<std::string> HostNameFromDevice(std::u16string_view deviceName)
+{
+    std::string name;
+    name.reserve(deviceName.size());
+    for (std::size_t i = 0, units = 0; i < deviceName.size(); i += units) {
+        const auto character = DecodeUtf16(deviceName, i, units);
+        const char16_t unit = deviceName[i];
+        if (!character && (unit < kEscapedBytes + 0x80 || unit > kEscapedBytes + 0xFF))
+            return std::nullopt;
+        if (unit == 0 || unit == u'/' || unit == u'\\')
+            return std::nullopt;
+        if (!character)
+            name.push_back(static_cast<char>(unit - kEscapedBytes));
+        else
+            AppendUtf8(name, *character == kEscapedBackslash ? U'\\' : *character);
+    }
+    return name;
+}
+
+} // namespace cardsong::kernel

@@ -1,0 +1,28 @@
+// The registry as one key file in the user's folder: groups are keys, entries are values. Knows no handle and no API
+// error.
+#pragma once
+
+#include "platform/linux/ce/types.h"
+
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace cardsong::kernel {
+
+struct RegistryValue {
+    DWORD type = 0;
+    std::vector<BYTE> data;
+};
+
+// Keys are paths from the root ("TAVO\Language"), without separators at either end; letters are compared without case.
+bool RegistryKeyExists(std::u16string_view key);
+std::optional<RegistryValue> ReadRegistryValue(std::u16string_view key, std::u16string_view name);
+
+// Both change the file under its lock, from what stands in it at that moment, and replace it whole. False when it
+// cannot be written; the file is then as it was.
+bool CreateRegistryKey(std::u16string_view key);
+bool WriteRegistryValue(std::u16string_view key, std::u16string_view name, const RegistryValue& value);
+
+} // namespace cardsong::kernel

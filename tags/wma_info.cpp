@@ -31,8 +31,8 @@ constexpr int kMostObjects = 4096;                // a file of nothing but empty
 Guid TakeGuid(ByteReader& reader)
 {
     Guid guid = {};
-    const auto bytes = reader.Take(guid.size());
-    std::memcpy(guid.data(), bytes.data(), bytes.size());
+    std::ranges::transform(reader.Take(guid.size()), guid.begin(),
+                           [](std::byte digit) { return std::to_integer<std::uint8_t>(digit); });
     return guid;
 }
 

@@ -1,0 +1,204 @@
+#include "tests/platform/user/dialog_builder.h"
+#include "tests/platform/user/pump.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+struct Command {
+    WPARAM wParam;
+    HWND control;
+    bool operator==(const Command&) const = default;
+};
+std::vector<Command> g_commands; // by CommandProcedure
+
+INT_PTR CALLBACK CommandProcedure(HWND, UINT message, WPARAM wParam, LPARAM lParam)
+{
+    if (message == WM_COMMAND)
+        g_commands.push_back({ wParam, reinterpret_cast<HWND>(lParam) });
+    return FALSE;
+}
+
+class DialogKeys : public testing::Test {
+protected:
+    ~DialogKeys() override
+    {
+        if (IsWindow(m_dialog))
+            DestroyWindow(m_dialog);
+    }
+
+    void Make(DialogBuilder& builder)
+    {
+        m_dialog = builder.Create(nullptr, CommandProcedure);
+        g_commands.clear();
+    }
+    HWND Item(int id) const { return GetDlgItem(m_dialog, id); }
+    BOOL Press(HWND window, WPARAM key) const
+    {
+        MSG message{};
+        message.hwnd = window;
+        message.message = WM_KEYDOWN;
+        message.wParam = key;
+        message.lParam = 1;
+        return IsDialogMessageW(m_dialog, &message);
+    }
+
+    HWND m_dialog = nullptr;
+};
+
+TEST_F(DialogKeys, EnterSendsTheFocusedPushButtonWhateverWindowTheKeyNames)
+{
+    DialogBuilder builder({ WS_POPUP | WS_VISIBLE });
+    builder.Button(WS_TABSTOP | BS_DEFPUSHBUTTON, IDOK).Button(WS_TABSTOP, 9);
+    Make(builder);
+    SendMessageW(m_dialog, WM_NEXTDLGCTL, reinterpret_cast<WPARAM>(Item(9)), 1);
+    EXPECT_TRUE(Press(Item(IDOK), VK_RETURN));
+    EXPECT_EQ(g_commands, (std::vector<Command>{ { MAKEWPARAM(9, BN_CLICKED), Item(9) } }));
+}
+
+TEST_F(DialogKeys, EnterElsewhereSendsTheDefaultButton)
+{
+    DialogBuilder builder({ WS_POPUP | WS_VISIBLE });
+    builder.Button(WS_TABSTOP | BS_OWNERDRAW, 4).Button(WS_TABSTOP | BS_DEFPUSHBUTTON, 5);
+    Make(builder);
+    SetFocus(Item(4));
+    EXPECT_TRUE(Press(Item(4), VK_RETURN));
+    EXPECT_EQ(g_commands, (std::vector<Command>{ { MAKEWPARAM(5, BN_CLICKED), Item(5) } }));
+}
+
+TEST_F(DialogKeys, EnterWithTheDefaultButtonDisabledSendsNothing)
+{
+    DialogBuilder builder({ WS_POPUP | WS_VISIBLE });
+    builder.Button(WS_TABSTOP | BS_OWNERDRAW, 4).Button(WS_TABSTOP | BS_DEFPUSHBUTTON, 5);
+    Make(builder);
+    SetFocus(Item(4));
+    EnableWindow(Item(5), FALSE);
+    EXPECT_TRUE(Press(Item(4), VK_RETURN));
+    EXPECT_TRUE(g_commands.empty());
+}
+
+TEST_F(DialogKeys, EnterWithoutADefaultButtonSendsOk)
+{
+    DialogBuilder builder({ WS_POPUP | WS_VISIBLE });
+    builder.Button(WS_TABSTOP | BS_OWNERDRAW, 4);
+    Make(builder);
+    EXPECT_TRUE(Press(m_dialog, VK_RETURN));
+    EXPECT_EQ(g_commands, (std::vector<Command>{ { IDOK, nullptr } }));
+}
+
+TEST_F(DialogKeys, EscapeSendsCancel)
+{
+    DialogBuilder builder({ WS_POPUP | WS_VISIBLE });
+    builder.Button(WS_TABSTOP, IDCANCEL);
+    Make(builder);
+    EXPECT_TRUE(Press(m_dialog, VK_ESCAPE));
+    EXPECT_EQ(g_commands, (std::vector<Command>{ { IDCANCEL, Item(IDCANCEL) } }));
+}
+
+TEST_F(DialogKeys, TabGoesRoundTheUsableTabStops)
+{
+    DialogBuilder builder({ WS_POPUP | WS_VISIBLE });
+    builder.Button(WS_TABSTOP, 1).Button(WS_TABSTOP | WS_DISABLED, 2).Button(0, 3).Button(WS_TABSTOP, 4);
+    Make(builder);
+    SetFocus(Item(1));
+    EXPECT_TRUE(Press(Item(1), VK_TAB));
+    EXPECT_EQ(GetFocus(), Item(4));
+    EXPECT_TRUE(Press(Item(4), VK_TAB));
+    EXPECT_EQ(GetFocus(), Item(1));
+}
+
+TEST_F(DialogKeys, ArrowsGoRoundTheGroup)
+{
+    DialogBuilder builder({ WS_POPUP | WS_VISIBLE });
+    builder.Button(WS_GROUP, 1).Button(0, 2).Button(WS_GROUP, 3);
+    Make(builder);
+    SetFocus(Item(1));
+    EXPECT_TRUE(Press(Item(1), VK_RIGHT));
+    EXPECT_EQ(GetFocus(), Item(2));
+    EXPECT_TRUE(Press(Item(2), VK_DOWN));
+    EXPECT_EQ(GetFocus(), Item(1));
+    EXPECT_TRUE(Press(Item(1), VK_LEFT));
+    EXPECT_EQ(GetFocus(), Item(2));
+}
+
+TEST_F(DialogKeys, OtherMessagesOfTheDialogAreDispatched)
+{
+    DialogBuilder builder({ WS_POPUP });
+    Make(builder);
+    MSG message{};
+    message.hwnd = m_dialog;
+    message.message = WM_COMMAND;
+    message.wParam = 321;
+    EXPECT_TRUE(IsDialogMessageW(m_dialog, &message));
+    EXPECT_EQ(g_commands, (std::vector<Command>{ { 321, nullptr } }));
+}
+
+TEST_F(DialogKeys, NoDialogOrAnotherWindowsMessageIsDeclined)
+{
+    DialogBuilder builder({ WS_POPUP });
+    Make(builder);
+    TestWindow other;
+    MSG message{};
+    message.hwnd = other;
+    message.message = WM_USER;
+    EXPECT_FALSE(IsDialogMessageW(m_dialog, &message));
+    EXPECT_EQ(other.Count(WM_USER), 0);
+    EXPECT_FALSE(IsDialogMessageW(nullptr, &message));
+    DestroyWindow(m_dialog);
+    message.hwnd = m_dialog;
+    EXPECT_FALSE(IsDialogMessageW(m_dialog, &message));
+}
+
+TEST_F(DialogKeys, AControlWithAnIdAboveSixteenBitsIsTheDefault)
+{
+    DialogBuilder builder({ WS_POPUP | WS_VISIBLE });
+    builder.Button(WS_TABSTOP | BS_OWNERDRAW, 4);
+    Make(builder);
+    const HWND button =
+        CreateWindowExW(0, TEXT("button"), nullptr, WS_CHILD | WS_VISIBLE | WS_TABSTOP, 0, 0, 9, 9, m_dialog,
+                        reinterpret_cast<HMENU>(static_cast<LONG_PTR>(0x12345)), nullptr, nullptr);
+    SendMessageW(m_dialog, WM_NEXTDLGCTL, reinterpret_cast<WPARAM>(button), 1);
+    EXPECT_TRUE(Press(Item(4), VK_RETURN));
+    EXPECT_EQ(g_commands, (std::vector<Command>{ { MAKEWPARAM(0x2345, BN_CLICKED), button } }));
+}
+
+// A window that asks to see the message in WM_GETDLGCODE may handle it there.
+TEST_F(DialogKeys, TheWindowIsAskedWithTheKeyAndTheMessageItself)
+{
+    TestWindow window;
+    MSG message{};
+    message.hwnd = window;
+    message.message = WM_KEYDOWN;
+    message.wParam = VK_LEFT;
+    message.lParam = 1;
+    window.Handle([&](HWND own, UINT seen, WPARAM wParam, LPARAM lParam) -> std::optional<LRESULT> {
+        if (seen != WM_GETDLGCODE || lParam == 0)
+            return std::nullopt;
+        EXPECT_EQ(wParam, static_cast<WPARAM>(VK_LEFT));
+        EXPECT_EQ(lParam, reinterpret_cast<LPARAM>(&message));
+        return SendMessageW(own, reinterpret_cast<const MSG*>(lParam)->message, wParam, 1);
+    });
+    EXPECT_TRUE(IsDialogMessageW(window, &message));
+    EXPECT_EQ(window.Count(WM_GETDLGCODE), 1);
+    EXPECT_EQ(window.Count(WM_KEYDOWN), 1);
+}
+
+TEST_F(DialogKeys, AWindowThatWantsTheKeyGetsItDispatched)
+{
+    TestWindow window;
+    window.Handle([](HWND, UINT message, WPARAM, LPARAM) -> std::optional<LRESULT> {
+        if (message == WM_GETDLGCODE)
+            return DLGC_WANTALLKEYS;
+        return std::nullopt;
+    });
+    MSG message{};
+    message.hwnd = window;
+    message.message = WM_KEYDOWN;
+    message.wParam = VK_ESCAPE;
+    message.lParam = 1;
+    EXPECT_TRUE(IsDialogMessageW(window, &message));
+    EXPECT_EQ(window.Count(WM_KEYDOWN), 1);
+    EXPECT_EQ(window.Count(WM_COMMAND), 0);
+}
+
+} // namespace

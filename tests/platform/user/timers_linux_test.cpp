@@ -1,0 +1,179 @@
+// Timers on the virtual clock.
+#include "platform/linux/kernel/clock.h"
+#include "platform/linux/user/input.h"
+#include "tests/platform/user/pump.h"
+
+#include <gtest/gtest.h>
+
+#include <thread>
+
+using namespace cardsong;
+
+namespace {
+
+class TimerTest : public testing::Test {
+protected:
+    TimerTest()
+    {
+        user::ResetWindows();
+        kernel::InstallClock(&m_clock);
+        m_window = std::make_unique<TestWindow>();
+    }
+    ~TimerTest() override
+    {
+        m_window.reset();
+        user::ResetWindows();
+        kernel::InstallClock(nullptr);
+    }
+
+    int Ticks() const { return m_window->Count(WM_TIMER); }
+    void Advance(std::uint64_t milliseconds)
+    {
+        m_clock.Advance(milliseconds);
+        PumpMessages();
+    }
+
+    kernel::VirtualClock m_clock;
+    std::unique_ptr<TestWindow> m_window;
+};
+
+TEST_F(TimerTest, TicksComeWhenTheyAreDueWithTheirId)
+{
+    SetTimer(*m_window, 1000, 100, nullptr);
+    Advance(99);
+    EXPECT_EQ(Ticks(), 0);
+    Advance(1);
+    ASSERT_EQ(Ticks(), 1);
+    EXPECT_EQ(m_window->Last(WM_TIMER)->wParam, 1000U);
+    Advance(100);
+    EXPECT_EQ(Ticks(), 2);
+}
+
+TEST_F(TimerTest, TicksThatNobodyRetrievesAreLostAndTheRhythmIsKept)
+{
+    SetTimer(*m_window, 1, 100, nullptr);
+    Advance(350);
+    EXPECT_EQ(Ticks(), 1);
+    Advance(49);
+    EXPECT_EQ(Ticks(), 1);
+    Advance(1);
+    EXPECT_EQ(Ticks(), 2);
+}
+
+TEST_F(TimerTest, APeriodOfZeroIsTenMilliseconds)
+{
+    SetTimer(*m_window, 1, 0, nullptr);
+    PumpMessages();
+    EXPECT_EQ(Ticks(), 0);
+    for (int i = 0; i < 1000; ++i)
+        Advance(1);
+    EXPECT_EQ(Ticks(), 100);
+}
+
+TEST_F(TimerTest, SettingTheSameIdAgainReplacesTheTimer)
+{
+    SetTimer(*m_window, 1, 100, nullptr);
+    Advance(90);
+    SetTimer(*m_window, 1, 200, nullptr);
+    Advance(199);
+    EXPECT_EQ(Ticks(), 0);
+    Advance(1);
+    EXPECT_EQ(Ticks(), 1);
+}
+
+TEST_F(TimerTest, AThreadTimerSetAgainUnderItsIdIsReplaced)
+{
+    const UINT_PTR id = SetTimer(nullptr, 0, 100, nullptr);
+    EXPECT_EQ(SetTimer(nullptr, id, 300, nullptr), id);
+    MSG message{};
+    m_clock.Advance(299);
+    EXPECT_FALSE(PeekMessageW(&message, nullptr, WM_TIMER, WM_TIMER, PM_REMOVE));
+    m_clock.Advance(1);
+    ASSERT_TRUE(PeekMessageW(&message, nullptr, WM_TIMER, WM_TIMER, PM_REMOVE));
+    EXPECT_EQ(message.hwnd, nullptr);
+    EXPECT_EQ(message.wParam, id);
+    KillTimer(nullptr, id);
+}
+
+TEST_F(TimerTest, ATickComesAfterPostedMessages)
+{
+    SetTimer(*m_window, 1, 100, nullptr);
+    m_clock.Advance(100);
+    PostMessageW(*m_window, WM_USER, 0, 0);
+    MSG message{};
+    ASSERT_TRUE(PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE));
+    EXPECT_EQ(message.message, WM_USER);
+    ASSERT_TRUE(PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE));
+    EXPECT_EQ(message.message, WM_TIMER);
+}
+
+TEST_F(TimerTest, ATickThatWasLookedAtComesBeforeMessagesPostedLater)
+{
+    SetTimer(*m_window, 1, 100, nullptr);
+    m_clock.Advance(100);
+    MSG message{};
+    ASSERT_TRUE(PeekMessageW(&message, nullptr, 0, 0, PM_NOREMOVE));
+    EXPECT_EQ(message.message, WM_TIMER);
+    PostMessageW(*m_window, WM_USER, 0, 0);
+    ASSERT_TRUE(PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE));
+    EXPECT_EQ(message.message, WM_TIMER);
+    ASSERT_TRUE(PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE));
+    EXPECT_EQ(message.message, WM_USER);
+    EXPECT_FALSE(PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE));
+}
+
+TEST_F(TimerTest, AKilledTimerTicksNoMore)
+{
+    SetTimer(*m_window, 1, 100, nullptr);
+    KillTimer(*m_window, 1);
+    Advance(500);
+    EXPECT_EQ(Ticks(), 0);
+}
+
+TEST_F(TimerTest, ADestroyedWindowsTimersAreGone)
+{
+    SetTimer(*m_window, 1, 100, nullptr);
+    DestroyWindow(*m_window);
+    m_clock.Advance(500);
+    MSG message{};
+    EXPECT_FALSE(PeekMessageW(&message, nullptr, WM_TIMER, WM_TIMER, PM_REMOVE));
+}
+
+UINT_PTR g_calledWith = 0;
+
+void CALLBACK RememberCall(HWND, UINT, UINT_PTR id, DWORD)
+{
+    g_calledWith = id;
+}
+
+TEST_F(TimerTest, ATimerWithAProcedureCallsItInsteadOfTheWindow)
+{
+    SetTimer(*m_window, 31, 100, RememberCall);
+    Advance(100);
+    EXPECT_EQ(g_calledWith, 31U);
+    EXPECT_EQ(Ticks(), 0);
+}
+
+TEST_F(TimerTest, TwoTimersThatAreDueComeInTheOrderOfTheirTime)
+{
+    SetTimer(*m_window, 1, 200, nullptr);
+    SetTimer(*m_window, 2, 100, nullptr);
+    Advance(200);
+    std::vector<WPARAM> ids;
+    for (const auto& seen : m_window->Seen())
+        if (seen.message == WM_TIMER)
+            ids.push_back(seen.wParam);
+    EXPECT_EQ(ids, (std::vector<WPARAM>{ 2, 1 }));
+}
+
+TEST_F(TimerTest, AThreadThatWaitsInGetMessageWakesForItsTimer)
+{
+    SetTimer(*m_window, 1, 5000, nullptr);
+    std::thread driver([this] { m_clock.Advance(5000); });
+    MSG message{};
+    EXPECT_EQ(GetMessageW(&message, nullptr, WM_TIMER, WM_TIMER), TRUE);
+    EXPECT_EQ(message.wParam, 1U);
+    driver.join();
+}
+
+} // namespace

@@ -11,7 +11,7 @@ namespace cardsong::playback {
 namespace {
 
 // How long a cue may keep the caller. A song on a slow card that takes longer goes on cueing by itself.
-constexpr std::chrono::milliseconds kCueLimit{ 3000 };
+constexpr std::chrono::milliseconds kCueLimit{ 1500 };
 
 // Longer than any song, and short of what a count of nanoseconds can hold.
 constexpr double kMostSeconds = 1e9;
@@ -184,6 +184,7 @@ bool Song::Pause()
 
 void Song::DropChain()
 {
+    Duration(); // remembered while the song is at rest
     m_startSeconds = Position();
     m_lastPositionSeconds = m_startSeconds;
     m_events->SetRunning(false);

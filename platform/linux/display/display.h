@@ -1,0 +1,31 @@
+// The screen as the user has it: shows finished frames and turns touch and keys into input. Knows no window and no
+// library behind it.
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <string>
+
+namespace cardsong::display {
+
+struct DisplayOptions {
+    int scale = 0; // size of one of the screen's pixels; 0: as fits the desktop comfortably
+    bool fullScreen = false;
+};
+
+class Display {
+public:
+    virtual ~Display() = default;
+    // Opens the display and has finished frames reported to it. Returns an empty text, or one line that says why it
+    // cannot be opened. Call it once, from the thread that runs the program's start.
+    [[nodiscard]] virtual std::string Start() = 0;
+    // Closes it; no call reaches the display any more. Harmless when it never started.
+    virtual void Stop() = 0;
+    // A drawing thread has finished a frame. Quick, any thread; a frame like the one before costs nothing.
+    virtual void FrameReady() = 0;
+};
+
+// A window, the full screen or a bare screen, on a thread of its own.
+std::unique_ptr<Display> MakeSdlDisplay(const DisplayOptions& options);
+
+} // namespace cardsong::display

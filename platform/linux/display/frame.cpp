@@ -1,0 +1,44 @@
+#include "platform/linux/display/frame.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace cardsong::display {
+
+bool FrameBox::Post()
+{
+    const std::lock_guard lock(m_mutex);
+    const std::uint64_t generation = gdi::ScreenGeneration();
+    if (generation == m_generation)
+        return false;
+    m_generation = generation;
+    gdi::CopyScreen(m_frame);
+    return !std::exchange(m_waits, true);
+}
+
+bool FrameBox::Take(Frame& frame)
+{
+    const std::lock_guard lock(m_mutex);
+    if (!m_waits)
+        return false;
+    frame = m_frame;
+    m_waits = false;
+    return true;
+}
+
+std::vector<RowRange> FindChangedRows(const Frame& before, const Frame& after)
+{
+    std::vector<RowRange> ranges;
+    for (int y = 0; y < kFrameHeightPx; ++y) {
+        const auto offset = static_cast<std::ptrdiff_t>(y) * kFrameWidthPx;
+        if (std::equal(before.begin() + offset, before.begin() + offset + kFrameWidthPx, after.begin() + offset))
+            continue;
+        if (!ranges.empty() && ranges.back().end == y)
+            ranges.back().end = y + 1;
+        else
+            ranges.push_back({ y, y + 1 });
+    }
+    return ranges;
+}
+
+} // namespace cardsong::display

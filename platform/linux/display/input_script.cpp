@@ -1,0 +1,143 @@
+#include "platform/linux/display/input_script.h"
+
+#include "platform/linux/ce/messages.h"
+#include "platform/linux/display/frame.h"
+#include "platform/linux/display/screenshot.h"
+#include "platform/linux/kernel/clock.h"
+#include "platform/linux/user/input.h"
+
+#include <charconv>
+#include <cstdio>
+#include <optional>
+
+namespace cardsong::display {
+namespace {
+
+constexpr std::uint32_t kLongestWaitMs = 3'600'000;
+
+struct KeyName {
+    std::string_view name;
+    WPARAM key;
+};
+constexpr KeyName kKeyNames[] = {
+    { "Enter", VK_RETURN }, { "Left", VK_LEFT }, { "Right", VK_RIGHT },
+    { "Up", VK_UP },        { "Down", VK_DOWN }, { "Exit", VK_F24 },
+};
+
+std::optional<std::uint32_t> ReadNumber(std::string_view text, std::uint32_t largest)
+{
+    std::uint32_t number = 0;
+    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
+    if (error != std::errc() || end != text.data() + text.size() || number > largest)
+        return std::nullopt;
+    return number;
+}
+
+std::optional<ScriptStep> ReadTap(std::string_view place)
+{
+    const std::size_t comma = place.find(',');
+    if (comma == std::string_view::npos)
+        return std::nullopt;
+    const auto x = ReadNumber(place.substr(0, comma), kFrameWidthPx - 1);
+    const auto y = ReadNumber(place.substr(comma + 1), kFrameHeightPx - 1);
+    if (!x || !y)
+        return std::nullopt;
+    return TapStep{ static_cast<int>(*x), static_cast<int>(*y) };
+}
+
+using Word = std::variant<ScriptStep, ScriptError>;
+
+Word ReadWord(std::string_view word)
+{
+    const auto fail = [word](const char* why) { return ScriptError{ "\"" + std::string(word) + "\": " + why }; };
+    if (word.starts_with("wait:")) {
+        const auto milliseconds = ReadNumber(word.substr(5), kLongestWaitMs);
+        return milliseconds ? Word(WaitStep{ *milliseconds }) : fail("wait: takes milliseconds, 0 to 3600000");
+    }
+    if (word.starts_with("tap:")) {
+        const auto tap = ReadTap(word.substr(4));
+        return tap ? Word(*tap) : fail("tap: takes X,Y with X 0 to 319 and Y 0 to 239");
+    }
+    if (word.starts_with("shot:"))
+        return word.size() > 5 ? Word(ShotStep{ std::string(word.substr(5)) }) : fail("shot: takes a file name");
+    for (const KeyName& known : kKeyNames) {
+        if (known.name == word)
+            return KeyStep{ static_cast<UINT>(known.key) };
+    }
+    return fail("neither a key (Enter Left Right Up Down Exit) nor wait:MS, tap:X,Y or shot:FILE");
+}
+
+} // namespace
+
+std::variant<std::vector<ScriptStep>, ScriptError> ParseInputScript(std::string_view text)
+{
+    constexpr std::string_view kBlanks = " \t\r\n";
+    std::vector<ScriptStep> steps;
+    for (std::size_t at = text.find_first_not_of(kBlanks); at != std::string_view::npos;) {
+        const std::size_t end = std::min(text.find_first_of(kBlanks, at), text.size());
+        Word word = ReadWord(text.substr(at, end - at));
+        if (auto* error = std::get_if<ScriptError>(&word))
+            return std::move(*error);
+        steps.push_back(std::get<ScriptStep>(std::move(word)));
+        at = text.find_first_not_of(kBlanks, end);
+    }
+    return steps;
+}
+
+ScriptPlayer::~ScriptPlayer()
+{
+    Stop();
+}
+
+void ScriptPlayer::Start(std::vector<ScriptStep> steps)
+{
+    m_thread = std::thread([this, script = std::move(steps)] {
+        for (const ScriptStep& step : script) {
+            {
+                const std::lock_guard lock(m_mutex);
+                if (m_stops)
+                    break;
+            }
+            Play(step);
+        }
+        m_isFinished = true;
+    });
+}
+
+void ScriptPlayer::Stop()
+{
+    {
+        const std::lock_guard lock(m_mutex);
+        m_stops = true;
+    }
+    m_changed.notify_all();
+    if (m_thread.joinable())
+        m_thread.join();
+}
+
+void ScriptPlayer::Play(const ScriptStep& step)
+{
+    if (const auto* key = std::get_if<KeyStep>(&step)) {
+        user::KeyDown(key->key);
+        user::KeyUp(key->key);
+    } else if (const auto* tap = std::get_if<TapStep>(&step)) {
+        user::PointerDown({ tap->x, tap->y });
+        user::PointerUp({ tap->x, tap->y });
+    } else if (const auto* wait = std::get_if<WaitStep>(&step)) {
+        Wait(wait->milliseconds);
+    } else if (const auto* shot = std::get_if<ShotStep>(&step)) {
+        if (SaveScreenshot(shot->path))
+            return;
+        std::fprintf(stderr, "cardsong: cannot write the picture %s\n", shot->path.c_str());
+        m_allWritten = false;
+    }
+}
+
+void ScriptPlayer::Wait(std::uint32_t milliseconds)
+{
+    kernel::Clock& clock = kernel::CurrentClock();
+    std::unique_lock lock(m_mutex);
+    clock.WaitUntil(lock, m_changed, clock.NowMs() + milliseconds, [this] { return m_stops; });
+}
+
+} // namespace cardsong::display

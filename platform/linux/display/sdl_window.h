@@ -1,0 +1,38 @@
+// The window on the machine's screen: its size, its pixels. Every call belongs on the thread that made it.
+#pragma once
+
+#include "platform/linux/display/display.h"
+#include "platform/linux/display/frame.h"
+#include "platform/linux/display/viewport.h"
+
+#include <SDL_video.h>
+
+#include <memory>
+#include <string>
+
+namespace cardsong::display {
+
+class SdlWindow {
+public:
+    // An empty text, or why there is no window.
+    [[nodiscard]] std::string Open(const DisplayOptions& options);
+    // Shows `frame`; only rows that differ from the frame before are sent.
+    void Show(const Frame& frame);
+    // Sends everything again: the window was uncovered, or has a new size.
+    void Redraw();
+    const Viewport& Place() const { return m_viewport; }
+    SDL_Point Size() const;
+
+private:
+    void DrawRows(SDL_Surface& surface, const RowRange& rows) const;
+    void SendRows(SDL_Surface& surface, const std::vector<RowRange>& ranges);
+
+    struct DestroyWindow {
+        void operator()(SDL_Window* window) const { SDL_DestroyWindow(window); }
+    };
+    std::unique_ptr<SDL_Window, DestroyWindow> m_window;
+    Viewport m_viewport;
+    Frame m_shown{};
+};
+
+} // namespace cardsong::display

@@ -1,0 +1,120 @@
+#include "platform/linux/ce/messages.h"
+#include "platform/linux/display/input_script.h"
+#include "platform/linux/kernel/clock.h"
+#include "tests/platform/display/recorded_input.h"
+#include "tests/platform/scratch_device.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+using namespace cardsong::display;
+using namespace cardsong::test;
+using Steps = std::vector<ScriptStep>;
+
+Steps Parsed(std::string_view text)
+{
+    auto result = ParseInputScript(text);
+    if (const auto* error = std::get_if<ScriptError>(&result))
+        ADD_FAILURE() << error->message;
+    return std::holds_alternative<Steps>(result) ? std::get<Steps>(result) : Steps{};
+}
+
+std::string ErrorOf(std::string_view text)
+{
+    const auto result = ParseInputScript(text);
+    const auto* error = std::get_if<ScriptError>(&result);
+    return error != nullptr ? error->message : "no error";
+}
+
+KeyStep Key(WPARAM key)
+{
+    return { static_cast<UINT>(key) };
+}
+
+TEST(InputScript, AnEmptyTextHasNoSteps)
+{
+    EXPECT_EQ(Parsed(""), Steps{});
+    EXPECT_EQ(Parsed(" \t\n"), Steps{});
+}
+
+TEST(InputScript, KnowsTheDevicesKeys)
+{
+    const Steps expected = { Key(VK_RETURN), Key(VK_LEFT), Key(VK_RIGHT), Key(VK_UP), Key(VK_DOWN), Key(VK_F24) };
+    EXPECT_EQ(Parsed("Enter Left Right Up Down Exit"), expected);
+}
+
+TEST(InputScript, ReadsWaitsTapsAndPictures)
+{
+    const Steps expected = { WaitStep{ 500 }, TapStep{ 319, 239 }, ShotStep{ "/tmp/a.png" } };
+    EXPECT_EQ(Parsed("  wait:500\ttap:319,239\nshot:/tmp/a.png "), expected);
+}
+
+TEST(InputScript, NamesAnUnknownWord)
+{
+    EXPECT_EQ(ErrorOf("Enter Jump"),
+              "\"Jump\": neither a key (Enter Left Right Up Down Exit) nor wait:MS, tap:X,Y or shot:FILE");
+}
+
+TEST(InputScript, RefusesWaitsThatMeanNothing)
+{
+    for (const char* word : { "wait:", "wait:x", "wait:-1", "wait:5s", "wait:3600001", "wait:99999999999999999999" })
+        EXPECT_EQ(ErrorOf(word), "\"" + std::string(word) + "\": wait: takes milliseconds, 0 to 3600000");
+}
+
+TEST(InputScript, RefusesTapsOutsideTheScreen)
+{
+    for (const char* word : { "tap:", "tap:1", "tap:1,", "tap:,1", "tap:320,0", "tap:0,240", "tap:-1,0", "tap:1,2,3" })
+        EXPECT_EQ(ErrorOf(word), "\"" + std::string(word) + "\": tap: takes X,Y with X 0 to 319 and Y 0 to 239");
+}
+
+TEST(InputScript, RefusesAPictureWithoutAName)
+{
+    EXPECT_EQ(ErrorOf("shot:"), "\"shot:\": shot: takes a file name");
+}
+
+class Playing : public testing::Test {
+protected:
+    Playing() { ResetRecordedInput(); }
+    ScriptPlayer player;
+};
+
+TEST_F(Playing, PressesAndReleases)
+{
+    player.Start({ Key(VK_RETURN), TapStep{ 10, 20 } });
+    const std::vector<std::string> expected = { "key+ 13", "key- 13", "down 10,20", "up 10,20" };
+    EXPECT_EQ(WaitForInput(4), expected);
+    player.Stop();
+    EXPECT_TRUE(player.IsFinished());
+}
+
+TEST_F(Playing, WaitsOnTheClockInForce)
+{
+    cardsong::kernel::VirtualClock clock;
+    cardsong::kernel::InstallClock(&clock);
+    player.Start({ Key(VK_UP), WaitStep{ 1000 }, Key(VK_DOWN) });
+    EXPECT_EQ(WaitForInput(2).size(), 2U);
+    while (!player.IsFinished())
+        clock.Advance(1000); // the thread may not have begun to wait at the first advance
+    EXPECT_EQ(RecordedInput().size(), 4U);
+    player.Stop();
+    cardsong::kernel::InstallClock(nullptr);
+}
+
+TEST_F(Playing, StopEndsAWait)
+{
+    player.Start({ Key(VK_UP), WaitStep{ 3'600'000 }, Key(VK_DOWN) });
+    WaitForInput(2);
+    player.Stop();
+    EXPECT_EQ(RecordedInput().size(), 2U);
+}
+
+TEST_F(Playing, RemembersAPictureThatCouldNotBeWritten)
+{
+    player.Start({ ShotStep{ "/nonexistent/folder/a.png" }, Key(VK_UP) });
+    WaitForInput(2);
+    player.Stop();
+    EXPECT_FALSE(player.AllWritten());
+}
+
+} // namespace

@@ -1,0 +1,102 @@
+#include "tests/platform/display/recorded_input.h"
+
+#include "platform/linux/user/input.h"
+
+#include <chrono>
+#include <condition_variable>
+#include <mutex>
+
+namespace {
+
+std::mutex g_mutex;
+std::condition_variable g_changed;
+std::vector<std::string> g_input;
+std::function<void()> g_presenter;
+
+void Record(std::string text)
+{
+    const std::lock_guard lock(g_mutex);
+    g_input.push_back(std::move(text));
+    g_changed.notify_all();
+}
+
+std::string Place(POINT at)
+{
+    return std::to_string(at.x) + "," + std::to_string(at.y);
+}
+
+} // namespace
+
+namespace cardsong::test {
+
+void ResetRecordedInput()
+{
+    const std::lock_guard lock(g_mutex);
+    g_input.clear();
+    g_presenter = nullptr;
+}
+
+std::vector<std::string> RecordedInput()
+{
+    const std::lock_guard lock(g_mutex);
+    return g_input;
+}
+
+std::vector<std::string> WaitForInput(std::size_t count)
+{
+    constexpr auto kGiveUp = std::chrono::seconds(20); // only a failing test waits so long
+    std::unique_lock lock(g_mutex);
+    g_changed.wait_for(lock, kGiveUp, [count] { return g_input.size() >= count; });
+    return g_input;
+}
+
+bool PresentFrame()
+{
+    std::function<void()> presenter;
+    {
+        const std::lock_guard lock(g_mutex);
+        presenter = g_presenter;
+    }
+    if (presenter)
+        presenter();
+    return presenter != nullptr;
+}
+
+} // namespace cardsong::test
+
+namespace cardsong::user {
+
+void PointerDown(POINT at)
+{
+    Record("down " + Place(at));
+}
+void PointerMove(POINT at)
+{
+    Record("move " + Place(at));
+}
+void PointerUp(POINT at)
+{
+    Record("up " + Place(at));
+}
+void KeyDown(UINT key)
+{
+    Record("key+ " + std::to_string(key));
+}
+void KeyUp(UINT key)
+{
+    Record("key- " + std::to_string(key));
+}
+void SetDisplayActive(bool active)
+{
+    Record(active ? "active" : "inactive");
+}
+
+void InstallPresenter(std::function<void()> presenter)
+{
+    const std::lock_guard lock(g_mutex);
+    g_presenter = std::move(presenter);
+}
+
+void ResetWindows() {}
+
+} // namespace cardsong::user

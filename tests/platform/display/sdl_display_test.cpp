@@ -1,0 +1,183 @@
+#include "platform/linux/display/display.h"
+#include "tests/platform/display/recorded_input.h"
+#include "tests/platform/display/screen_painter.h"
+
+#include <SDL.h>
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <memory>
+
+namespace {
+
+using namespace cardsong::test;
+using cardsong::display::Display;
+using cardsong::display::MakeSdlDisplay;
+using Log = std::vector<std::string>;
+
+// The window library's own stand-in for a server: windows have pixels there, and events come from the test.
+class SdlEvents : public testing::Test {
+protected:
+    SdlEvents()
+    {
+        ResetRecordedInput();
+        setenv("SDL_VIDEODRIVER", "dummy", 1);
+        display = MakeSdlDisplay({ 2, false });
+        EXPECT_EQ(display->Start(), "");
+        SDL_Event gained{};
+        gained.type = SDL_WINDOWEVENT;
+        gained.window.event = SDL_WINDOWEVENT_FOCUS_LOST;
+        SDL_PushEvent(&gained);
+        // Whatever the library reports of the new window comes before this.
+        while (true) {
+            const Log log = WaitForInput(++m_before);
+            if (log.size() < m_before || log[m_before - 1] == "inactive")
+                break;
+        }
+    }
+    ~SdlEvents() override { display->Stop(); }
+
+    static void PushKey(Uint32 type, SDL_Keycode key, bool repeats = false)
+    {
+        SDL_Event event{};
+        event.type = type;
+        event.key.keysym.sym = key;
+        event.key.repeat = repeats ? 1 : 0;
+        SDL_PushEvent(&event);
+    }
+    static void PushButton(Uint32 type, Uint8 button, int x, int y)
+    {
+        SDL_Event event{};
+        event.type = type;
+        event.button.button = button;
+        event.button.x = x;
+        event.button.y = y;
+        SDL_PushEvent(&event);
+    }
+    static void PushMotion(int x, int y)
+    {
+        SDL_Event event{};
+        event.type = SDL_MOUSEMOTION;
+        event.motion.x = x;
+        event.motion.y = y;
+        SDL_PushEvent(&event);
+    }
+    static void PushFinger(Uint32 type, SDL_FingerID finger, float x, float y)
+    {
+        SDL_Event event{};
+        event.type = type;
+        event.tfinger.fingerId = finger;
+        event.tfinger.x = x;
+        event.tfinger.y = y;
+        SDL_PushEvent(&event);
+    }
+    // What came since the display opened, `count` entries and not one more: a key that is known marks the end.
+    Log Heard(std::size_t count)
+    {
+        PushKey(SDL_KEYUP, SDLK_TAB);
+        Log log = WaitForInput(m_before + count + 1);
+        log.erase(log.begin(), log.begin() + static_cast<std::ptrdiff_t>(std::min(m_before, log.size())));
+        EXPECT_FALSE(log.empty());
+        if (!log.empty()) {
+            EXPECT_EQ(log.back(), "key- 9");
+            log.pop_back();
+        }
+        return log;
+    }
+
+    std::unique_ptr<Display> display;
+    std::size_t m_before = 0;
+};
+
+TEST_F(SdlEvents, KeysBecomeTheDevicesKeys)
+{
+    const std::pair<SDL_Keycode, int> keys[] = {
+        { SDLK_RETURN, 13 },    { SDLK_KP_ENTER, 13 }, { SDLK_LEFT, 37 },      { SDLK_UP, 38 },
+        { SDLK_RIGHT, 39 },     { SDLK_DOWN, 40 },     { SDLK_SPACE, 32 },     { SDLK_ESCAPE, 135 },
+        { SDLK_AUDIOPLAY, 13 }, { SDLK_F24, 135 },     { SDLK_AUDIOPREV, 37 }, { SDLK_AUDIONEXT, 39 },
+    };
+    Log expected;
+    for (const auto& [from, to] : keys) {
+        PushKey(SDL_KEYDOWN, from);
+        PushKey(SDL_KEYUP, from);
+        expected.push_back("key+ " + std::to_string(to));
+        expected.push_back("key- " + std::to_string(to));
+    }
+    EXPECT_EQ(Heard(expected.size()), expected);
+}
+
+TEST_F(SdlEvents, OtherKeysAreSilent)
+{
+    PushKey(SDL_KEYDOWN, SDLK_q);
+    EXPECT_EQ(Heard(0), Log{});
+}
+
+TEST_F(SdlEvents, RepeatedKeysPass)
+{
+    PushKey(SDL_KEYDOWN, SDLK_RIGHT);
+    PushKey(SDL_KEYDOWN, SDLK_RIGHT, true);
+    EXPECT_EQ(Heard(2), (Log{ "key+ 39", "key+ 39" }));
+}
+
+TEST_F(SdlEvents, TheCloseButtonIsTheExitKey)
+{
+    SDL_Event event{};
+    event.type = SDL_QUIT;
+    SDL_PushEvent(&event);
+    EXPECT_EQ(Heard(2), (Log{ "key+ 135", "key- 135" }));
+}
+
+TEST_F(SdlEvents, TheMouseTapsInScreenPixels)
+{
+    PushButton(SDL_MOUSEBUTTONDOWN, SDL_BUTTON_LEFT, 639, 479);
+    PushMotion(100, 50);
+    PushButton(SDL_MOUSEBUTTONUP, SDL_BUTTON_LEFT, -5, 1000);
+    EXPECT_EQ(Heard(3), (Log{ "down 319,239", "move 50,25", "up 0,239" }));
+}
+
+TEST_F(SdlEvents, AMouseThatOnlyMovesIsSilent)
+{
+    PushMotion(100, 50);
+    PushButton(SDL_MOUSEBUTTONDOWN, SDL_BUTTON_RIGHT, 10, 10);
+    PushButton(SDL_MOUSEBUTTONUP, SDL_BUTTON_RIGHT, 10, 10);
+    EXPECT_EQ(Heard(0), Log{});
+}
+
+TEST_F(SdlEvents, OnlyTheFirstFingerCounts)
+{
+    PushFinger(SDL_FINGERDOWN, 1, 0.5F, 0.5F);
+    PushFinger(SDL_FINGERDOWN, 2, 0.1F, 0.1F);
+    PushFinger(SDL_FINGERMOTION, 2, 0.2F, 0.2F);
+    PushFinger(SDL_FINGERUP, 2, 0.2F, 0.2F);
+    PushFinger(SDL_FINGERUP, 1, 0.75F, 0.25F);
+    EXPECT_EQ(Heard(2), (Log{ "down 160,120", "up 240,60" }));
+}
+
+TEST_F(SdlEvents, FocusIsTheDisplaysActivity)
+{
+    SDL_Event event{};
+    event.type = SDL_WINDOWEVENT;
+    event.window.event = SDL_WINDOWEVENT_FOCUS_GAINED;
+    SDL_PushEvent(&event);
+    EXPECT_EQ(Heard(1), Log{ "active" });
+}
+
+TEST_F(SdlEvents, FramesAreTakenWhileItIsOpen)
+{
+    ScreenPainter painter;
+    painter.Fill({ 0, 0, 320, 240 }, RGB(0, 255, 0));
+    EXPECT_TRUE(PresentFrame());
+    EXPECT_EQ(Heard(0), Log{});
+    display->Stop();
+    EXPECT_FALSE(PresentFrame());
+}
+
+TEST(SdlDisplay, SaysWhyItCannotOpen)
+{
+    setenv("SDL_VIDEODRIVER", "no_such_driver", 1);
+    const auto display = MakeSdlDisplay({});
+    EXPECT_NE(display->Start(), "");
+    display->Stop();
+}
+
+} // namespace

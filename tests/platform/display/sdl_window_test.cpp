@@ -1,0 +1,98 @@
+#include "platform/linux/display/sdl_window.h"
+
+#include <SDL.h>
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <memory>
+
+namespace {
+
+using namespace cardsong::display;
+
+// On the window library's stand-in for a server the window's pixels can be read back.
+class SdlPixels : public testing::Test {
+protected:
+    SdlPixels()
+    {
+        setenv("SDL_VIDEODRIVER", "dummy", 1);
+        SDL_SetHint(SDL_HINT_FRAMEBUFFER_ACCELERATION, "0");
+        EXPECT_EQ(SDL_Init(SDL_INIT_VIDEO), 0);
+    }
+    ~SdlPixels() override
+    {
+        window.reset();
+        SDL_Quit();
+    }
+    SDL_Window* Raw() const
+    {
+        for (Uint32 id = 1; id < 100; ++id) {
+            if (SDL_Window* found = SDL_GetWindowFromID(id))
+                return found;
+        }
+        return nullptr;
+    }
+    // 0xRRGGBB
+    Uint32 PixelAt(int x, int y) const
+    {
+        const SDL_Surface* surface = SDL_GetWindowSurface(Raw());
+        const auto* row = static_cast<const Uint8*>(surface->pixels) + y * surface->pitch;
+        Uint8 red = 0;
+        Uint8 green = 0;
+        Uint8 blue = 0;
+        SDL_GetRGB(reinterpret_cast<const Uint32*>(row)[x], surface->format, &red, &green, &blue);
+        return static_cast<Uint32>((red << 16) | (green << 8) | blue);
+    }
+
+    std::unique_ptr<SdlWindow> window = std::make_unique<SdlWindow>();
+    std::unique_ptr<Frame> frame = std::make_unique<Frame>();
+};
+
+TEST_F(SdlPixels, TheWindowHasTheScaleAskedFor)
+{
+    ASSERT_EQ(window->Open({ 3, false }), "");
+    EXPECT_EQ(window->Size().x, 960);
+    EXPECT_EQ(window->Size().y, 720);
+    EXPECT_EQ(window->Place(), (Viewport{ 3, 0, 0 }));
+}
+
+TEST_F(SdlPixels, EveryPixelOfAFrameIsEnlarged)
+{
+    ASSERT_EQ(window->Open({ 2, false }), "");
+    (*frame)[320 * 1 + 1] = 0xF800;
+    window->Show(*frame);
+    for (const SDL_Point at : { SDL_Point{ 2, 2 }, SDL_Point{ 3, 2 }, SDL_Point{ 2, 3 }, SDL_Point{ 3, 3 } })
+        EXPECT_EQ(PixelAt(at.x, at.y), 0xFF0000U) << at.x << "," << at.y;
+    for (const SDL_Point at : { SDL_Point{ 1, 2 }, SDL_Point{ 4, 2 }, SDL_Point{ 2, 1 }, SDL_Point{ 2, 4 } })
+        EXPECT_EQ(PixelAt(at.x, at.y), 0U) << at.x << "," << at.y;
+}
+
+TEST_F(SdlPixels, ALaterFrameReplacesTheRowsThatDiffer)
+{
+    ASSERT_EQ(window->Open({ 1, false }), "");
+    (*frame)[0] = 0xFFFF;
+    window->Show(*frame);
+    (*frame)[0] = 0;
+    (*frame)[320 * 239 + 319] = 0x001F;
+    window->Show(*frame);
+    EXPECT_EQ(PixelAt(0, 0), 0U);
+    EXPECT_EQ(PixelAt(319, 239), 0x0000FFU);
+}
+
+TEST_F(SdlPixels, AWiderWindowIsBlackAroundTheScreen)
+{
+    ASSERT_EQ(window->Open({ 1, false }), "");
+    frame->fill(0xFFFF);
+    window->Show(*frame);
+    SDL_SetWindowSize(Raw(), 800, 500);
+    window->Redraw();
+    EXPECT_EQ(window->Place(), (Viewport{ 2, 80, 10 }));
+    EXPECT_EQ(PixelAt(79, 10), 0U);
+    EXPECT_EQ(PixelAt(80, 9), 0U);
+    EXPECT_EQ(PixelAt(80, 10), 0xFFFFFFU);
+    EXPECT_EQ(PixelAt(719, 489), 0xFFFFFFU);
+    EXPECT_EQ(PixelAt(720, 489), 0U);
+    EXPECT_EQ(PixelAt(719, 490), 0U);
+}
+
+} // namespace

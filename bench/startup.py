@@ -1,0 +1,90 @@
+#!/usr/bin/env python3
+"""Measures the start and the cost of playing of the built player, in a window under Xvfb, with a PulseAudio null sink.
+
+startup.py PROGRAM [--runs N] [--play SECONDS]
+
+First frame and first sound are counted from the moment before the process is made; the first sound is the moment when the
+sink took the first buffer of a song that Enter started as early as it can be pressed. All figures are warm.
+"""
+
+import argparse
+import os
+import pathlib
+import statistics
+import subprocess
+import sys
+import time
+
+sys.path.insert(0, str(pathlib.Path(__file__).resolve().parent.parent / "tests/e2e"))
+from stage import Failure, Stage, Window, make_tones, wait_for  # noqa: E402
+
+MILESTONES = ("first frame", "first sound")
+
+
+def trace_start(stage, program):
+    """Milliseconds of each milestone of one start."""
+    player = stage.start_player(program, "--keys", "Enter", "--run-for", "2",
+                                extra={"CARDSONG_TRACE_START": f"{time.time():.6f}"},
+                                stdout=subprocess.DEVNULL, stderr=subprocess.PIPE, text=True)
+    _, errors = player.communicate(timeout=30)
+    reached = {}
+    for line in errors.splitlines():
+        name, _, milliseconds = line.rpartition(" ")
+        if name in MILESTONES:
+            reached[name] = float(milliseconds)
+    missing = [name for name in MILESTONES if name not in reached]
+    if missing:
+        raise Failure(f"the player did not reach: {', '.join(missing)}\n{errors}")
+    return reached
+
+
+def processor_seconds(pid):
+    fields = pathlib.Path(f"/proc/{pid}/stat").read_text().rpartition(")")[2].split()
+    return (int(fields[11]) + int(fields[12])) / os.sysconf("SC_CLK_TCK")
+
+
+def peak_megabytes(pid):
+    status = pathlib.Path(f"/proc/{pid}/status").read_text()
+    return int(status.partition("VmHWM:")[2].split()[0]) / 1024
+
+
+def measure_playing(stage, program, seconds):
+    """Processor seconds a minute, and the peak of memory, of a playing window that nobody touches."""
+    player = stage.start_player(program, stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
+    window = Window(stage, player)
+    window.press("Return")
+    time.sleep(3)  # what the start costs is over
+    before, since = processor_seconds(player.pid), time.monotonic()
+    time.sleep(seconds)
+    used, passed = processor_seconds(player.pid) - before, time.monotonic() - since
+    peak = peak_megabytes(player.pid)
+    window.press("Escape")
+    wait_for("the player ends", lambda: player.poll() is not None)
+    return used / passed * 60, peak
+
+
+def main():
+    parser = argparse.ArgumentParser(description=__doc__, formatter_class=argparse.RawDescriptionHelpFormatter)
+    parser.add_argument("program", type=pathlib.Path)
+    parser.add_argument("--runs", type=int, default=9)
+    parser.add_argument("--play", type=float, default=30.0)
+    options = parser.parse_args()
+    program = options.program.resolve()
+    with Stage() as stage:
+        make_tones(stage.root / "card" / "00 long tone.mp3", [(440, 1)] * (int(options.play) + 10))
+        trace_start(stage, program)  # files come into the cache
+        starts = [trace_start(stage, program) for _ in range(options.runs)]
+        processor, peak = measure_playing(stage, program, options.play)
+    print(f"{'':34}{'median':>8}{'best':>8}{'worst':>8}")
+    for name in MILESTONES:
+        times = [start[name] for start in starts]
+        print(f"{name + ', ms':34}{statistics.median(times):8.0f}{min(times):8.0f}{max(times):8.0f}")
+    print(f"{'peak memory playing MP3, MB':34}{peak:8.1f}")
+    print(f"{'processor time a minute played, s':34}{processor:8.2f}")
+
+
+if __name__ == "__main__":
+    try:
+        main()
+    except Failure as failure:
+        sys.exit(f"startup: {failure}")

@@ -1,0 +1,215 @@
+"""A stage for the whole program: an X server of its own, a sound server of its own whose output is measured, a card of
+tones, and the hands to tap and type. Everything lives in one temporary folder and ends with the stage."""
+
+import array
+import collections
+import math
+import os
+import pathlib
+import shutil
+import subprocess
+import tempfile
+import threading
+import time
+import wave
+
+from PIL import ImageGrab
+
+RATE = 44100
+PATIENCE_S = 10.0
+SOUND_SERVER = ["pulseaudio", "-n", "--daemonize=no", "--exit-idle-time=-1", "--log-level=error",
+                "--load=module-null-sink norewinds=1", "--load=module-native-protocol-unix"]
+
+
+class Failure(Exception):
+    pass
+
+
+def wait_for(what, condition, patience_s=PATIENCE_S):
+    """Returns the first true answer of `condition`; says what did not happen otherwise."""
+    limit = time.monotonic() + patience_s
+    while True:
+        answer = condition()
+        if answer:
+            return answer
+        if time.monotonic() > limit:
+            raise Failure(f"within {patience_s:.0f} s: {what}")
+        time.sleep(0.02)
+
+
+def make_tones(path, tones):
+    """An MP3 of pure tones, [(whole Hz, whole seconds)], one after the other without a jump."""
+    frames = bytearray()
+    for pitch, seconds in tones:  # whole periods, so that one tone goes over into the next
+        second = array.array("h", (round(8000 * math.sin(2 * math.pi * pitch * i / RATE)) for i in range(RATE)))
+        frames += second.tobytes() * seconds
+    wav = path.with_suffix(".wav")
+    with wave.open(str(wav), "wb") as file:
+        file.setnchannels(1)
+        file.setsampwidth(2)
+        file.setframerate(RATE)
+        file.writeframes(bytes(frames))
+    subprocess.run(["lame", "--quiet", "--cbr", "-b", "128", wav, path], check=True)
+    wav.unlink()
+
+
+class Ear:
+    """What the loudspeaker plays: the last tenths of a second as (Hz, dB)."""
+
+    def __init__(self, meter, environment):
+        self.recorder = subprocess.Popen(
+            ["parec", "--device=@DEFAULT_MONITOR@", "--format=s16le", "--rate=48000", "--channels=1", "--latency-msec=50"],
+            stdout=subprocess.PIPE, stderr=subprocess.DEVNULL, env=environment)
+        self.meter = subprocess.Popen([meter], stdin=self.recorder.stdout, stdout=subprocess.PIPE, text=True)
+        self.heard = collections.deque(maxlen=600)
+        self.count = 0
+        threading.Thread(target=self._listen, daemon=True).start()
+
+    def _listen(self):
+        for line in self.meter.stdout:
+            _, hz, level = line.split()
+            self.heard.append((float(hz), float(level)))
+            self.count += 1
+
+    def _fresh(self, windows, since):
+        return list(self.heard)[-windows:] if self.count - since >= windows else []
+
+    def expect_tone(self, what, hz, patience_s=PATIENCE_S):
+        """Three tenths of a second in a row, all heard from now on."""
+        since = self.count
+
+        def sounds():
+            fresh = self._fresh(3, since)
+            return fresh and all(abs(heard - hz) < hz * 0.02 for heard, _ in fresh)
+
+        self._expect(f"{what}: {hz} Hz", sounds, patience_s)
+
+    def expect_silence(self, what, patience_s=PATIENCE_S):
+        since = self.count
+
+        def silent():
+            fresh = self._fresh(5, since)
+            return fresh and all(level < -70 for _, level in fresh)
+
+        self._expect(f"{what}: silence", silent, patience_s)
+
+    def _expect(self, what, condition, patience_s):
+        try:
+            wait_for(what, condition, patience_s)
+        except Failure as failure:
+            last = ", ".join(f"{hz:.0f} Hz {level:.0f} dB" for hz, level in list(self.heard)[-5:])
+            raise Failure(f"{failure}; heard at the end: {last or 'nothing at all'}") from None
+        print(f"ok: {what}", flush=True)
+
+    def close(self):
+        for process in (self.recorder, self.meter):
+            process.terminate()
+            process.wait()
+
+
+class Stage:
+    def __init__(self):
+        self.root = pathlib.Path(tempfile.mkdtemp(prefix="cardsong-stage-"))
+        self.processes = []
+        for folder in ("home", "run", "device", "card"):
+            (self.root / folder).mkdir(mode=0o700)
+        kept = {name: os.environ[name] for name in ("PATH", "LD_LIBRARY_PATH", "ASAN_OPTIONS") if name in os.environ}
+        self.environment = kept | {
+            "HOME": str(self.root / "home"),
+            "XDG_RUNTIME_DIR": str(self.root / "run"),
+            "XDG_CACHE_HOME": str(self.root / "home/.cache"),
+            "LANG": "C.UTF-8",
+            "DBUS_SESSION_BUS_ADDRESS": f"unix:path={self.root}/no-bus",
+        }
+
+    def __enter__(self):
+        try:
+            self._start_display()
+            self._start_sound_server()
+        except BaseException:
+            self.__exit__()
+            raise
+        return self
+
+    def __exit__(self, *_):
+        for process in reversed(self.processes):
+            if process.poll() is None:
+                process.terminate()
+                try:
+                    process.wait(5)
+                except subprocess.TimeoutExpired:
+                    process.kill()
+                    process.wait()
+        shutil.rmtree(self.root, ignore_errors=True)
+
+    def start(self, command, **options):
+        process = subprocess.Popen(command, env=self.environment | options.pop("extra", {}), **options)
+        self.processes.append(process)
+        return process
+
+    def _start_display(self):
+        reading, writing = os.pipe()
+        self.start(["Xvfb", "-displayfd", str(writing), "-screen", "0", "640x480x24", "-nolisten", "tcp"],
+                   pass_fds=[writing], stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
+        os.close(writing)
+        with os.fdopen(reading) as answer:
+            number = answer.readline().strip()
+        if not number:
+            raise Failure("Xvfb did not start")
+        self.environment["DISPLAY"] = f":{number}"
+
+    def _start_sound_server(self):
+        server = self.start(SOUND_SERVER, stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
+        socket = self.root / "run/pulse/native"
+        wait_for("the sound server answers", lambda: socket.exists() or server.poll() is not None)
+        if server.poll() is not None:
+            raise Failure(f"the sound server ended with status {server.returncode}")
+
+    def listen(self, meter):
+        ear = Ear(meter, self.environment)
+        self.processes += [ear.recorder, ear.meter]
+        wait_for("the recorder hears the sound server", lambda: ear.count > 0)
+        return ear
+
+    def start_player(self, program, *options, **popen):
+        return self.start([program, "--device", self.root / "device", "--card", self.root / "card", "--fill", "--scale",
+                           "1", "--language", "en", *options], **popen)
+
+    def xdotool(self, *arguments):
+        done = subprocess.run(["xdotool", *map(str, arguments)], env=self.environment, capture_output=True, text=True)
+        return done.stdout.split() if done.returncode == 0 else []
+
+
+class Window:
+    """The player's window, as a finger and a pair of eyes know it."""
+
+    def __init__(self, stage, player):
+        self.stage = stage
+
+        def found():
+            if player.poll() is not None:
+                raise Failure(f"the player ended with status {player.returncode} before it showed a window")
+            return stage.xdotool("search", "--onlyvisible", "--name", "^Cardsong$")
+
+        self.id = wait_for("the player shows a window", found)[0]
+        wait_for("the window takes the focus", lambda: self._take_focus())
+        place = dict(line.split("=") for line in stage.xdotool("getwindowgeometry", "--shell", self.id))
+        self.left, self.top = int(place["X"]), int(place["Y"])
+        if (place["WIDTH"], place["HEIGHT"]) != ("320", "240"):
+            raise Failure(f"the window is {place['WIDTH']} x {place['HEIGHT']}, not 320 x 240")
+
+    def _take_focus(self):
+        self.stage.xdotool("windowfocus", self.id)
+        return self.stage.xdotool("getwindowfocus") == [self.id]
+
+    def press(self, key):
+        self.stage.xdotool("key", key)
+
+    def tap(self, x, y):
+        self.stage.xdotool("mousemove", self.left + x, self.top + y, "mousedown", 1)
+        time.sleep(0.05)  # a finger rests on the glass for a moment
+        self.stage.xdotool("mouseup", 1)
+
+    def look(self):
+        screen = ImageGrab.grab(xdisplay=self.stage.environment["DISPLAY"]).convert("RGB")
+        return screen.crop((self.left, self.top, self.left + 320, self.top + 240))

@@ -1,14 +1,11 @@
 #include "playback/media_graph_gstreamer_chain.h"
 
 #include "platform/linux/kernel/start_trace.h"
+#include "playback/media_graph_gstreamer_probe.h"
 #include "playback/media_graph_gstreamer_sink.h"
 
-#include <sys/stat.h>
-
-#include <array>
 #include <atomic>
-#include <cstring>
-#include <fstream>
+#include <cstdlib>
 
 namespace cardsong::playback {
 
@@ -17,26 +14,6 @@ namespace {
 // As much sound as lies parsed ahead of the decoder. It lets the parser see enough of a stream without a length field
 // to tell its length when cued.
 constexpr guint64 kReadAheadNs = 3 * GST_SECOND;
-
-// The ASF header object's identifier, ASF specification 10.1.
-constexpr std::array<unsigned char, 16> kAsfHeader = { 0x30, 0x26, 0xB2, 0x75, 0x8E, 0x66, 0xCF, 0x11,
-                                                       0xA6, 0xD9, 0x00, 0xAA, 0x00, 0x62, 0xCE, 0x6C };
-
-enum class SongKind { None, Mpeg, Asf };
-
-SongKind LookAt(const std::string& hostPath)
-{
-    struct stat status = {};
-    // Opening a pipe or a device could wait for ever.
-    if (stat(hostPath.c_str(), &status) != 0 || !S_ISREG(status.st_mode) || status.st_size == 0)
-        return SongKind::None;
-    std::array<unsigned char, kAsfHeader.size()> first = {};
-    std::ifstream file(hostPath, std::ios::binary);
-    if (!file)
-        return SongKind::None;
-    file.read(reinterpret_cast<char*>(first.data()), first.size());
-    return first == kAsfHeader ? SongKind::Asf : SongKind::Mpeg;
-}
 
 struct WmaDecoder {
     const char* mediaType;
@@ -113,7 +90,7 @@ void TraceFirstSound(GstElement* sink)
 std::unique_ptr<Chain> Chain::Build(const std::string& hostPath, const Settings& settings,
                                     const std::shared_ptr<GraphEvents>& events)
 {
-    const SongKind kind = LookAt(hostPath);
+    const SongKind kind = LookAtSong(hostPath);
     if (kind == SongKind::None)
         return nullptr;
     std::unique_ptr<Chain> chain(new Chain);

@@ -379,7 +379,7 @@ TEST_F(EngineTest, FilesWithoutASongGiveNothingToPlayAtOnce)
     Put("one_byte.mp3", "I");
     Put("text.mp3", std::string(200000, 't'));
     Put("zeroes.mp3", std::string(2000000, '\0'));
-    Put("all_ones.mp3", std::string(20000, '\xFF'));
+    Put("all_ones.mp3", std::string(3000000, '\xFF'));
     Put("picture.mp3", "\x89PNG\r\n\x1A\n" + std::string(3000, 'p'));
     Put("asf_name_only.wma", Sample("short_tone.wma").substr(0, 16));
     Put("asf_then_junk.wma", Sample("short_tone.wma").substr(0, 16) + std::string(5000, 'j'));

@@ -329,6 +329,14 @@ TEST(GifLzw, AMinimumCodeSizeOf32OrMoreKnowsOnlyTheClearCodeZero)
     EXPECT_EQ(Decode(40, Bytes(20, 0), 1).pixels, (Bytes{ kUntouched }));
 }
 
+TEST(GifLzw, FewerThanFiveBytesAreJoinedWithTheNextSubBlock)
+{
+    // A code of 33 bits in sub-blocks of 4 bytes is found and refused; one of 41 bits in sub-blocks of 5 is never
+    // whole.
+    EXPECT_FALSE(Decode(32, { 1, 0, 0, 0, 0 }, 4, 4).isDecoded);
+    EXPECT_TRUE(Decode(40, { 1, 0, 0, 0, 0, 0, 0 }, 4, 5).isDecoded);
+}
+
 TEST(GifLzw, AMinimumCodeSizeOfZeroHasTheSingleColorZero)
 {
     CodePacker packer(0);

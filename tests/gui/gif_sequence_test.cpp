@@ -304,7 +304,7 @@ TEST(GifFrames, DescriptorFieldsAreKept)
 {
     GifImage image = Rectangle(1, 2, 3, 4, 1);
     image.packed = kSorted;
-    image.localTable = std::vector<GifColor>(8, kBlue);
+    image.localTable = std::vector<GifColor>(4, kBlue);
     OpenedGif gif(GifBuilder().Screen(9, 9, kFourColors).Image(image));
     const GifFrame* frame = gif.sequence.DecodeNextFrame();
     ASSERT_NE(frame, nullptr);
@@ -314,7 +314,7 @@ TEST(GifFrames, DescriptorFieldsAreKept)
     EXPECT_EQ(frame->image.heightPx, 4);
     EXPECT_TRUE(frame->image.isSorted);
     EXPECT_FALSE(frame->image.isInterlaced);
-    EXPECT_EQ(frame->image.localTable.size, 8U);
+    EXPECT_EQ(frame->image.localTable.size, 4U);
     EXPECT_EQ(frame->indexPixels.Pixels().size(), 12U);
     EXPECT_EQ(frame->canvas.Pixels().size(), 81U);
 }

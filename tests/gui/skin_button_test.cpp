@@ -1,6 +1,5 @@
 #include "gui/skin_button.h"
 
-#include "common/string_table.h"
 #include "tests/gui/skin_fixture.h"
 
 #include <gtest/gtest.h>
@@ -141,7 +140,7 @@ TEST_F(SkinButtonTest, ReleasedItShowsTheNormalFace)
 TEST_F(SkinButtonTest, AnyOtherActionDrawsNothing)
 {
     ASSERT_TRUE(Create(&kSquare));
-    for (const UINT action : { ODA_FOCUS, 0U, 8U }) {
+    for (const UINT action : { UINT{ ODA_FOCUS }, UINT{ 0 }, UINT{ 8 } }) {
         const Picture picture;
         m_button.DrawItem(DrawRequest(kId, action, 0, picture.Context(), kItem));
         m_button.DrawItemComposed(DrawRequest(kId, action, 0, picture.Context(), kItem));
@@ -186,7 +185,7 @@ TEST_F(SkinButtonTest, AMissingImageLeavesOnlyTheCaption)
 TEST_F(SkinButtonTest, DrawnInTheFocusStateItHandsTheFocusToItsOwner)
 {
     ASSERT_TRUE(Create());
-    for (const UINT action : { ODA_SELECT, ODA_FOCUS }) {
+    for (const UINT action : { UINT{ ODA_SELECT }, UINT{ ODA_FOCUS } }) {
         SetFocus(m_button.Window());
         ASSERT_EQ(GetFocus(), m_button.Window());
         FaceOf(action, ODS_FOCUS);
@@ -528,117 +527,4 @@ TEST_F(SkinButtonTest, ACopyOfAButtonWithoutACaptionKeepsItsOwn)
     const Picture picture;
     copy.DrawItem(DrawRequest(kId, ODA_DRAWENTIRE, 0, picture.Context(), kItem));
     EXPECT_EQ(picture.Count(kBlue565, kItem), 20 * 12); // no background source any more
-}
-
-namespace {
-
-class SkinButtonStrings : public SkinButtonTest {
-protected:
-    SkinButtonStrings() { UseLanguage(0x0404); }
-    ~SkinButtonStrings() override
-    {
-        FreeLibrary(m_module);
-        g_hInstance = m_instanceBefore;
-    }
-    void UseLanguage(LANGID language)
-    {
-        FreeLibrary(m_module);
-        auto tree = cardsong::kernel::CurrentDeviceTree();
-        tree.systemDirectory = CARDSONG_DEVICE_TREE;
-        tree.uiLanguage = language;
-        cardsong::kernel::InstallDeviceTree(tree);
-        g_hInstance = cardsong::kernel::ProgramInstance();
-        m_module = LoadStringModule();
-    }
-
-    HINSTANCE m_instanceBefore = g_hInstance;
-    HMODULE m_module = nullptr;
-};
-
-} // namespace
-
-TEST_F(SkinButtonStrings, ACaptionWithoutATextIsReadFromTheModule)
-{
-    const ButtonCaption caption = { nullptr, 17003, 12, 0 };
-    ASSERT_TRUE(m_button.Create(m_parent.Get(), m_module, kId, kPlace, &caption, nullptr));
-    EXPECT_EQ(WString(m_button.Caption()), TEXT("播放清單"));
-}
-
-TEST_F(SkinButtonStrings, ATextWinsOverAString)
-{
-    const ButtonCaption caption = { TEXT("Go"), 17003, 12, 0 };
-    ASSERT_TRUE(m_button.Create(m_parent.Get(), m_module, kId, kPlace, &caption, nullptr));
-    EXPECT_EQ(WString(m_button.Caption()), TEXT("Go"));
-}
-
-TEST_F(SkinButtonStrings, WithoutAModuleNoStringIsRead)
-{
-    const ButtonCaption caption = { nullptr, 201, 12, 0 };
-    ASSERT_TRUE(m_button.Create(m_parent.Get(), nullptr, kId, kPlace, &caption, nullptr));
-    EXPECT_EQ(m_button.Caption()[0], 0);
-}
-
-TEST_F(SkinButtonStrings, AStringIdOfZeroOrLessIsNone)
-{
-    for (const int id : { 0, -5 }) {
-        m_button.SetStringModule(m_module);
-        m_button.SetCaption({ nullptr, id, 0, 0 });
-        EXPECT_EQ(m_button.Caption()[0], 0);
-        m_button.ReloadCaption();
-        EXPECT_EQ(m_button.Caption()[0], 0);
-    }
-}
-
-TEST_F(SkinButtonStrings, AfterAChangeOfLanguageTheCaptionIsReadAgain)
-{
-    const ButtonCaption caption = { nullptr, 17003, 12, 0 };
-    ASSERT_TRUE(m_button.Create(m_parent.Get(), m_module, kId, kPlace, &caption, nullptr));
-    UseLanguage(0x0409);
-    m_button.SetStringModule(m_module);
-    ParentWindow::Pump();
-    ValidateRect(m_button.Window(), nullptr);
-    m_button.ReloadCaption();
-    EXPECT_EQ(WString(m_button.Caption()), ReadString(m_module, 17003));
-    EXPECT_NE(WString(m_button.Caption()), TEXT("播放清單"));
-    EXPECT_TRUE(GetUpdateRect(m_button.Window(), nullptr, FALSE));
-}
-
-TEST_F(SkinButtonStrings, ReloadingKeepsATextThatIsNoString)
-{
-    m_button.SetStringModule(m_module);
-    m_button.SetCaption({ TEXT("Go"), 0, 0, 0 });
-    m_button.ReloadCaption();
-    EXPECT_EQ(WString(m_button.Caption()), TEXT("Go"));
-}
-
-TEST_F(SkinButtonStrings, OnlyChineseFollowsTheSizeOfTheCaption)
-{
-    const auto textHeight = [](int points) {
-        const Picture picture;
-        CaptionFont font;
-        const SelectedObject selected(picture.Context(), font.Get(picture.Context(), points));
-        TEXTMETRICW metrics = {};
-        GetTextMetricsW(picture.Context(), &metrics);
-        return metrics.tmHeight;
-    };
-    EXPECT_GT(textHeight(24), textHeight(12));
-    UseLanguage(0x0409);
-    EXPECT_EQ(textHeight(24), textHeight(12));
-}
-
-TEST_F(SkinButtonStrings, AFontInTheCacheFollowsLanguageAndSize)
-{
-    const Picture picture;
-    CaptionFont font;
-    const auto heightOf = [&](int points) {
-        const SelectedObject selected(picture.Context(), font.Get(picture.Context(), points));
-        TEXTMETRICW metrics = {};
-        GetTextMetricsW(picture.Context(), &metrics);
-        return metrics.tmHeight;
-    };
-    const LONG small = heightOf(12);
-    const LONG large = heightOf(30);
-    EXPECT_GT(large, small);
-    UseLanguage(0x0409);
-    EXPECT_LT(heightOf(30), large);
 }

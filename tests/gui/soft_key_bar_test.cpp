@@ -161,7 +161,7 @@ TEST_F(SoftKeyBarTest, OtherKeysClickNothing)
 {
     constexpr int ids[] = { 18, 24, 21, 0, 0 };
     ASSERT_TRUE(m_bar.Create(m_parent.Get(), nullptr, 4, ids));
-    for (const WPARAM key : { VK_LEFT, VK_RIGHT, VK_RETURN, WPARAM{ 41 }, WPARAM{ 0 } })
+    for (const WPARAM key : { WPARAM{ VK_LEFT }, WPARAM{ VK_RIGHT }, WPARAM{ VK_RETURN }, WPARAM{ 41 }, WPARAM{ 0 } })
         m_bar.ArrowKey(key);
     EXPECT_TRUE(m_parent.seen.empty());
 }
@@ -285,25 +285,4 @@ TEST_F(SoftKeyBarTest, DestroyedItHasNoButtonsAndDrawsNothing)
     EXPECT_EQ(picture.Count(kBlue565, { 0, 200, 320, 240 }), 320 * 40);
     m_bar.ArrowKey(VK_UP);
     EXPECT_FALSE(m_bar.IsEnabled(18));
-}
-
-TEST_F(SoftKeyBarTest, StringsAreReadAgainForOneButtonOrAll)
-{
-    auto tree = cardsong::kernel::CurrentDeviceTree();
-    tree.systemDirectory = CARDSONG_DEVICE_TREE;
-    tree.uiLanguage = 0x0404;
-    cardsong::kernel::InstallDeviceTree(tree);
-    const HMODULE module = LoadLibraryExW(TEXT("TAVO_StringTable_0404.dll"), nullptr, LOAD_LIBRARY_AS_DATAFILE);
-    ASSERT_NE(module, nullptr);
-    const std::vector<ButtonCaption> captions(3, { nullptr, 17003, 12, 0 });
-    ASSERT_TRUE(CreateThree(captions)); // without a module: no texts yet
-    EXPECT_EQ(m_bar.Buttons()[1].Caption()[0], 0);
-    m_bar.ReloadCaption(24, module);
-    EXPECT_EQ(m_bar.Buttons()[0].Caption()[0], 0);
-    EXPECT_EQ(WString(m_bar.Buttons()[1].Caption()), TEXT("播放清單"));
-    m_bar.SetCaptions(std::vector<ButtonCaption>(3, { TEXT("x"), 17003, 0, 0 }));
-    m_bar.ReloadCaption(0, module);
-    for (const SkinButton& button : m_bar.Buttons())
-        EXPECT_EQ(WString(button.Caption()), TEXT("播放清單"));
-    FreeLibrary(module);
 }

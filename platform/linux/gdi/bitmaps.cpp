@@ -2,6 +2,7 @@
 
 #include "platform/linux/gdi/context.h"
 
+#include <cstdlib>
 #include <cstring>
 
 namespace cardsong::gdi {
@@ -11,18 +12,66 @@ std::int64_t PaddedRow(std::int64_t widthPx)
     return (widthPx + 1) & ~std::int64_t{ 1 };
 }
 
-PixelMemory AllocatePixels(std::int64_t rowWords, std::int64_t rows)
+namespace {
+
+// A paint makes and drops three pictures of the screen's size. Fresh memory of that size comes from the kernel page by
+// page, which costs more than drawing on it; so the last blocks are kept, no more than one paint needs.
+constexpr std::size_t kKeptBlocks = 4;
+constexpr std::size_t kMaxKeptWords = 320 * 240;
+
+std::vector<PixelMemory>& KeptBlocks()
+{
+    static auto* blocks = new std::vector<PixelMemory>;
+    return *blocks;
+}
+
+PixelMemory TakeKeptBlock(std::size_t words)
+{
+    auto& blocks = KeptBlocks();
+    const auto fitting = std::find_if(blocks.begin(), blocks.end(),
+                                      [words](const auto& block) { return block.get_deleter().words == words; });
+    if (fitting == blocks.end())
+        return nullptr;
+    PixelMemory block = std::move(*fitting);
+    blocks.erase(fitting);
+    return block;
+}
+
+} // namespace
+
+void RecyclePixels::operator()(std::uint16_t* pixels) const
+{
+    auto& blocks = KeptBlocks();
+    constexpr std::size_t kSmallWords = 8192; // the heap is quick enough with these
+    if (words > kMaxKeptWords || words < kSmallWords) {
+        std::free(pixels);
+        return;
+    }
+    if (blocks.size() == kKeptBlocks) {
+        std::free(blocks.front().release());
+        blocks.erase(blocks.begin());
+    }
+    blocks.emplace_back(pixels, *this);
+}
+
+PixelMemory AllocatePixels(std::int64_t rowWords, std::int64_t rows, FirstPixels first)
 {
     if (rowWords <= 0 || rows <= 0 || rowWords > kMaxBitmapSidePx + 1 || rows > kMaxBitmapSidePx ||
         rows > kMaxBitmapPixels / rowWords)
         return nullptr;
-    return PixelMemory(static_cast<std::uint16_t*>(std::calloc(static_cast<std::size_t>(rowWords * rows), 2)));
+    const auto words = static_cast<std::size_t>(rowWords * rows);
+    if (PixelMemory kept = TakeKeptBlock(words)) {
+        if (first == FirstPixels::Black)
+            std::fill_n(kept.get(), words, std::uint16_t{ 0 });
+        return kept;
+    }
+    return PixelMemory(static_cast<std::uint16_t*>(std::calloc(words, sizeof(std::uint16_t))), RecyclePixels{ words });
 }
 
 std::unique_ptr<Bitmap> MakeBitmap(int widthPx, int heightPx)
 {
     const std::int64_t rowWords = PaddedRow(widthPx);
-    auto pixels = widthPx > 0 ? AllocatePixels(rowWords, heightPx) : nullptr;
+    auto pixels = widthPx > 0 ? AllocatePixels(rowWords, heightPx, FirstPixels::Black) : nullptr;
     if (!pixels)
         return nullptr;
     auto bitmap = std::make_unique<Bitmap>();
@@ -49,7 +98,7 @@ std::unique_ptr<Bitmap> MakeSection(LONG widthPx, LONG signedHeight)
 {
     const std::int64_t height = std::abs(static_cast<std::int64_t>(signedHeight));
     const std::int64_t rowWords = PaddedRow(widthPx);
-    auto pixels = widthPx > 0 ? AllocatePixels(rowWords, height) : nullptr;
+    auto pixels = widthPx > 0 ? AllocatePixels(rowWords, height, FirstPixels::Black) : nullptr;
     if (!pixels)
         return nullptr;
     auto bitmap = std::make_unique<Bitmap>();

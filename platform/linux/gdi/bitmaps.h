@@ -9,8 +9,10 @@ namespace cardsong::gdi {
 constexpr std::int64_t kMaxBitmapPixels = 4096LL * 4096;
 constexpr int kMaxBitmapSidePx = 65535;
 
-// Black pixels, rows of `rowWords` words. Null when the size is out of range or memory is short.
-PixelMemory AllocatePixels(std::int64_t rowWords, std::int64_t rows);
+// Rows of `rowWords` words. Null when the size is out of range or memory is short. Under the room's lock, as is the
+// release.
+enum class FirstPixels { Black, Whatever };
+PixelMemory AllocatePixels(std::int64_t rowWords, std::int64_t rows, FirstPixels first);
 // Words in a row of `widthPx` pixels: rows start on four bytes, as the blending library and sections want it.
 std::int64_t PaddedRow(std::int64_t widthPx);
 // A bitmap of the screen's format; null as above. It reports rows without padding, since nobody sees its pixels.

@@ -6,12 +6,6 @@
 namespace cardsong::gdi {
 namespace {
 
-void FillSolid(const Surface& target, const RECT& part, std::uint16_t pixel)
-{
-    for (LONG y = part.top; y < part.bottom; ++y)
-        std::fill_n(target.At(part.left, y), part.right - part.left, pixel);
-}
-
 LONG Remainder(std::int64_t value, std::int64_t divisor)
 {
     const std::int64_t rest = value % divisor;
@@ -56,7 +50,7 @@ HBRUSH CreatePatternBrush(HBITMAP handle)
         return nullptr;
     const Surface& from = bitmap->surface;
     auto brush = std::make_unique<Brush>();
-    brush->patternPixels = AllocatePixels(from.widthPx, from.heightPx);
+    brush->patternPixels = AllocatePixels(from.widthPx, from.heightPx, FirstPixels::Whatever);
     if (!brush->patternPixels)
         return nullptr;
     brush->pattern = { brush->patternPixels.get(), from.widthPx, from.widthPx, from.heightPx };
@@ -78,7 +72,7 @@ int FillRect(HDC handle, const RECT* rect, HBRUSH brushHandle)
         if (brush->patternPixels)
             FillPattern(*context, part, brush->pattern);
         else
-            FillSolid(context->target, part, brush->pixel);
+            FillPixels(context->target, part, brush->pixel);
     });
     return 1;
 }

@@ -58,10 +58,10 @@ HBITMAP CreateBitmapFromImageFile(HWND, LPCWSTR path)
     const Picture picture = hostPath ? ReadPicture(*hostPath) : nullptr;
     if (!picture)
         return nullptr;
+    const std::lock_guard lock(RoomLock());
     auto bitmap = MakeBitmap(gdk_pixbuf_get_width(picture.get()), gdk_pixbuf_get_height(picture.get()));
     if (!bitmap)
         return nullptr;
     CopyPicture(picture.get(), bitmap->surface);
-    const std::lock_guard lock(RoomLock());
     return static_cast<HBITMAP>(AddObject(std::move(bitmap)));
 }

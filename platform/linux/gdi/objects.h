@@ -4,7 +4,6 @@
 #include "platform/linux/ce/gdi.h"
 #include "platform/linux/gdi/surface.h"
 
-#include <cstdlib>
 #include <memory>
 #include <mutex>
 #include <vector>
@@ -31,10 +30,12 @@ struct Object {
     int selections = 0;
 };
 
-struct FreeMemory {
-    void operator()(void* memory) const { std::free(memory); }
+// Pixel blocks go back to bitmaps.cpp, which keeps a few for the next paint.
+struct RecyclePixels {
+    std::size_t words = 0;
+    void operator()(std::uint16_t* pixels) const;
 };
-using PixelMemory = std::unique_ptr<std::uint16_t[], FreeMemory>;
+using PixelMemory = std::unique_ptr<std::uint16_t[], RecyclePixels>;
 
 struct Bitmap final : Object {
     static constexpr ObjectKind kKind = ObjectKind::Bitmap;

@@ -49,6 +49,15 @@ constexpr RECT Intersect(const RECT& a, const RECT& b)
              std::min(a.bottom, b.bottom) };
 }
 
+// Fills `part`, which lies within the surface: one row pixel by pixel, the others copied from it.
+inline void FillPixels(const Surface& surface, const RECT& part, std::uint16_t pixel)
+{
+    const LONG widthPx = part.right - part.left;
+    const std::uint16_t* first = std::fill_n(surface.At(part.left, part.top), widthPx, pixel) - widthPx;
+    for (LONG y = part.top + 1; y < part.bottom; ++y)
+        std::memcpy(surface.At(part.left, y), first, static_cast<std::size_t>(widthPx) * sizeof(pixel));
+}
+
 // Half-open range of coordinates, wide enough that no caller's numbers overflow it.
 struct Range {
     std::int64_t low;

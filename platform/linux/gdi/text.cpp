@@ -1,7 +1,6 @@
 #include "platform/linux/gdi/context.h"
+#include "platform/linux/gdi/coverage.h"
 #include "platform/linux/gdi/text_lines.h"
-
-#include <pixman.h>
 
 #include <optional>
 
@@ -15,31 +14,6 @@ struct TextPainter {
     RECT clip; // the target's pixels
 };
 
-struct FreePixman {
-    void operator()(pixman_image_t* image) const { pixman_image_unref(image); }
-};
-using PixmanImage = std::unique_ptr<pixman_image_t, FreePixman>;
-
-PixmanImage ImageOf(const Surface& surface)
-{
-    return PixmanImage(pixman_image_create_bits_no_clear(PIXMAN_r5g6b5, surface.widthPx, surface.heightPx,
-                                                         reinterpret_cast<std::uint32_t*>(surface.top),
-                                                         static_cast<int>(surface.rowWords * 2)));
-}
-
-PixmanImage ImageOf(COLORREF color)
-{
-    const auto widen = [](COLORREF channel) { return static_cast<std::uint16_t>((channel & 0xFF) * 0x101); };
-    const pixman_color_t solid = { widen(color), widen(color >> 8), widen(color >> 16), 0xFFFF };
-    return PixmanImage(pixman_image_create_solid_fill(&solid));
-}
-
-PixmanImage MaskOf(const TextRun& run)
-{
-    return PixmanImage(pixman_image_create_bits_no_clear(
-        PIXMAN_a8, run.maskWidth, run.maskHeight, const_cast<std::uint32_t*>(run.mask.data()), run.maskRowBytes));
-}
-
 RECT BoxOf(std::int64_t left, std::int64_t top, int widthPx, int heightPx)
 {
     return RectOf(RangeOf(left, widthPx), RangeOf(top, heightPx));
@@ -47,11 +21,8 @@ RECT BoxOf(std::int64_t left, std::int64_t top, int widthPx, int heightPx)
 
 void FillBox(const TextPainter& painter, const RECT& box, COLORREF color)
 {
-    const std::uint16_t pixel = PixelFromColor(color);
-    ForEachVisiblePart(painter.context, Intersect(box, painter.clip), [&](const RECT& part) {
-        for (LONG y = part.top; y < part.bottom; ++y)
-            std::fill_n(painter.context.target.At(part.left, y), part.right - part.left, pixel);
-    });
+    ForEachVisiblePart(painter.context, Intersect(box, painter.clip),
+                       [&](const RECT& part) { FillPixels(painter.context.target, part, PixelFromColor(color)); });
 }
 
 // `left`, `base`: the run's start on the base line.
@@ -61,15 +32,14 @@ void BlendRun(const TextPainter& painter, const TextRun& run, std::int64_t left,
     const RECT shown = Intersect(box, painter.clip);
     if (run.mask.empty() || IsEmpty(shown))
         return;
-    const PixmanImage ink = ImageOf(painter.context.textColor);
-    const PixmanImage mask = MaskOf(run);
-    const PixmanImage target = ImageOf(painter.context.target);
-    if (!ink || !mask || !target)
-        return;
+    const std::uint16_t ink = PixelFromColor(painter.context.textColor);
     ForEachVisiblePart(painter.context, shown, [&](const RECT& part) {
-        pixman_image_composite32(PIXMAN_OP_OVER, ink.get(), mask.get(), target.get(), 0, 0, part.left - box.left,
-                                 part.top - box.top, part.left, part.top, part.right - part.left,
-                                 part.bottom - part.top);
+        for (LONG y = part.top; y < part.bottom; ++y) {
+            const auto row = static_cast<std::ptrdiff_t>(y - box.top) * run.maskRowBytes;
+            const std::uint8_t* coverage = run.mask.data() + row + (part.left - box.left);
+            BlendRow(painter.context.target.At(part.left, y), coverage,
+                     static_cast<std::size_t>(part.right - part.left), ink);
+        }
     });
 }
 

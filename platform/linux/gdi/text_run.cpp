@@ -114,9 +114,8 @@ void Measure(const FontFace& face, std::u16string_view text, TextRun& run)
 
 void PaintMask(TextRun& run)
 {
-    auto* bytes = reinterpret_cast<unsigned char*>(run.mask.data());
-    cairo_surface_t* surface =
-        cairo_image_surface_create_for_data(bytes, CAIRO_FORMAT_A8, run.maskWidth, run.maskHeight, run.maskRowBytes);
+    cairo_surface_t* surface = cairo_image_surface_create_for_data(run.mask.data(), CAIRO_FORMAT_A8, run.maskWidth,
+                                                                   run.maskHeight, run.maskRowBytes);
     cairo_t* cairo = cairo_create(surface);
     cairo_move_to(cairo, -run.maskLeft, -run.maskTop);
     pango_cairo_show_layout_line(cairo, ShapedLine());
@@ -144,7 +143,7 @@ void Render(const FontFace& face, std::u16string_view text, TextRun& run)
     run.maskWidth = ink.width + 2 * kMargin;
     run.maskHeight = ink.height + 2 * kMargin;
     run.maskRowBytes = cairo_format_stride_for_width(CAIRO_FORMAT_A8, run.maskWidth);
-    run.mask.assign(static_cast<std::size_t>(run.maskRowBytes) / 4 * static_cast<std::size_t>(run.maskHeight), 0);
+    run.mask.assign(static_cast<std::size_t>(run.maskRowBytes) * static_cast<std::size_t>(run.maskHeight), 0);
     PaintMask(run);
 }
 

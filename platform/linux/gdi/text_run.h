@@ -20,7 +20,7 @@ struct TextRun {
     int maskWidth = 0;
     int maskHeight = 0;
     int maskRowBytes = 0;
-    std::vector<std::uint32_t> mask; // words, because the blending library reads it so
+    std::vector<std::uint8_t> mask;
 };
 
 // The first units of `text` that are shaped at a time; never splits a surrogate pair, never 0 unless `text` is empty.

@@ -252,6 +252,13 @@ TEST_F(Wma, ALargeExtendedContentDescriptionEndsTheWalk)
     EXPECT_EQ(info->trackNumber, 99u);
 }
 
+TEST_F(Wma, AWalkOverMoreThanFourThousandObjectsEnds)
+{
+    const Bytes empty = Object(kOtherGuid, Bytes());
+    EXPECT_EQ(Read(Song(std::vector<Bytes>(4095, empty))), 0);
+    EXPECT_EQ(Read(Song(std::vector<Bytes>(4096, empty))), -1);
+}
+
 TEST_F(Wma, AnotherFormatIsRefused)
 {
     Bytes song = Song({ Properties(7, 0, 0) });

@@ -1,0 +1,299 @@
+#include "library/media_scan.h"
+
+#include "library/song_names.h"
+#include "tests/library/lists.h"
+#include "tests/platform/scratch_device.h"
+#include "tests/tags/bytes.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <random>
+
+namespace {
+
+using cardsong::test::AddEntry;
+using cardsong::test::At;
+using cardsong::test::EmptyLists;
+using cardsong::test::Paths;
+using cardsong::test::SampleText;
+using cardsong::test::ScratchDevice;
+
+using Names = std::vector<std::string>;
+
+class MediaScan : public testing::Test {
+protected:
+    // The paths that a scan of the card finds, sorted, since the file system's order is its own.
+    Names Scan(const WCHAR* folder = TEXT("\\SDMMC"), bool recurse = true)
+    {
+        ScannedFileCount = 0;
+        ScanMediaFolder(folder, &CardSongList, recurse);
+        Names paths = Paths(CardSongList);
+        std::sort(paths.begin(), paths.end());
+        return paths;
+    }
+
+    ScratchDevice device;
+    EmptyLists lists;
+};
+
+TEST_F(MediaScan, SongsOfBothKindsAreFoundInAllFolders)
+{
+    device.WriteFile("card/a.mp3");
+    device.WriteFile("card/Music/b.wma");
+    device.WriteFile("card/Music/deep/er/c.mp3");
+    device.WriteFile("card/readme.txt");
+    EXPECT_EQ(Scan(), (Names{ "\\SDMMC\\Music\\b.wma", "\\SDMMC\\Music\\deep\\er\\c.mp3", "\\SDMMC\\a.mp3" }));
+    EXPECT_EQ(ScannedFileCount, 3u);
+}
+
+TEST_F(MediaScan, NamesAreStoredInLowerCaseAndFoldersAsTheyAre)
+{
+    device.WriteFile("card/Music/Song.MP3", "four");
+    ASSERT_EQ(Scan(), (Names{ "\\SDMMC\\Music\\song.mp3" }));
+    const MediaFileEntry& entry = At(CardSongList, 0);
+    EXPECT_EQ(WString(entry.fileName), TEXT("song.mp3"));
+    EXPECT_EQ(WString(entry.folder), TEXT("\\SDMMC\\Music"));
+    EXPECT_EQ(entry.fileSize, 4u);
+    EXPECT_EQ(entry.duration, 0.0);
+    EXPECT_EQ(entry.isChecked, 0);
+    EXPECT_EQ(entry.playMark, 0);
+    EXPECT_EQ(entry.playedInShuffle, 0);
+}
+
+TEST_F(MediaScan, OnlyTheEndOfTheNameCounts)
+{
+    device.WriteFile("card/song.mp3.txt");
+    device.WriteFile("card/mp3");
+    device.WriteFile("card/.mp3");
+    EXPECT_EQ(Scan(), (Names{ "\\SDMMC\\.mp3" }));
+}
+
+TEST_F(MediaScan, MapFoldersOfTheCardAreLeftAlone)
+{
+    for (const std::string folder : { "MagaNavi", "DestinatorApps", "Lingtu", "maps" })
+        device.WriteFile("card/" + folder + "/" + folder + ".mp3");
+    EXPECT_EQ(Scan(), Names{});
+    EXPECT_EQ(ScannedFileCount, 0u);
+}
+
+TEST_F(MediaScan, MapFoldersAreEnteredElsewhereAndInOtherCase)
+{
+    device.WriteFile("card/Maps/a.mp3");
+    device.WriteFile("card/Music/maps/b.mp3");
+    EXPECT_EQ(Scan(), (Names{ "\\SDMMC\\Maps\\a.mp3", "\\SDMMC\\Music\\maps\\b.mp3" }));
+}
+
+TEST_F(MediaScan, MapFoldersAreEnteredWhenTheCardIsNamedInOtherCase)
+{
+    device.WriteFile("card/maps/a.mp3");
+    EXPECT_EQ(Scan(TEXT("\\sdmmc")), (Names{ "\\sdmmc\\maps\\a.mp3" }));
+}
+
+TEST_F(MediaScan, OneTrailingBackslashIsTakenOff)
+{
+    device.WriteFile("card/maps/a.mp3");
+    device.WriteFile("card/b.mp3");
+    EXPECT_EQ(Scan(TEXT("\\SDMMC\\")), (Names{ "\\SDMMC\\b.mp3" }));
+}
+
+TEST_F(MediaScan, WithoutRecursionSubfoldersAreNotEntered)
+{
+    device.WriteFile("card/a.mp3");
+    device.WriteFile("card/Music/b.mp3");
+    EXPECT_EQ(Scan(TEXT("\\SDMMC"), false), (Names{ "\\SDMMC\\a.mp3" }));
+}
+
+TEST_F(MediaScan, AFolderNamedLikeASongIsAFolder)
+{
+    device.WriteFile("card/live.mp3/a.mp3");
+    EXPECT_EQ(Scan(), (Names{ "\\SDMMC\\live.mp3\\a.mp3" }));
+}
+
+TEST_F(MediaScan, OneOfTwoFilesOfTheSameNameIsTakenAndBothAreCounted)
+{
+    device.WriteFile("card/One/a.mp3");
+    device.WriteFile("card/Two/A.MP3");
+    EXPECT_EQ(Scan().size(), 1u);
+    EXPECT_EQ(ScannedFileCount, 2u);
+}
+
+TEST_F(MediaScan, ASongOfThePlayListIsNotFoundAgain)
+{
+    device.WriteFile("card/Music/a.mp3");
+    device.WriteFile("card/Music/b.mp3");
+    AddEntry(PlayList, TEXT("a.mp3"), TEXT("\\SDMMC\\Elsewhere"));
+    EXPECT_EQ(Scan(), (Names{ "\\SDMMC\\Music\\b.mp3" }));
+    EXPECT_EQ(ScannedFileCount, 2u);
+}
+
+TEST_F(MediaScan, ASecondScanFindsNothingNew)
+{
+    device.WriteFile("card/a.mp3");
+    Scan();
+    EXPECT_EQ(Scan().size(), 1u);
+    EXPECT_EQ(ScannedFileCount, 1u);
+}
+
+TEST_F(MediaScan, AScanIntoThePlayListFillsThePlayList)
+{
+    device.WriteFile("card/One/a.mp3");
+    device.WriteFile("card/Two/a.mp3");
+    ScanMediaFolder(TEXT("\\SDMMC"), &PlayList, true);
+    EXPECT_EQ(PlayList.GetCount(), 1);
+    EXPECT_TRUE(CardSongList.IsEmpty());
+}
+
+TEST_F(MediaScan, AListThatIsNeitherOfTheTwoMayHoldANameTwice)
+{
+    device.WriteFile("card/One/a.mp3");
+    device.WriteFile("card/Two/a.mp3");
+    CPtrListCtrl other;
+    ScanMediaFolder(TEXT("\\SDMMC"), &other, true);
+    EXPECT_EQ(other.GetCount(), 2);
+    FreeMediaEntries(other);
+}
+
+TEST_F(MediaScan, ANullListAddsAndCountsNothing)
+{
+    device.WriteFile("card/Music/a.mp3");
+    ScannedFileCount = 7;
+    ScanMediaFolder(TEXT("\\SDMMC"), nullptr, true);
+    EXPECT_TRUE(CardSongList.IsEmpty());
+    EXPECT_TRUE(PlayList.IsEmpty());
+    EXPECT_EQ(ScannedFileCount, 7u);
+}
+
+TEST_F(MediaScan, ANullOrMissingFolderAddsNothing)
+{
+    EXPECT_EQ(Scan(nullptr), Names{});
+    EXPECT_EQ(Scan(TEXT("\\SDMMC\\missing")), Names{});
+    EXPECT_EQ(Scan(TEXT("")), Names{});
+}
+
+TEST_F(MediaScan, TheCountGoesOnOverScans)
+{
+    device.WriteFile("card/a.mp3");
+    ScannedFileCount = 5;
+    ScanMediaFolder(TEXT("\\SDMMC"), &CardSongList, true);
+    EXPECT_EQ(ScannedFileCount, 6u);
+}
+
+TEST_F(MediaScan, PlayTimesAreWholeSecondsOfEachKind)
+{
+    std::string tenSeconds = SampleText("mp3/cbr_joint_stereo.mp3").substr(0, 417);
+    tenSeconds.resize(128 + 417 * 400); // 10.4 s at 128 kbit/s
+    device.WriteFile("card/ten.mp3", tenSeconds);
+    device.WriteFile("card/seven.WMA", SampleText("wma/large_object_before_data.wma"));
+    device.WriteFile("card/text.mp3", "no song");
+    device.WriteFile("card/text.wma", "no song");
+    Scan();
+    ASSERT_EQ(CardSongList.GetCount(), 4);
+    for (std::int32_t i = 0; i < 4; ++i) {
+        const MediaFileEntry& entry = At(CardSongList, i);
+        const WString name(entry.fileName);
+        const double expected = name == TEXT("ten.mp3") ? 10.0 : name == TEXT("seven.wma") ? 7.0 : 0.0;
+        EXPECT_EQ(entry.duration, expected);
+    }
+}
+
+TEST_F(MediaScan, SongsInPathsTooLongAreLeftOutAndNothingIsCut)
+{
+    const std::string folder(120, 'd');
+    // "\SDMMC" and two folders of 120 units and their backslashes are 248 units.
+    device.WriteFile("card/" + folder + "/" + folder + "/123456.mp3"); // 259
+    device.WriteFile("card/" + folder + "/" + folder + "/1234567.mp3");
+    device.WriteFile("card/near.mp3");
+    const Names paths = Scan();
+    ASSERT_EQ(paths.size(), 2u);
+    EXPECT_EQ(paths[0].size(), 259u);
+    EXPECT_EQ(paths[0].substr(249), "123456.mp3");
+    EXPECT_EQ(ScannedFileCount, 2u);
+}
+
+TEST_F(MediaScan, FoldersTooDeepEndTheWalk)
+{
+    std::string folder = "card";
+    for (int depth = 0; depth < 20; ++depth)
+        folder += "/" + std::string(20, 'd');
+    device.WriteFile(folder + "/a.mp3");
+    device.WriteFile("card/near.mp3");
+    EXPECT_EQ(Scan(), (Names{ "\\SDMMC\\near.mp3" }));
+}
+
+#ifndef _WIN32 // making a link asks for a privilege there
+TEST_F(MediaScan, ALinkThatLeadsBackUpEndsTheWalk)
+{
+    device.WriteFile("card/Music/a.mp3");
+    std::filesystem::create_directory_symlink(device.CardDirectory(), device.CardDirectory() + "/Music/again");
+    EXPECT_EQ(Scan().size(), 1u);
+}
+#endif
+
+TEST_F(MediaScan, ANameIsNewUntilEitherListHoldsIt)
+{
+    MediaFileEntry entry;
+    entry.fileName[0] = TEXT('a');
+    EXPECT_EQ(IsNewSongName(entry), 1);
+    AddEntry(PlayList, TEXT("b"), TEXT("\\x"));
+    AddEntry(PlayList, TEXT("a"), TEXT("\\x"));
+    EXPECT_EQ(IsNewSongName(entry), 0);
+    EmptyLists::Clear();
+    AddEntry(CardSongList, TEXT("b"), TEXT(""));
+    AddEntry(CardSongList, TEXT("a"), TEXT(""));
+    EXPECT_EQ(IsNewSongName(entry), 0);
+}
+
+TEST_F(MediaScan, ANameOfOtherCaseOrLengthIsNew)
+{
+    MediaFileEntry entry;
+    entry.fileName[0] = TEXT('a');
+    AddEntry(PlayList, TEXT("A"), TEXT("\\x"));
+    AddEntry(CardSongList, TEXT("ab"), TEXT("\\x"));
+    EXPECT_EQ(IsNewSongName(entry), 1);
+}
+
+TEST_F(MediaScan, TheSetOfNamesAnswersLikeTheLists)
+{
+    std::mt19937 random(7);
+    const auto randomName = [&random] {
+        return WString(1 + random() % 2, static_cast<WCHAR>(TEXT('a') + random() % 26));
+    };
+    for (int i = 0; i < 15; ++i) {
+        AddEntry(PlayList, randomName(), TEXT("\\x"));
+        AddEntry(CardSongList, randomName(), TEXT("\\x"));
+    }
+    SongNames names;
+    AddEntry(PlayList, TEXT("added"), TEXT("\\x"));
+    names.Add(PlayList, At(PlayList, 15));
+    int known = 0;
+    for (int i = 0; i < 300; ++i) {
+        const std::unique_ptr<MediaFileEntry> entry(NewMediaEntry(i == 0 ? TEXT("added") : randomName(), TEXT("\\y")));
+        EXPECT_EQ(names.Contains(*entry), IsNewSongName(*entry) == 0);
+        known += names.Contains(*entry) ? 1 : 0;
+    }
+    EXPECT_GT(known, 50);
+    EXPECT_LT(known, 250);
+}
+
+TEST(ReadSongDurationSeconds, OfAWmaSongWrapsAfter429Seconds)
+{
+    ScratchDevice device;
+    // A header of 30 bytes, a File Properties Object of 104, and a play time of 500 s at byte 94.
+    std::string song = SampleText("wma/properties_cut_short.wma").substr(0, 46);
+    song += std::string("\x68\0\0\0\0\0\0\0", 8) + std::string(40, 0);
+    for (int shift = 0; shift < 64; shift += 8)
+        song += static_cast<char>(5'000'000'000ull >> shift);
+    song += std::string(32, 0);
+    device.WriteFile("user/scratch/long.wma", song);
+    EXPECT_EQ(ReadSongDurationSeconds(device.Path(TEXT("long.wma")).c_str(), false), 70u); // 500 s less 429.4967296 s
+}
+
+TEST(ReadSongDurationSeconds, OfAMissingFileIsZero)
+{
+    ScratchDevice device;
+    EXPECT_EQ(ReadSongDurationSeconds(device.Path(TEXT("missing.mp3")).c_str(), true), 0u);
+    EXPECT_EQ(ReadSongDurationSeconds(device.Path(TEXT("missing.wma")).c_str(), false), 0u);
+}
+
+} // namespace

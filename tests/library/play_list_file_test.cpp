@@ -1,0 +1,259 @@
+#include "library/play_list_file.h"
+
+#include "tests/library/lists.h"
+#include "tests/platform/scratch_device.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+using cardsong::test::AddEntry;
+using cardsong::test::At;
+using cardsong::test::EmptyLists;
+using cardsong::test::Paths;
+using cardsong::test::ScratchDevice;
+
+using Names = std::vector<std::string>;
+
+std::string Utf16(const std::string& text)
+{
+    std::string bytes;
+    for (const char letter : text) {
+        bytes += letter;
+        bytes += '\0';
+    }
+    return bytes;
+}
+
+std::string Record(const std::string& text)
+{
+    return Utf16(text) + "\r\n";
+}
+
+class PlayListFile : public testing::Test {
+protected:
+    Names Load(const std::string& bytes)
+    {
+        device.WriteFile("user/Windows/play_list.txt", bytes);
+        return Load();
+    }
+    Names Load()
+    {
+        EmptyLists::Clear();
+        LoadPlayList(PlayList);
+        return Paths(PlayList);
+    }
+    std::string Written() { return device.ReadFile("user/Windows/play_list.txt"); }
+
+    ScratchDevice device;
+    EmptyLists lists;
+};
+
+TEST_F(PlayListFile, IsWrittenByteForByte)
+{
+    AddEntry(PlayList, TEXT("song.mp3"), TEXT("\\SDMMC\\Music"), 215.9);
+    AddEntry(PlayList, TEXT("\x554A.wma"), TEXT("\\SDMMC"), 0);
+    SavePlayList(PlayList);
+    EXPECT_EQ(Written(),
+              Record("1$song.mp3$\\SDMMC\\Music$215") + Utf16("2$") + "\x4A\x55" + Utf16(".wma$\\SDMMC$0") + "\r\n");
+}
+
+TEST_F(PlayListFile, AnEntryWithoutANameIsLeftOutAndKeepsItsNumber)
+{
+    AddEntry(PlayList, TEXT("a.mp3"), TEXT("\\SDMMC"), 1);
+    AddEntry(PlayList, TEXT(""), TEXT("\\SDMMC"), 2);
+    AddEntry(PlayList, TEXT("c.mp3"), TEXT("\\SDMMC"), 3);
+    SavePlayList(PlayList);
+    EXPECT_EQ(Written(), Record("1$a.mp3$\\SDMMC$1") + Record("3$c.mp3$\\SDMMC$3"));
+}
+
+TEST_F(PlayListFile, ANullEntryEndsTheWriting)
+{
+    CPtrListCtrl list;
+    AddEntry(list, TEXT("a.mp3"), TEXT("\\SDMMC"), 1);
+    list.Add(static_cast<void*>(nullptr), -1);
+    AddEntry(list, TEXT("c.mp3"), TEXT("\\SDMMC"), 3);
+    SavePlayList(list);
+    EXPECT_EQ(Written(), Record("1$a.mp3$\\SDMMC$1"));
+    FreeMediaEntries(list);
+}
+
+TEST_F(PlayListFile, AShorterListReplacesALongerOneWholly)
+{
+    AddEntry(PlayList, TEXT("a.mp3"), TEXT("\\SDMMC"), 1);
+    AddEntry(PlayList, TEXT("b.mp3"), TEXT("\\SDMMC"), 1);
+    SavePlayList(PlayList);
+    EmptyLists::Clear();
+    SavePlayList(PlayList);
+    EXPECT_EQ(Written(), "");
+}
+
+TEST_F(PlayListFile, WhatIsWrittenIsReadBackInOrder)
+{
+    CPtrListCtrl list;
+    for (int i = 0; i < 30; ++i) {
+        const std::string name = "song" + std::to_string(i) + ".mp3";
+        device.WriteFile("card/Music/" + name);
+        AddEntry(list, WString(name.begin(), name.end()), TEXT("\\SDMMC\\Music"), i * 10);
+    }
+    SavePlayList(list);
+    EXPECT_EQ(Load(), Paths(list));
+    for (std::int32_t i = 0; i < PlayList.GetCount(); ++i)
+        EXPECT_EQ(At(PlayList, i).duration, i * 10.0);
+    FreeMediaEntries(list);
+}
+
+TEST_F(PlayListFile, AMissingFileHoldsNoSongs)
+{
+    EXPECT_EQ(Load(), Names{});
+}
+
+TEST_F(PlayListFile, AnEmptyFileHoldsNoSongs)
+{
+    EXPECT_EQ(Load(""), Names{});
+}
+
+TEST_F(PlayListFile, SongsThatAreGoneAreDropped)
+{
+    device.WriteFile("card/a.mp3");
+    device.WriteFile("card/c.mp3");
+    const std::string bytes = Record("1$a.mp3$\\SDMMC$1") + Record("2$b.mp3$\\SDMMC$2") + Record("3$c.mp3$\\SDMMC$3");
+    EXPECT_EQ(Load(bytes), (Names{ "\\SDMMC\\a.mp3", "\\SDMMC\\c.mp3" }));
+}
+
+TEST_F(PlayListFile, NewSongsAreAppendedToTheList)
+{
+    device.WriteFile("card/a.mp3");
+    device.WriteFile("user/Windows/play_list.txt", Record("1$a.mp3$\\SDMMC$1"));
+    AddEntry(PlayList, TEXT("first.mp3"), TEXT("\\SDMMC"));
+    LoadPlayList(PlayList);
+    EXPECT_EQ(Paths(PlayList), (Names{ "\\SDMMC\\first.mp3", "\\SDMMC\\a.mp3" }));
+}
+
+TEST_F(PlayListFile, ALastRecordWithoutItsEndIsRead)
+{
+    device.WriteFile("card/a.mp3");
+    device.WriteFile("card/b.mp3");
+    const std::string bytes = Record("1$a.mp3$\\SDMMC$1") + Utf16("2$b.mp3$\\SDMMC$21");
+    EXPECT_EQ(Load(bytes).size(), 2u);
+    EXPECT_EQ(At(PlayList, 1).duration, 21.0);
+    EXPECT_EQ(Load(bytes + "5").size(), 2u); // half a unit
+}
+
+TEST_F(PlayListFile, EveryTearKeepsTheWholeRecordsBeforeIt)
+{
+    device.WriteFile("card/a.mp3");
+    device.WriteFile("card/b.mp3");
+    const std::string first = Record("1$a.mp3$\\SDMMC$12");
+    const std::string bytes = first + Record("2$b.mp3$\\SDMMC$21");
+    for (std::size_t sizeBytes = 0; sizeBytes <= bytes.size(); ++sizeBytes) {
+        const bool isSecondTold = sizeBytes >= bytes.size() - 6; // the last two digits and the end
+        const std::size_t least = sizeBytes < first.size() ? 0 : isSecondTold ? 2 : 1;
+        ASSERT_GE(Load(bytes.substr(0, sizeBytes)).size(), least) << sizeBytes;
+    }
+}
+
+TEST_F(PlayListFile, RecordsAcrossTheBlocksOfReadingAreWhole)
+{
+    std::string bytes;
+    for (int i = 0; i < 100; ++i) {
+        const std::string name = std::string(static_cast<std::size_t>(i % 13) + 1, 'x') + std::to_string(i) + ".mp3";
+        device.WriteFile("card/" + name);
+        bytes += Record(std::to_string(i + 1) + "$" + name + "$\\SDMMC$" + std::to_string(i));
+    }
+    ASSERT_EQ(Load(bytes).size(), 100u);
+    for (std::int32_t i = 0; i < 100; ++i)
+        EXPECT_EQ(At(PlayList, i).duration, i);
+}
+
+TEST_F(PlayListFile, ARecordTooLongIsDroppedAndTheNextRead)
+{
+    device.WriteFile("card/a.mp3");
+    EXPECT_EQ(Load(Record("1$" + std::string(5000, 'x') + "$\\SDMMC$1") + Record("2$a.mp3$\\SDMMC$1")),
+              (Names{ "\\SDMMC\\a.mp3" }));
+}
+
+TEST_F(PlayListFile, AFileOfNoiseHoldsNoSongs)
+{
+    std::string noise;
+    for (int i = 0; i < 20'000; ++i)
+        noise += static_cast<char>(i * i % 253 * 7);
+    EXPECT_EQ(Load(noise), Names{});
+}
+
+class PlayListRecord : public PlayListFile {
+protected:
+    PlayListRecord() { device.WriteFile("card/a.mp3"); }
+    int Parse(WStringView text) { return ParsePlayListRecord(text, PlayList); }
+};
+
+TEST_F(PlayListRecord, OfASongThatIsThereIsAppended)
+{
+    EXPECT_EQ(Parse(TEXT("1$a.mp3$\\SDMMC$215")), 1);
+    ASSERT_EQ(PlayList.GetCount(), 1);
+    const MediaFileEntry& entry = At(PlayList, 0);
+    EXPECT_EQ(WString(entry.fileName), TEXT("a.mp3"));
+    EXPECT_EQ(WString(entry.folder), TEXT("\\SDMMC"));
+    EXPECT_EQ(entry.duration, 215.0);
+    EXPECT_EQ(entry.fileSize, 0u);
+    EXPECT_EQ(entry.playMark, 0);
+}
+
+TEST_F(PlayListRecord, OfNothingIsNone)
+{
+    EXPECT_EQ(Parse(TEXT("")), 0);
+}
+
+TEST_F(PlayListRecord, TheNumberIsIgnored)
+{
+    EXPECT_EQ(Parse(TEXT("$a.mp3$\\SDMMC$215")), 1);
+    EXPECT_EQ(Parse(TEXT("nonsense$a.mp3$\\SDMMC$215")), 1);
+}
+
+TEST_F(PlayListRecord, WithoutAPlayTimeHasNone)
+{
+    EXPECT_EQ(Parse(TEXT("1$a.mp3$\\SDMMC$")), 1);
+    EXPECT_EQ(At(PlayList, 0).duration, 0.0);
+}
+
+TEST_F(PlayListRecord, EndsAtItsEndUnit)
+{
+    EXPECT_EQ(Parse(WString(TEXT("1$a.mp3$\\SDMMC$21")) + static_cast<WCHAR>(0x0A0D) + TEXT("5")), 1);
+    EXPECT_EQ(At(PlayList, 0).duration, 21.0);
+}
+
+TEST_F(PlayListRecord, WithFewerThanThreeSeparatorsIsNone)
+{
+    EXPECT_EQ(Parse(TEXT("1$a.mp3$\\SDMMC")), 0);
+    EXPECT_EQ(Parse(TEXT("1$a.mp3")), 0);
+    EXPECT_EQ(Parse(TEXT("a.mp3")), 0);
+    EXPECT_TRUE(PlayList.IsEmpty());
+}
+
+TEST_F(PlayListRecord, OfANameWithASeparatorIsDropped)
+{
+    device.WriteFile("card/a$b.mp3");
+    EXPECT_EQ(Parse(TEXT("1$a$b.mp3$\\SDMMC$1")), 0);
+}
+
+TEST_F(PlayListRecord, WithoutANameIsNone)
+{
+    EXPECT_EQ(Parse(TEXT("1$$\\SDMMC$1")), 0);
+}
+
+TEST_F(PlayListRecord, OfAPathTooLongIsNone)
+{
+    EXPECT_EQ(Parse(TEXT("1$") + WString(300, TEXT('x')) + TEXT("$\\SDMMC$1")), 0);
+    EXPECT_EQ(Parse(TEXT("1$a.mp3$") + WString(300, TEXT('\\')) + TEXT("$1")), 0);
+}
+
+TEST_F(PlayListRecord, OnlyItsFirstThousandUnitsCount)
+{
+    const WString blank(1000, TEXT(' '));
+    EXPECT_EQ(Parse(blank + TEXT("$a.mp3$\\SDMMC$1")), 0);
+    const WString number(1000 - 16, TEXT('7'));
+    EXPECT_EQ(Parse(number + TEXT("$a.mp3$\\SDMMC$234")), 1);
+    EXPECT_EQ(At(PlayList, 0).duration, 23.0);
+}
+
+} // namespace

@@ -158,11 +158,34 @@ private:
     bool m_isHeld = false;
 };
 
+// One blank line between groups and none elsewhere: the library keeps those it read and adds its own. A comment stays
+// above the line that it speaks of.
+std::string WithTidyLines(std::string_view text)
+{
+    std::string tidy;
+    std::string comments;
+    while (!text.empty()) {
+        const auto end = std::min(text.find('\n'), text.size() - 1) + 1;
+        const auto line = text.substr(0, end);
+        text.remove_prefix(end);
+        if (line == "\n")
+            continue;
+        comments += line;
+        if (line.front() == '#')
+            continue;
+        if (line.front() == '[' && !tidy.empty())
+            tidy += '\n';
+        tidy += comments;
+        comments.clear();
+    }
+    return tidy + comments;
+}
+
 bool Replace(GKeyFile* keyFile)
 {
-    gsize sizeBytes = 0;
-    const OwnedText contents(g_key_file_to_data(keyFile, &sizeBytes, nullptr), g_free);
-    return g_file_set_contents_full(FilePath().c_str(), contents.get(), static_cast<gssize>(sizeBytes),
+    const OwnedText text(g_key_file_to_data(keyFile, nullptr, nullptr), g_free);
+    const auto contents = WithTidyLines(text.get());
+    return g_file_set_contents_full(FilePath().c_str(), contents.data(), static_cast<gssize>(contents.size()),
                                     G_FILE_SET_CONTENTS_CONSISTENT, 0666, nullptr) != FALSE;
 }
 

@@ -112,9 +112,10 @@ void AppendPadded(std::u16string& out, const Conversion& conversion, std::u16str
 
 std::u16string Digits(std::uint64_t value, unsigned base, bool isUpper)
 {
+    const std::u16string_view symbols = isUpper ? u"0123456789ABCDEF" : u"0123456789abcdef";
     std::u16string digits;
     for (; value != 0; value /= base)
-        digits.push_back((isUpper ? u"0123456789ABCDEF" : u"0123456789abcdef")[value % base]);
+        digits.push_back(symbols[value % base]);
     std::reverse(digits.begin(), digits.end());
     return digits;
 }

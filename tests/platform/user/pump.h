@@ -46,9 +46,9 @@ public:
     explicit TestWindow(const WindowOptions& options = {}) : m_handler(options.handler)
     {
         static int s_number = 0;
-        WCHAR name[64];
-        wsprintfW(name, TEXT("CardsongTest%d"), ++s_number);
-        m_className = name;
+        m_className = TEXT("CardsongTest");
+        for (int rest = ++s_number; rest != 0; rest /= 10)
+            m_className.push_back(static_cast<WCHAR>('0' + rest % 10));
         WNDCLASSW windowClass{};
         windowClass.style = options.classStyle;
         windowClass.lpfnWndProc = Procedure;

@@ -60,6 +60,7 @@ void SetHints()
     SDL_SetHint(SDL_HINT_TOUCH_MOUSE_EVENTS, "0");
     SDL_SetHint(SDL_HINT_MOUSE_TOUCH_EVENTS, "0");
     SDL_SetHint(SDL_HINT_VIDEO_ALLOW_SCREENSAVER, "1");
+    SDL_SetHint(SDL_HINT_NO_SIGNAL_HANDLERS, "1"); // the host ends the program
     SDL_SetHint(SDL_HINT_APP_NAME, "cardsong");
     // The window's class is read from the environment, which only the program's start may change.
     SDL_setenv("SDL_VIDEO_X11_WMCLASS", "cardsong", 0);
@@ -156,7 +157,7 @@ bool SdlDisplay::Handle(const SDL_Event& event)
         return true;
     }
     switch (event.type) {
-    case SDL_QUIT: // the window's close button, or the machine's wish to end the program
+    case SDL_QUIT: // the window's close button
         user::KeyDown(static_cast<UINT>(VK_F24));
         user::KeyUp(static_cast<UINT>(VK_F24));
         break;

@@ -16,6 +16,21 @@ int WindowScale(const DisplayOptions& options)
     return SDL_GetDisplayUsableBounds(0, &desktop) == 0 ? ComfortableScale(desktop.w, desktop.h) : 2;
 }
 
+SDL_Window* CreateInWindow(int scale)
+{
+    return SDL_CreateWindow("Cardsong", SDL_WINDOWPOS_CENTERED, SDL_WINDOWPOS_CENTERED, kFrameWidthPx * scale,
+                            kFrameHeightPx * scale, SDL_WINDOW_RESIZABLE);
+}
+
+// Made as large as the desktop from the start: without a window manager nobody enlarges it afterwards.
+SDL_Window* CreateFullScreen()
+{
+    SDL_DisplayMode desktop{};
+    if (SDL_GetDesktopDisplayMode(0, &desktop) != 0)
+        return nullptr;
+    return SDL_CreateWindow("Cardsong", 0, 0, desktop.w, desktop.h, SDL_WINDOW_FULLSCREEN_DESKTOP);
+}
+
 // Part of one enlarged row that lies on the surface, and the frame's pixels under it.
 struct Columns {
     int firstPixel;
@@ -52,10 +67,7 @@ void DrawRow(std::span<const std::uint16_t> row, int scale, const SDL_PixelForma
 
 std::string SdlWindow::Open(const DisplayOptions& options)
 {
-    const int scale = WindowScale(options);
-    const Uint32 flags = options.fullScreen ? SDL_WINDOW_FULLSCREEN_DESKTOP : SDL_WINDOW_RESIZABLE;
-    m_window.reset(SDL_CreateWindow("Cardsong", SDL_WINDOWPOS_CENTERED, SDL_WINDOWPOS_CENTERED, kFrameWidthPx * scale,
-                                    kFrameHeightPx * scale, flags));
+    m_window.reset(options.fullScreen ? CreateFullScreen() : CreateInWindow(WindowScale(options)));
     if (!m_window || SDL_GetWindowSurface(m_window.get()) == nullptr)
         return SDL_GetError();
     SDL_SetWindowMinimumSize(m_window.get(), kFrameWidthPx, kFrameHeightPx);

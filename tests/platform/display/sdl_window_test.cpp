@@ -95,4 +95,14 @@ TEST_F(SdlPixels, AWiderWindowIsBlackAroundTheScreen)
     EXPECT_EQ(PixelAt(719, 490), 0U);
 }
 
+TEST_F(SdlPixels, TheFullScreenIsAsLargeAsTheDesktopFromTheStart)
+{
+    SDL_DisplayMode desktop{};
+    ASSERT_EQ(SDL_GetDesktopDisplayMode(0, &desktop), 0);
+    ASSERT_EQ(window->Open({ 0, true }), "");
+    EXPECT_EQ(window->Size().x, desktop.w);
+    EXPECT_EQ(window->Size().y, desktop.h);
+    EXPECT_EQ(window->Place(), FitViewport(desktop.w, desktop.h));
+}
+
 } // namespace

@@ -15,6 +15,10 @@
 #include <cstdio>
 #include <cwchar>
 
+// Windows CE's entry takes a wide command line; the desktop's is this one.
+#define WinMain wWinMain
+
+constexpr DWORD WS_EX_NOANIMATION = 0x04000000;
 constexpr DWORD EVENT_PULSE = 1;
 constexpr DWORD EVENT_RESET = 2;
 constexpr DWORD EVENT_SET = 3;

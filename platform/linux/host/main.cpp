@@ -1,5 +1,4 @@
 // The Linux program: reads its options, lays out the device tree, opens the display, and runs the player in it.
-#include "platform/linux/display/display.h"
 #include "platform/linux/host/options.h"
 #include "platform/linux/host/session.h"
 

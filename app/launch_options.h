@@ -1,0 +1,14 @@
+// What the start of the program asks of it: words of its command line. Knows no window.
+#pragma once
+
+#include "platform/ce.h"
+
+struct LaunchOptions {
+    bool fillFromCard = false; // "--fill": an empty play list is filled from the card at the first play
+    bool report = false;       // "--report": the debug output tells each second what plays
+};
+
+extern LaunchOptions g_launchOptions;
+
+// Reads the words of `commandLine` (null: none); unknown words mean nothing.
+[[nodiscard]] LaunchOptions ReadLaunchOptions(const WCHAR* commandLine);

@@ -1,0 +1,146 @@
+#include "app/main_paint.h"
+
+#include "app/player_state.h"
+#include "app/player_window.h"
+#include "app/title_ticker.h"
+#include "gui/gdi_handles.h"
+#include "gui/gif_bitmap.h"
+
+#include <memory>
+
+namespace {
+
+constexpr int kWidthPx = 320;
+constexpr int kHeightPx = 240;
+constexpr RECT kWholeScreen{ 0, 0, kWidthPx, kHeightPx };
+constexpr RECT kTotalTimeRect{ 33, 117, 113, 137 };
+constexpr RECT kElapsedTimeRect{ 221, 117, 300, 137 };
+// The part of the text layer that reaches the screen: it cuts the title off at the panel's edges.
+constexpr RECT kPanel{ 34, 45, 34 + 250, 45 + 92 };
+constexpr COLORREF kTextColor = RGB(0xFF, 0xFF, 0xFF);
+constexpr int kTimePoints = 12;
+constexpr int kTitlePoints = 18;
+
+// An off-screen picture of the screen's size that lives in a context of its own.
+class Layer {
+public:
+    explicit Layer(HDC like)
+        : m_context(CreateCompatibleDC(like)), m_bitmap(CreateCompatibleBitmap(like, kWidthPx, kHeightPx)),
+          m_selected(m_context.Get(), m_bitmap.Get())
+    {
+    }
+    [[nodiscard]] HDC Context() const { return m_context.Get(); }
+
+private:
+    UniqueMemoryContext m_context;
+    UniqueBitmap m_bitmap;
+    SelectedObject m_selected; // goes first: a bitmap is freed only when no context holds it
+};
+
+// What one paint after the other needs again. Made at the first paint, freed with the window.
+struct Painting {
+    explicit Painting(HDC like) : ground(like), text(like) {}
+    Layer ground; // what goes to the screen
+    Layer text;   // of which only the panel goes to the ground
+};
+
+UniqueBitmap g_background;
+UniqueBrush g_backgroundBrush;
+UniqueFont g_timeFont;
+UniqueFont g_titleFont;
+std::unique_ptr<Painting> g_painting;
+
+UniqueFont FontOfPoints(HDC context, int points)
+{
+    LOGFONTW description{};
+    description.lfHeight = -(points * GetDeviceCaps(context, LOGPIXELSY) / 72);
+    return UniqueFont(CreateFontIndirectW(&description));
+}
+
+void DrawTimes(HDC context)
+{
+    const SelectedObject font(context, g_timeFont.Get());
+    RECT total = kTotalTimeRect;
+    DrawTextW(context, g_totalText.c_str(), -1, &total, DT_SINGLELINE | DT_CENTER);
+    RECT elapsed = kElapsedTimeRect;
+    DrawTextW(context, g_elapsedText.c_str(), -1, &elapsed, DT_SINGLELINE | DT_BOTTOM | DT_CENTER);
+}
+
+void DrawTitle(HDC context)
+{
+    const SelectedObject font(context, TitleFont());
+    for (const TitleStrip* strip : { &g_titleStripA, &g_titleStripB }) {
+        RECT rect = strip->rect;
+        DrawTextW(context, g_titleText.c_str(), -1, &rect, DT_SINGLELINE | DT_NOPREFIX);
+    }
+}
+
+void DrawTextLayer(HDC context)
+{
+    FillRect(context, &kWholeScreen, g_backgroundBrush.Get());
+    if (g_songLoaded == 0)
+        return;
+    SetBkMode(context, TRANSPARENT);
+    SetTextColor(context, kTextColor);
+    DrawTimes(context);
+    DrawTitle(context);
+}
+
+void PreparePainting(HDC context)
+{
+    if (!g_painting)
+        g_painting = std::make_unique<Painting>(context);
+    if (!g_timeFont)
+        g_timeFont = FontOfPoints(context, kTimePoints);
+}
+
+} // namespace
+
+void LoadBackground()
+{
+    g_background.Reset(LoadGifBitmap(TEXT("\\Windows\\gui_musicplayer_background.gif")));
+    g_backgroundBrush.Reset(g_background ? CreatePatternBrush(g_background.Get()) : CreateSolidBrush(RGB(0, 0, 0)));
+}
+
+void FreeBackground()
+{
+    g_painting.reset();
+    g_background.Reset();
+    g_backgroundBrush.Reset();
+    g_timeFont.Reset();
+    g_titleFont.Reset();
+}
+
+void PaintMainWindow(HWND window)
+{
+    PAINTSTRUCT paint;
+    const HDC screen = BeginPaint(window, &paint);
+    PreparePainting(screen);
+    const HDC ground = g_painting->ground.Context();
+    FillRect(ground, &kWholeScreen, g_backgroundBrush.Get());
+    DrawTextLayer(g_painting->text.Context());
+    BitBlt(ground, kPanel.left, kPanel.top, kPanel.right - kPanel.left, kPanel.bottom - kPanel.top,
+           g_painting->text.Context(), kPanel.left, kPanel.top, SRCCOPY);
+    g_window.softKeys.DrawAll(ground);
+    BitBlt(screen, 0, 0, kWidthPx, kHeightPx, ground, 0, 0, SRCCOPY);
+    EndPaint(window, &paint);
+}
+
+void EraseMainWindow(HDC context)
+{
+    if (!g_background)
+        return;
+    const UniqueMemoryContext source(CreateCompatibleDC(context));
+    const SelectedObject picture(source.Get(), g_background.Get());
+    BitBlt(context, 0, 0, kWidthPx, kHeightPx, source.Get(), 0, 0, SRCCOPY);
+}
+
+HFONT TitleFont()
+{
+    if (!g_titleFont) {
+        const HDC screen = GetDC(nullptr);
+        g_titleFont = FontOfPoints(screen, kTitlePoints);
+        ReleaseDC(nullptr, screen);
+    }
+    return g_titleFont.Get();
+}

@@ -1,0 +1,220 @@
+#include "app/main_window.h"
+
+#include "app/audio_settings.h"
+#include "app/command_ids.h"
+#include "app/instance_messages.h"
+#include "app/main_paint.h"
+#include "app/play_modes.h"
+#include "app/player_state.h"
+#include "app/player_window.h"
+#include "app/progress.h"
+#include "app/title_ticker.h"
+#include "app/transport.h"
+#include "library/media_scan.h"
+#include "library/play_list_file.h"
+#include "playback/media_player.h"
+
+namespace {
+
+constexpr int kScreenWidthPx = 320;
+constexpr int kScreenHeightPx = 240;
+
+void ShowTaskBar(int command)
+{
+    if (const HWND taskBar = FindWindowW(TEXT("HHTaskBar"), nullptr); taskBar != nullptr)
+        ShowWindow(taskBar, command);
+}
+
+void LoadSavedPlayList()
+{
+    WIN32_FIND_DATAW entry;
+    const HANDLE find = FindFirstFileW(kPlayListFile, &entry);
+    if (find == INVALID_HANDLE_VALUE)
+        return;
+    FindClose(find);
+    LoadPlayList(PlayList);
+}
+
+void RepaintNow(HWND window)
+{
+    constexpr RECT screen{ 0, 0, kScreenWidthPx, kScreenHeightPx };
+    InvalidateRect(window, &screen, FALSE);
+    UpdateWindow(window);
+}
+
+// ---- commands ----
+
+void ExitPlayer(HWND window, WPARAM request)
+{
+    if (g_songLoaded != 0)
+        SendMessageW(window, WM_COMMAND, kCommandStop, 0);
+    PostMessageW(HWND_BROADCAST, g_window.audioManagerMessage, request, 0);
+    SavePlayList(PlayList);
+    FreeControls();
+    FreeBackground();
+    DestroyWindow(window);
+}
+
+using CommandHandler = void (*)(HWND window, WPARAM request);
+
+struct CommandEntry {
+    WORD id;
+    CommandHandler handler;
+};
+
+constexpr CommandEntry kCommands[] = {
+    { kCommandExit, ExitPlayer },
+    { kCommandAudioSettings, [](HWND, WPARAM) { StartAudioSettings(); } },
+    { kCommandPrevious, [](HWND window, WPARAM) { StepToPrevious(window); } },
+    { kCommandBack5, [](HWND, WPARAM) { StepBack5Seconds(); } },
+    { kCommandPlay, [](HWND window, WPARAM) { PlayOrPause(window); } },
+    { kCommandPause, [](HWND window, WPARAM) { PlayOrPause(window); } },
+    { kCommandStop, StopSong },
+    { kCommandForward5, [](HWND, WPARAM) { StepForward5Seconds(); } },
+    { kCommandNext, [](HWND window, WPARAM) { StepToNext(window); } },
+};
+
+// ---- messages ----
+
+LRESULT OnCreate(HWND window, WPARAM, LPARAM)
+{
+    g_window.audioManagerMessage = RegisterWindowMessageW(TEXT("TAVO_AUDIOMGR_UPDATESTATE_IND"));
+    SetWindowLongPtrW(window, GWL_EXSTYLE, GetWindowLongPtrW(window, GWL_EXSTYLE) | WS_EX_NOANIMATION);
+    MoveWindow(window, 0, 0, kScreenWidthPx, kScreenHeightPx, TRUE);
+    ShowTaskBar(SW_HIDE);
+    CreateControls(window);
+    LoadBackground();
+    LoadSavedPlayList();
+    return 0;
+}
+
+LRESULT OnDestroy(HWND window, WPARAM, LPARAM)
+{
+    SendMessageW(window, WM_COMMAND, kCommandStop, 0);
+    FreeMediaEntries(PlayList);
+    ShowTaskBar(SW_SHOW);
+    FreeControls();
+    FreeBackground();
+    ReleasePlayer();
+    PostQuitMessage(0);
+    return 0;
+}
+
+LRESULT OnCommand(HWND window, WPARAM wParam, LPARAM)
+{
+    for (const auto& command : kCommands)
+        if (command.id == LOWORD(wParam))
+            command.handler(window, wParam);
+    return 0;
+}
+
+LRESULT OnKeyDown(HWND window, WPARAM key, LPARAM)
+{
+    switch (key) {
+    case VK_LEFT: SendMessageW(window, WM_COMMAND, kCommandPrevious, 0); break;
+    case VK_RIGHT: SendMessageW(window, WM_COMMAND, kCommandNext, 0); break;
+    case VK_RETURN: SendMessageW(window, WM_COMMAND, kCommandPlay, 0); break;
+    case VK_UP:
+    case VK_DOWN: StartAudioSettings(); break;
+    case VK_F24: SendMessageW(window, WM_COMMAND, kCommandExit, 0); break;
+    default: break;
+    }
+    return 0;
+}
+
+// The dialog manager asks before it takes a key for itself; the window acts on the key there and then.
+LRESULT OnGetDialogCode(HWND window, WPARAM, LPARAM lParam)
+{
+    const auto* const message = reinterpret_cast<const MSG*>(lParam);
+    if (message != nullptr && message->message == WM_KEYDOWN)
+        SendMessageW(window, WM_KEYDOWN, message->wParam, message->lParam);
+    return 0;
+}
+
+LRESULT OnTimer(HWND window, WPARAM id, LPARAM)
+{
+    if (id == kProgressTimerId)
+        RefreshProgress();
+    else if (id == kTitleTimer && g_songLoaded != 0)
+        ScrollTitleStrips(g_isPlaying != 0);
+    RepaintNow(window);
+    return 0;
+}
+
+LRESULT OnDrawItem(HWND, WPARAM, LPARAM lParam)
+{
+    const auto& request = *reinterpret_cast<const DRAWITEMSTRUCT*>(lParam);
+    if (request.CtlID == kCommandExit || request.CtlID == kCommandAudioSettings ||
+        request.CtlID == kCommandPlayListWindow)
+        g_window.softKeys.DrawItem(request);
+    else
+        g_window.buttons.DrawItem(request);
+    return TRUE;
+}
+
+using MessageHandler = LRESULT (*)(HWND window, WPARAM wParam, LPARAM lParam);
+
+struct MessageEntry {
+    UINT message;
+    MessageHandler handler;
+};
+
+constexpr MessageEntry kMessages[] = {
+    { WM_CREATE, OnCreate },
+    { WM_DESTROY, OnDestroy },
+    { WM_PAINT,
+      [](HWND window, WPARAM, LPARAM) -> LRESULT {
+          PaintMainWindow(window);
+          return 0;
+      } },
+    { WM_ERASEBKGND,
+      [](HWND, WPARAM wParam, LPARAM) -> LRESULT {
+          EraseMainWindow(reinterpret_cast<HDC>(wParam));
+          return 1;
+      } },
+    { WM_COMMAND, OnCommand },
+    { WM_KEYDOWN, OnKeyDown },
+    { WM_GETDLGCODE, OnGetDialogCode },
+    { WM_TIMER, OnTimer },
+    { WM_DRAWITEM, OnDrawItem },
+    { kGraphEventMessage,
+      [](HWND window, WPARAM, LPARAM) -> LRESULT {
+          TakeGraphEvents(window);
+          return 0;
+      } },
+    { kSliderMovedMessage,
+      [](HWND, WPARAM wParam, LPARAM lParam) -> LRESULT {
+          SeekToSlider(wParam, lParam);
+          return 0;
+      } },
+};
+
+LRESULT CALLBACK MainWindowProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam)
+{
+    for (const auto& entry : kMessages)
+        if (entry.message == message)
+            return entry.handler(window, wParam, lParam);
+    // Registered messages have numbers that only a running system knows.
+    if (message == g_msgAreYouMe && message != 0) {
+        ComeToFront(window);
+        return 0;
+    }
+    if (message == g_msgMassStorage && message != 0)
+        return SendMessageW(window, WM_COMMAND, kCommandExit, 0);
+    return DefWindowProcW(window, message, wParam, lParam);
+}
+
+} // namespace
+
+bool RegisterMainWindowClass(HINSTANCE instance)
+{
+    WNDCLASSW windowClass{};
+    windowClass.style = CS_HREDRAW | CS_VREDRAW;
+    windowClass.lpfnWndProc = MainWindowProcedure;
+    windowClass.cbWndExtra = DLGWINDOWEXTRA;
+    windowClass.hInstance = instance;
+    windowClass.hIcon = LoadIconW(instance, kMainWindowClass);
+    windowClass.hbrBackground = static_cast<HBRUSH>(GetStockObject(NULL_BRUSH));
+    windowClass.lpszClassName = kMainWindowClass;
+    return RegisterClassW(&windowClass) != 0;
+}

@@ -1,0 +1,25 @@
+#include "app/play_position.h"
+
+#include "app/player_state.h"
+
+MediaFileEntry* FindMarkedEntry()
+{
+    for (int i = 0; i < PlayList.GetCount(); ++i) {
+        auto* const entry = static_cast<MediaFileEntry*>(PlayList.GetAt(i));
+        if (entry->playMark >= 1 && entry->playMark <= PlayList.GetCount())
+            return entry;
+    }
+    return nullptr;
+}
+
+void MakeCurrent(int number)
+{
+    for (int i = 0; i < PlayList.GetCount(); ++i)
+        static_cast<MediaFileEntry*>(PlayList.GetAt(i))->playMark = i + 1 == number ? number : 0;
+    g_currentNumber = number;
+}
+
+MediaFileEntry* EntryAt(int number)
+{
+    return static_cast<MediaFileEntry*>(PlayList.GetAt(number - 1));
+}

@@ -1,0 +1,27 @@
+#include "app/player_state.h"
+
+#include "playback/media_player.h"
+
+int g_songLoaded;
+int g_currentNumber;
+int g_isPlaying;
+int g_stepBusy;
+UINT_PTR g_titleTimer;
+WString g_elapsedText = TEXT("0:00");
+WString g_totalText = TEXT("0:00");
+
+namespace {
+std::unique_ptr<MediaPlayer> g_player;
+} // namespace
+
+MediaPlayer& Player()
+{
+    if (!g_player)
+        g_player = std::make_unique<MediaPlayer>(nullptr, nullptr);
+    return *g_player;
+}
+
+void ReleasePlayer()
+{
+    g_player.reset();
+}

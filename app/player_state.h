@@ -1,0 +1,21 @@
+// The player's state: one set of values for the process, touched only on the window's thread.
+#pragma once
+
+#include "platform/ce.h"
+
+#include <memory>
+
+class MediaPlayer;
+
+extern int g_songLoaded;      // 1 from a play command with songs to play until the next stop
+extern int g_currentNumber;   // 1-based position of the current song in the play list; 0: none
+extern int g_isPlaying;       // 1 while the song sounds, 0 when paused or stopped
+extern int g_stepBusy;        // 1 while next or previous is changing songs
+extern UINT_PTR g_titleTimer; // 0: not running
+extern WString g_elapsedText;
+extern WString g_totalText;
+
+// The one player object; made by the first call.
+[[nodiscard]] MediaPlayer& Player();
+// Ends playback and frees the player object.
+void ReleasePlayer();

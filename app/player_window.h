@@ -1,0 +1,28 @@
+// What the main window owns while it lives: controls, pictures, the key row; and the two faces of its play button.
+#pragma once
+
+#include "controls/player_buttons.h"
+#include "controls/seek_slider.h"
+#include "gui/soft_key_bar.h"
+#include "platform/ce.h"
+
+#include <memory>
+
+struct PlayerWindow {
+    UINT audioManagerMessage = 0; // tells the device's audio manager that the player's state has changed
+    std::unique_ptr<SeekSlider> slider;
+    SoftKeyBar softKeys;
+    PlayerButtonSet buttons;
+};
+
+extern PlayerWindow g_window;
+
+// Makes every control as a child of `window`, each in its place and state for a stopped player.
+void CreateControls(HWND window);
+// Frees the controls' own resources; their windows go with their parent.
+void FreeControls();
+
+void ShowPlayFace();
+void ShowPauseFace();
+// The transport buttons that only a chosen song gives a meaning.
+void EnableTransport(bool enable);

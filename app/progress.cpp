@@ -1,0 +1,36 @@
+#include "app/progress.h"
+
+#include "app/command_ids.h"
+#include "app/player_state.h"
+#include "app/player_window.h"
+#include "app/status_report.h"
+#include "library/display_texts.h"
+#include "playback/media_player.h"
+
+namespace {
+
+const WString kUnknownTime = TEXT("--:--");
+
+void ShowElapsed(double positionSeconds)
+{
+    WString text = FormatPlayTime(static_cast<unsigned>(positionSeconds));
+    if (text == kUnknownTime)
+        text = TEXT("0:00");
+    if (text == g_elapsedText)
+        return;
+    g_elapsedText = text;
+    ReportProgress();
+}
+
+} // namespace
+
+void RefreshProgress()
+{
+    const double positionSeconds = Player().GetPosition();
+    const double durationSeconds = Player().GetDuration();
+    if (positionSeconds == 0)
+        g_window.buttons.Enable(kCommandBack5, false);
+    if (durationSeconds > 0)
+        g_window.slider->SetPos(static_cast<int>(positionSeconds / durationSeconds * kSeekSliderMaximum));
+    ShowElapsed(positionSeconds);
+}

@@ -1,0 +1,11 @@
+#include "app/status_report.h"
+
+#include "app/launch_options.h"
+#include "app/player_state.h"
+#include "app/title_ticker.h"
+
+void ReportProgress()
+{
+    if (g_launchOptions.report && g_songLoaded != 0)
+        NKDbgPrintfW(TEXT("%s  %s of %s\n"), g_titleText.c_str(), g_elapsedText.c_str(), g_totalText.c_str());
+}

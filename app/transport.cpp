@@ -1,0 +1,192 @@
+#include "app/transport.h"
+
+#include "app/command_ids.h"
+#include "app/launch_options.h"
+#include "app/main_paint.h"
+#include "app/play_position.h"
+#include "app/player_state.h"
+#include "app/player_window.h"
+#include "app/title_ticker.h"
+#include "library/display_texts.h"
+#include "library/media_scan.h"
+#include "playback/media_player.h"
+
+namespace {
+
+constexpr double kStepSeconds = 5.0;
+
+// The song that the player object holds, playing or paused.
+WString g_openPath;
+
+enum class Outcome { Playing, Unplayable };
+
+void PauseSong()
+{
+    ShowPlayFace();
+    g_isPlaying = 0;
+    Player().Pause();
+}
+
+void FillEmptyPlayList()
+{
+    if (PlayList.IsEmpty() && g_launchOptions.fillFromCard)
+        ScanMediaFolder(TEXT("\\SDMMC"), &PlayList, true);
+}
+
+void EnterPlaying(HWND window)
+{
+    g_isPlaying = 1;
+    ShowPauseFace();
+    EnableTransport(true);
+    EnableWindow(GetWindow(window, GW_CHILD), TRUE);
+}
+
+MediaFileEntry& ChooseEntry()
+{
+    MediaFileEntry* const marked = FindMarkedEntry();
+    if (marked == nullptr) {
+        MakeCurrent(1);
+        g_window.buttons.Enable(kCommandPrevious, false);
+        return *EntryAt(1);
+    }
+    g_currentNumber = marked->playMark;
+    if (g_currentNumber == PlayList.GetCount())
+        g_window.buttons.Enable(kCommandNext, false);
+    else if (g_currentNumber == 1)
+        g_window.buttons.Enable(kCommandPrevious, false);
+    return *marked;
+}
+
+void BuildTitle(const WString& path)
+{
+    if (!g_titleText.empty())
+        return;
+    GetSongDisplayTitle(path.c_str(), g_titleText, static_cast<std::uint32_t>(g_currentNumber));
+    g_titleWidthPx = MeasureText(g_titleText.c_str(), TitleFont()).cx;
+}
+
+// Seconds that the song lasts, or a negative code. A song that was only paused goes on where it was.
+double OpenOrResume(HWND window, const WString& path)
+{
+    MediaPlayer& player = Player();
+    const bool resumes = player.GetState() == PLAYER_PAUSED && g_openPath == path;
+    const int result = resumes ? player.Play() : player.OpenAndPlay(path.c_str(), window);
+    if (result != 0)
+        return result;
+    g_openPath = path;
+    return player.GetDuration();
+}
+
+void ShowSong(HWND window, MediaFileEntry& entry, double durationSeconds)
+{
+    g_totalText = FormatPlayTime(static_cast<unsigned>(durationSeconds));
+    if (entry.duration == 0.0) {
+        entry.duration = durationSeconds;
+        BuildSongListRows(PlayList, false);
+    }
+    StartTitleStrips();
+    InvalidateRect(window, &kDisplayRect, FALSE);
+}
+
+// The entry that cannot be played leaves the list; the one that takes its place becomes current.
+void DropCurrentEntry()
+{
+    delete static_cast<MediaFileEntry*>(PlayList.DeleteAt(g_currentNumber - 1, 1));
+    if (!PlayList.IsEmpty())
+        MakeCurrent(g_currentNumber <= PlayList.GetCount() ? g_currentNumber : 1);
+}
+
+Outcome PlayCurrent(HWND window)
+{
+    EnterPlaying(window);
+    MediaFileEntry& entry = ChooseEntry();
+    const WString path = PathOf(entry);
+    BuildTitle(path);
+    const double durationSeconds = OpenOrResume(window, path);
+    if (g_titleTimer == 0)
+        g_titleTimer = SetTimer(window, kTitleTimer, kTitleTimerPeriodMs, nullptr);
+    if (durationSeconds > 0) {
+        ShowSong(window, entry, durationSeconds);
+        return Outcome::Playing;
+    }
+    DropCurrentEntry();
+    return Outcome::Unplayable;
+}
+
+} // namespace
+
+void PlayOrPause(HWND window)
+{
+    g_songLoaded = 1;
+    if (g_isPlaying != 0) {
+        PauseSong();
+        return;
+    }
+    FillEmptyPlayList();
+    // A card may hold thousands of files that no decoder takes: one after the other, never one inside the other.
+    while (!PlayList.IsEmpty()) {
+        g_songLoaded = 1;
+        if (PlayCurrent(window) == Outcome::Playing)
+            return;
+        const bool firstComesNext = g_currentNumber <= 1;
+        SendMessageW(window, WM_COMMAND, kCommandStop, 0);
+        if (firstComesNext)
+            return;
+    }
+    g_songLoaded = 0;
+}
+
+void StopSong(HWND window, WPARAM request)
+{
+    PostMessageW(HWND_BROADCAST, g_window.audioManagerMessage, request, 0);
+    if (g_isPlaying != 0)
+        ShowPlayFace();
+    ResetTitleStrips();
+    g_elapsedText = TEXT("0:00");
+    if (HIWORD(request) != kStopQuietly) {
+        InvalidateRect(window, nullptr, FALSE);
+        UpdateWindow(window);
+    }
+    g_currentNumber = 0;
+    g_songLoaded = 0;
+    g_isPlaying = 0;
+    KillTimer(window, g_titleTimer);
+    g_titleTimer = 0;
+    g_titleText.clear();
+    Player().Stop();
+    if (g_window.slider)
+        g_window.slider->SetPos(0);
+    EnableTransport(false);
+    EnableWindow(GetWindow(window, GW_CHILD), FALSE);
+}
+
+void TakeGraphEvents(HWND window)
+{
+    if (!Player().CheckEndOfStream())
+        return;
+    g_window.buttons.Enable(kCommandForward5, false);
+    SendMessageW(window, WM_COMMAND, kCommandStop, 0);
+}
+
+void SeekToSlider(WPARAM sliderId, LPARAM sliderPosition)
+{
+    if (sliderId == kSeekSliderId)
+        Player().Seek(Player().GetDuration() * static_cast<double>(sliderPosition) / kSeekSliderMaximum);
+}
+
+void StepBack5Seconds()
+{
+    const double before = Player().GetPosition();
+    Player().Seek(before - kStepSeconds);
+    // The forward key, not the back key: the player has always done so, and other programs count on it.
+    if (before <= 0)
+        g_window.buttons.Enable(kCommandForward5, false);
+}
+
+void StepForward5Seconds()
+{
+    const double before = Player().GetPosition();
+    Player().Seek(before + kStepSeconds);
+    if (before == Player().GetDuration())
+        g_window.buttons.Enable(kCommandForward5, false);
+}

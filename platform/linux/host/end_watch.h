@@ -1,0 +1,31 @@
+// Ends the session from outside: after a time, or when the system asks the process to end. Knows no window: it presses
+// the exit key, so that the player saves what it has to save.
+#pragma once
+
+#include <atomic>
+#include <functional>
+#include <thread>
+
+namespace cardsong::host {
+
+class EndWatch {
+public:
+    // Takes the signals that ask a process to end away from every thread that is started later. Call it before any.
+    EndWatch();
+    ~EndWatch();
+    EndWatch(const EndWatch&) = delete;
+    EndWatch& operator=(const EndWatch&) = delete;
+
+    // Watches on a thread of its own. `seconds` 0: no limit. `beforeEnd` runs there before the exit key is pressed.
+    void Start(double seconds, std::function<void()> beforeEnd);
+    // Watches no longer. Harmless when it never started.
+    void Stop();
+
+private:
+    void Watch(double seconds, const std::function<void()>& beforeEnd);
+
+    std::thread m_thread;
+    std::atomic<bool> m_stops = false;
+};
+
+} // namespace cardsong::host

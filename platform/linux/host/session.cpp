@@ -1,0 +1,99 @@
+#include "platform/linux/host/session.h"
+
+#include "platform/linux/ce/kernel.h"
+#include "platform/linux/ce/messages.h"
+#include "platform/linux/display/headless_display.h"
+#include "platform/linux/display/input_script.h"
+#include "platform/linux/display/screenshot.h"
+#include "platform/linux/host/end_watch.h"
+#include "platform/linux/kernel/audio_sink.h"
+#include "platform/linux/kernel/device_tree.h"
+
+#include <cstdio>
+#include <filesystem>
+
+namespace cardsong::host {
+namespace {
+
+constexpr int kFailed = 1;
+constexpr int kBadScript = 2;
+
+int Complain(const std::string& what, int status)
+{
+    std::fprintf(stderr, "cardsong: %s\n", what.c_str());
+    return status;
+}
+
+// The installed device tree: beside an installed program in its share folder, beside one that was just built in its
+// build folder.
+std::string FindSystemDirectory()
+{
+    std::error_code error;
+    const auto program = std::filesystem::read_symlink("/proc/self/exe", error);
+    const auto folder = program.parent_path();
+    for (const auto& tree : { folder.parent_path() / "share" / "cardsong" / "device", folder / "device" / "tree" })
+        if (std::filesystem::is_directory(tree, error))
+            return tree.string();
+    return {};
+}
+
+void LayOutDevice(const Options& options)
+{
+    kernel::DeviceTree tree;
+    tree.userDirectory = options.deviceDirectory;
+    tree.systemDirectory = FindSystemDirectory();
+    tree.cardDirectory = options.cardDirectory;
+    tree.uiLanguage = options.language;
+    tree.debugOutput = options.verbose;
+    kernel::InstallDeviceTree(tree);
+    kernel::SetAudioSink(options.audioSink);
+}
+
+std::unique_ptr<display::Display> MakeDisplay(const Options& options)
+{
+    if (options.headless)
+        return std::make_unique<display::HeadlessDisplay>();
+    return display::MakeSdlDisplay({ options.scale, options.fullScreen });
+}
+
+std::u16string CommandLineFor(const Options& options)
+{
+    std::u16string line;
+    if (options.fill)
+        line += TEXT("--fill ");
+    if (options.verbose)
+        line += TEXT("--report ");
+    return line;
+}
+
+} // namespace
+
+int RunSession(const Options& options)
+{
+    auto script = display::ParseInputScript(options.keyScript);
+    if (const auto* const error = std::get_if<display::ScriptError>(&script))
+        return Complain("--keys: " + error->message, kBadScript);
+    LayOutDevice(options);
+
+    EndWatch endWatch;
+    const auto display = MakeDisplay(options);
+    if (const std::string trouble = display->Start(); !trouble.empty())
+        return Complain(trouble, kFailed);
+    std::atomic<bool> saved = options.screenshotFile.empty();
+    endWatch.Start(options.runForSeconds, [&] { saved = saved || display::SaveScreenshot(options.screenshotFile); });
+    display::ScriptPlayer player;
+    player.Start(std::get<std::vector<display::ScriptStep>>(std::move(script)));
+
+    std::u16string commandLine = CommandLineFor(options);
+    const int result = WinMain(kernel::ProgramInstance(), nullptr, commandLine.data(), SW_SHOW);
+
+    player.Stop();
+    endWatch.Stop();
+    saved = saved || display::SaveScreenshot(options.screenshotFile);
+    display->Stop();
+    if (!saved || !player.AllWritten())
+        return Complain("a picture could not be written", kFailed);
+    return result;
+}
+
+} // namespace cardsong::host

@@ -1,0 +1,240 @@
+#include "app/main_window.h"
+
+#include "app/title_ticker.h"
+#include "controls/player_buttons.h"
+#include "tests/app/player_fixture.h"
+
+#include <filesystem>
+
+using namespace cardsong::test;
+
+namespace {
+
+class MainWindow : public PlayerTest {};
+
+constexpr RECT kTitleArea{ 34, 45, 284, 115 };
+constexpr RECT kElapsedArea{ 221, 117, 284, 137 };
+
+std::string Record(int number, const std::string& name, const std::string& seconds)
+{
+    const std::string text = std::to_string(number) + "$" + name + "$\\SDMMC$" + seconds;
+    std::string bytes;
+    for (const char c : text) {
+        bytes += c;
+        bytes += '\0';
+    }
+    return bytes + "\r\n";
+}
+
+} // namespace
+
+TEST_F(MainWindow, CoversTheScreenAndMayNotBeAnimated)
+{
+    Start();
+    RECT rect;
+    ASSERT_TRUE(GetWindowRect(m_window, &rect));
+    EXPECT_EQ(rect.left, 0);
+    EXPECT_EQ(rect.top, 0);
+    EXPECT_EQ(rect.right, 320);
+    EXPECT_EQ(rect.bottom, 240);
+    EXPECT_NE(static_cast<DWORD>(GetWindowLongPtrW(m_window, GWL_EXSTYLE)) & WS_EX_NOANIMATION, 0U);
+}
+
+TEST_F(MainWindow, HasTheFocusAndKeepsItAfterTaps)
+{
+    Start();
+    AddSong("a.mp3", 30);
+    AddSong("b.mp3", 30);
+    EXPECT_EQ(GetFocus(), m_window);
+    Tap(kPlayKey);
+    EXPECT_EQ(GetFocus(), m_window);
+    Press(VK_RIGHT);
+    EXPECT_EQ(g_currentNumber, 2);
+    EXPECT_EQ(GetFocus(), m_window);
+}
+
+TEST_F(MainWindow, AKeyActsOnce)
+{
+    Start();
+    for (const char* name : { "a.mp3", "b.mp3", "c.mp3", "d.mp3" })
+        AddSong(name, 30);
+    Press(VK_RETURN);
+    EXPECT_EQ(g_isPlaying, 1);
+    Press(VK_RIGHT);
+    EXPECT_EQ(g_currentNumber, 2);
+}
+
+TEST_F(MainWindow, StartsStoppedWithTheFirstFacesShown)
+{
+    Start();
+    for (const int id :
+         { kCommandPrevious, kCommandPlay, kCommandStop, kCommandNext, kCommandShuffleOff, kCommandRepeatOff })
+        EXPECT_TRUE(IsShown(id)) << id;
+    for (const int id : { kCommandPause, kCommandShuffleOn, kCommandRepeatAll, kCommandRepeatSingle })
+        EXPECT_FALSE(IsShown(id)) << id;
+    EXPECT_TRUE(IsEnabled(kCommandPlay));
+    for (const int id : { kCommandPrevious, kCommandStop, kCommandNext, kCommandShuffleOff, kCommandRepeatOff })
+        EXPECT_FALSE(IsEnabled(id)) << id;
+    for (const int id : { kCommandExit, kCommandPlayListWindow, kCommandAudioSettings })
+        EXPECT_TRUE(IsEnabled(id)) << id;
+}
+
+TEST_F(MainWindow, TheSliderIsTheFirstChild)
+{
+    Start();
+    const HWND slider = GetWindow(m_window, GW_CHILD);
+    RECT rect;
+    GetWindowRect(slider, &rect);
+    EXPECT_EQ(rect.left, 17);
+    EXPECT_EQ(rect.top, 139);
+    EXPECT_EQ(rect.right, 17 + 286);
+    EXPECT_EQ(rect.bottom, 139 + 15);
+    EXPECT_FALSE(IsWindowEnabled(slider));
+}
+
+TEST_F(MainWindow, TheTitleMovesWhilePlayingOnly)
+{
+    Start();
+    AddSong("a long enough title.mp3", 30);
+    Press(VK_RETURN);
+    Advance(1);
+    const Frame first = Screen();
+    Advance(1);
+    const Frame second = Screen();
+    EXPECT_GT(Differences(first, second, kTitleArea), 50);
+    Press(VK_RETURN);
+    Advance(1);
+    const Frame third = Screen();
+    Advance(3);
+    EXPECT_EQ(Differences(third, Screen(), kTitleArea), 0);
+}
+
+TEST_F(MainWindow, TheElapsedTimeIsDrawnAsItChanges)
+{
+    Start();
+    AddSong("a.mp3", 30);
+    Press(VK_RETURN);
+    Advance(5);
+    const Frame before = Screen();
+    Advance(10);
+    EXPECT_GT(Differences(before, Screen(), kElapsedArea), 5);
+}
+
+TEST_F(MainWindow, NothingOfTheTitleLeavesItsPanel)
+{
+    Start();
+    const Frame stopped = Screen();
+    AddSong("wwwwwwwwwwwwwwwwwwwwwwwwwwwwwwwwwwwwwwwwwwwwwwwwwwww.mp3", 30);
+    Press(VK_RETURN);
+    Advance(30);
+    const Frame playing = Screen();
+    EXPECT_EQ(Differences(stopped, playing, { 0, 45, 34, 115 }), 0);
+    EXPECT_EQ(Differences(stopped, playing, { 284, 45, 320, 115 }), 0);
+    EXPECT_GT(Differences(stopped, playing, kTitleArea), 100);
+}
+
+TEST_F(MainWindow, AMissingSkinLeavesBlankFacesAndAWorkingPlayer)
+{
+    cardsong::kernel::DeviceTree bare;
+    bare.userDirectory = m_device.UserDirectory();
+    bare.systemDirectory = m_device.SystemDirectory();
+    bare.cardDirectory = m_device.CardDirectory();
+    std::filesystem::create_directories(m_device.SystemDirectory() + "/Windows");
+    std::filesystem::copy(std::string(CARDSONG_DEVICE_TREE) + "/Windows/cardsong.resources.dll",
+                          m_device.SystemDirectory() + "/Windows/cardsong.resources.dll");
+    cardsong::kernel::InstallDeviceTree(bare);
+    Start();
+    ASSERT_TRUE(IsWindow(m_window));
+    EXPECT_EQ(g_hStringModule, nullptr);
+    AddSong("a.mp3", 30);
+    Tap(kPlayKey);
+    Advance(10);
+    EXPECT_EQ(g_isPlaying, 1);
+    EXPECT_EQ(Narrow(g_elapsedText), "0:01");
+}
+
+TEST_F(MainWindow, ExitWritesThePlayListAndEndsTheProgram)
+{
+    Start();
+    AddSong("a.mp3", 30.9);
+    AddSong("b.mp3", 20);
+    Press(VK_RETURN);
+    Press(VK_F24);
+    EXPECT_TRUE(m_hasQuit);
+    EXPECT_FALSE(IsWindow(m_window));
+    EXPECT_EQ(m_device.ReadFile("user/Windows/play_list.txt"), Record(1, "a.mp3", "30") + Record(2, "b.mp3", "0"));
+    EXPECT_EQ(PlayList.GetCount(), 0);
+    EXPECT_EQ(LiveSimulatedGraphs(), 0);
+}
+
+TEST_F(MainWindow, TheExitKeyOnTheScreenExits)
+{
+    Start();
+    Tap(kExitKey);
+    EXPECT_TRUE(m_hasQuit);
+}
+
+TEST_F(MainWindow, TheNextStartHasTheSavedPlayListButNotSongsThatAreGone)
+{
+    m_device.WriteFile("card/a.mp3", "x");
+    m_device.WriteFile("card/c.mp3", "x");
+    m_device.WriteFile("user/Windows/play_list.txt",
+                       Record(1, "a.mp3", "215") + Record(2, "gone.mp3", "9") + Record(3, "c.mp3", "7"));
+    Start();
+    ASSERT_EQ(PlayList.GetCount(), 2);
+    EXPECT_DOUBLE_EQ(static_cast<MediaFileEntry*>(PlayList.GetAt(0))->duration, 215);
+    Press(VK_RETURN);
+    EXPECT_EQ(Narrow(g_titleText), "01.a");
+}
+
+TEST_F(MainWindow, MassStorageModeEndsThePlayer)
+{
+    Start();
+    PostMessageW(HWND_BROADCAST, g_msgMassStorage, 0, 0);
+    Pump();
+    EXPECT_TRUE(m_hasQuit);
+}
+
+TEST_F(MainWindow, UpAndDownOnADeviceWithoutAudioSettingsDoNothing)
+{
+    Start();
+    AddSong("a.mp3", 30);
+    Press(VK_RETURN);
+    Press(VK_UP);
+    Press(VK_DOWN);
+    EXPECT_EQ(g_isPlaying, 1);
+    EXPECT_EQ(GetFocus(), m_window);
+}
+
+TEST_F(MainWindow, ClosingTheWindowFromOutsideIsAnExitToo)
+{
+    Start();
+    DestroyWindow(m_window);
+    Pump();
+    EXPECT_TRUE(m_hasQuit);
+}
+
+class MainWindowInLanguage : public PlayerTest, public ::testing::WithParamInterface<LANGID> {};
+
+TEST_P(MainWindowInLanguage, TheSoftKeysShowCaptions)
+{
+    UseLanguage(GetParam());
+    Start();
+    ASSERT_NE(g_hStringModule, nullptr);
+    const Frame frame = Screen();
+    // White pixels of a caption on each of the two captioned keys; none on the row's edges, so that nothing is cut.
+    for (const LONG left : { 0, 106 }) {
+        int white = 0;
+        for (LONG y = 210; y < 240; ++y)
+            for (LONG x = left + 4; x < left + 102; ++x)
+                white += PixelOf(frame, x, y) == 0xFFFF ? 1 : 0;
+        EXPECT_GT(white, 30) << "key at " << left;
+        for (LONG y = 210; y < 240; ++y) {
+            EXPECT_NE(PixelOf(frame, left + 3, y), 0xFFFF);
+            EXPECT_NE(PixelOf(frame, left + 102, y), 0xFFFF);
+        }
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(Languages, MainWindowInLanguage,
+                         ::testing::Values(LANGID{ 0x0404 }, LANGID{ 0x0804 }, LANGID{ 0x0409 }));

@@ -74,15 +74,16 @@ TEST_F(TitleTicker, AStripThatHasLeftTheDisplayIsInactiveAndComesBackBehindTheOt
 {
     Scroll(38);
     ASSERT_TRUE(g_titleStripB.isActive);
-    Scroll(19); // right edge of the first at -5
-    EXPECT_EQ(g_titleStripA.rect.right, -5);
+    Scroll(18);
+    EXPECT_EQ(g_titleStripA.rect.right, 0);
+    EXPECT_TRUE(g_titleStripA.isActive);
     Scroll(1);
     EXPECT_FALSE(g_titleStripA.isActive);
     while (g_titleStripB.rect.left >= 0)
         Scroll(1);
     Scroll(1);
     EXPECT_TRUE(g_titleStripA.isActive);
-    EXPECT_EQ(g_titleStripA.rect.left, 318);
+    EXPECT_EQ(g_titleStripA.rect.left, 313); // entered at 318 and moved with the tick
 }
 
 TEST_F(TitleTicker, TheTickerNeverRunsEmpty)

@@ -105,14 +105,18 @@ TEST_F(Transport, StopEmptiesTheDisplayAndDisablesTheKeys)
     EXPECT_FALSE(IsWindowEnabled(GetWindow(m_window, GW_CHILD)));
 }
 
-TEST_F(Transport, AStoppedPlayerLooksAsItDidAtTheStart)
+TEST_F(Transport, StopLeavesTheTitleAtRestAndTheTimeAtZeroUntilTheNextPaint)
 {
     Start();
     const Frame before = Screen();
     AddSong("a.mp3", 30);
     Press(VK_RETURN);
+    const Frame atRest = Screen(); // the title has just come in, at the place where it rests
     Advance(50);
     Tap(kStopKey);
+    EXPECT_EQ(Differences(atRest, Screen(), { 34, 45, 318, 137 }), 0);
+    InvalidateRect(m_window, nullptr, FALSE);
+    Pump();
     EXPECT_EQ(Differences(before, Screen(), { 0, 0, 320, 240 }), 0);
 }
 

@@ -58,6 +58,11 @@ TEST(CodePageOfOnePair, FollowsTheRangesOfLeadAndTrail)
     }
 }
 
+TEST(CodePageOfOnePair, NothingBehindTheZeroCounts)
+{
+    EXPECT_EQ(GetCodePage("\xB0\xA1\0\xA4\x40\xA4\x41\0"), 936);
+}
+
 TEST(CodePageOfOnePair, HasTheseValuesAtTheEdges)
 {
     EXPECT_EQ(GetCodePage("\xA1\x40"), 950);

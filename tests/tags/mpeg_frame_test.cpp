@@ -63,6 +63,16 @@ TEST(MpegFrame, EachFieldHasItsOwnBits)
     EXPECT_EQ(Parsed(kPlain | 1u << 6).channelMode, 1u);
 }
 
+TEST(MpegFrame, NoFieldReachesIntoTheNext)
+{
+    EXPECT_EQ(Parsed(kPlain | 1u << 4).isProtectedMaterial, 0u);
+    EXPECT_EQ(Parsed(kPlain | 1u << 3).isOriginal, 1u);
+    EXPECT_EQ(Parsed(kPlain | 1u << 2).emphasis, 0u);
+    EXPECT_EQ(Parsed(kPlain | 1u << 10).padding, 0u);
+    EXPECT_EQ(Parsed(kPlain | 1u << 8).channelMode, 0u);
+    EXPECT_EQ(Parsed(kPlain).protection, 1u);
+}
+
 TEST(MpegFrame, TheModeExtensionCountsInJointStereoOnly)
 {
     const std::uint32_t expected[4] = { 0, 0, 1, 1 };

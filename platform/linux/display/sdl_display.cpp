@@ -1,6 +1,7 @@
 #include "platform/linux/ce/messages.h"
 #include "platform/linux/display/sdl_keys.h"
 #include "platform/linux/display/sdl_window.h"
+#include "platform/linux/kernel/start_trace.h"
 #include "platform/linux/user/input.h"
 
 #include <SDL.h>
@@ -30,6 +31,7 @@ private:
     void HandleEvents();
     // False ends the display.
     bool Handle(const SDL_Event& event);
+    void ShowFrame();
     void HandleWindowEvent(const SDL_WindowEvent& event);
     void HandleKey(const SDL_KeyboardEvent& event);
     void HandleMouse(const SDL_Event& event);
@@ -48,6 +50,7 @@ private:
 
     // The display's thread only.
     SdlWindow m_window;
+    bool m_hasShown = false;
     bool m_isPressed = false;
     SDL_FingerID m_finger = 0;
     bool m_fingerIsDown = false;
@@ -151,9 +154,7 @@ bool SdlDisplay::Handle(const SDL_Event& event)
     if (event.type == m_wakeEvent) {
         if (event.user.code == static_cast<Sint32>(Wake::Stop))
             return false;
-        Frame frame;
-        if (m_box.Take(frame))
-            m_window.Show(frame);
+        ShowFrame();
         return true;
     }
     switch (event.type) {
@@ -173,6 +174,16 @@ bool SdlDisplay::Handle(const SDL_Event& event)
     default: break;
     }
     return true;
+}
+
+void SdlDisplay::ShowFrame()
+{
+    Frame frame;
+    if (!m_box.Take(frame))
+        return;
+    m_window.Show(frame);
+    if (!std::exchange(m_hasShown, true))
+        kernel::TraceStart("first frame");
 }
 
 void SdlDisplay::HandleWindowEvent(const SDL_WindowEvent& event)

@@ -48,7 +48,7 @@ public:
     // Converts as far as it goes; `input` keeps what is left. The bytes are appended to `output`.
     void Run(std::string_view& input, std::string& output) const
     {
-        std::array<char, 512> block;
+        std::array<char, 4096> block;
         while (IsOpen() && !input.empty()) {
             char* from = const_cast<char*>(input.data()); // iconv only reads it
             std::size_t fromBytes = input.size();

@@ -15,9 +15,15 @@ namespace cardsong::kernel {
 namespace {
 
 struct Entry {
+    Entry(std::u16string deviceName, std::string path, bool isNoFolder = false)
+        : name(std::move(deviceName)), folded(ToLower(name)), hostPath(std::move(path)), mayBeLink(isNoFolder)
+    {
+    }
+
     std::u16string name; // as the device sees it
+    std::u16string folded;
     std::string hostPath;
-    bool isLink = false;
+    bool mayBeLink;
 };
 
 void FillFindData(const std::u16string& name, const HostFacts& facts, WIN32_FIND_DATAW& data)
@@ -49,7 +55,7 @@ public:
         while (m_next < m_entries.size()) {
             const Entry& entry = m_entries[m_next++];
             const auto facts = ReadHostFacts(entry.hostPath);
-            if (!facts || (entry.isLink && facts->IsFolder() && LeadsBack(*facts)))
+            if (!facts || (entry.mayBeLink && facts->IsFolder() && LeadsBack(*facts)))
                 continue;
             FillFindData(entry.name, *facts, data);
             return true;
@@ -92,11 +98,9 @@ void ListHostFolder(const std::string& hostFolder, std::u16string_view pattern, 
 void SortAndMerge(std::vector<Entry>& merged, std::vector<Entry> layer)
 {
     const auto less = [](const Entry& a, const Entry& b) {
-        if (!EqualIgnoringCase(a.name, b.name))
-            return LessIgnoringCase(a.name, b.name);
-        return a.name < b.name;
+        return a.folded == b.folded ? a.name < b.name : a.folded < b.folded;
     };
-    const auto lessIgnoringCase = [](const Entry& a, const Entry& b) { return LessIgnoringCase(a.name, b.name); };
+    const auto lessIgnoringCase = [](const Entry& a, const Entry& b) { return a.folded < b.folded; };
     std::erase_if(layer, [&](const Entry& entry) {
         return std::binary_search(merged.begin(), merged.end(), entry, lessIgnoringCase);
     });

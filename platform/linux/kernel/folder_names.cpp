@@ -27,14 +27,6 @@ struct RememberedFolder {
     NameTable names;
 };
 
-std::u16string Folded(std::u16string_view name)
-{
-    std::u16string folded(name);
-    for (auto& unit : folded)
-        unit = ToLowerUnit(unit);
-    return folded;
-}
-
 NameTable ReadNames(const std::string& hostFolder)
 {
     NameTable names;
@@ -43,7 +35,7 @@ NameTable ReadNames(const std::string& hostFolder)
         return names;
     while (const dirent* const entry = readdir(folder.get())) {
         const std::string hostName = entry->d_name;
-        auto [known, isNew] = names.try_emplace(Folded(DeviceNameFromHost(hostName)), hostName);
+        auto [known, isNew] = names.try_emplace(ToLower(DeviceNameFromHost(hostName)), hostName);
         if (!isNew && hostName < known->second)
             known->second = hostName;
     }
@@ -93,7 +85,7 @@ private:
 std::optional<std::string> FindNameIgnoringCase(const std::string& hostFolder, std::u16string_view deviceName)
 {
     static auto* const s_memory = new FolderMemory;
-    return s_memory->Find(hostFolder, Folded(deviceName));
+    return s_memory->Find(hostFolder, ToLower(deviceName));
 }
 
 } // namespace cardsong::kernel

@@ -2,135 +2,19 @@
 #include "platform/linux/kernel/resource_modules.h"
 
 #include "platform/linux/kernel/device_tree.h"
-#include "platform/linux/kernel/file_opening.h"
-#include "platform/linux/kernel/handles.h"
-#include "platform/linux/kernel/pe_image.h"
+#include "platform/linux/kernel/module_object.h"
 
 #include <algorithm>
 #include <cstring>
-#include <map>
-#include <mutex>
-#include <unistd.h>
 #include <vector>
 
 namespace cardsong::kernel {
 namespace {
 
-constexpr std::size_t kMaxModuleBytes = 16U << 20; // a device's largest modules hold a few megabytes of pictures
 constexpr char16_t kProgramModule[] = u"\\Windows\\cardsong.resources.dll";
+constexpr char16_t kModuleFolder[] = u"\\Windows\\";
 
 using Bytes = std::span<const std::byte>;
-
-class ModuleObject final : public KernelObject {
-public:
-    explicit ModuleObject(std::vector<std::byte> file) : m_file(std::move(file)), m_image(PeImage::Open(m_file)) {}
-    bool ClosesWithCloseHandle() const override { return false; }
-
-    bool IsModule() const { return m_image.has_value(); }
-
-    HRSRC Find(const ResourceId& type, const ResourceId& name) const
-    {
-        const auto found = m_image ? m_image->Find(type, name, GetUserDefaultUILanguage()) : NoImage();
-        if (found.error == ResourceError::None)
-            return reinterpret_cast<HRSRC>(const_cast<std::byte*>(m_file.data() + found.entryOffset));
-        SetLastError(ErrorOf(found.error));
-        return nullptr;
-    }
-
-    // The bytes of a resource that Find answered; nothing for any other value.
-    std::optional<Bytes> Data(HRSRC resource) const
-    {
-        const auto address = reinterpret_cast<ULONG_PTR>(resource);
-        const auto start = reinterpret_cast<ULONG_PTR>(m_file.data());
-        if (!m_image || address < start || address - start >= m_file.size())
-            return std::nullopt;
-        return m_image->Data(address - start);
-    }
-
-    // The same bytes at an address that any record may lie at; a hostile module may place them at an odd one.
-    Bytes Aligned(Bytes data)
-    {
-        const std::lock_guard lock(m_mutex);
-        const auto* address = data.data();
-        if (reinterpret_cast<ULONG_PTR>(address) % kAlignment != 0) {
-            auto& copy = m_copies[data.data()];
-            if (copy.size() < data.size())
-                copy.assign(data.begin(), data.end());
-            address = copy.data();
-        }
-        m_given[address] = data.size();
-        return { address, data.size() };
-    }
-
-    std::size_t BytesFrom(const std::byte* address)
-    {
-        const std::lock_guard lock(m_mutex);
-        const auto after = m_given.upper_bound(address);
-        if (after == m_given.begin())
-            return 0;
-        const auto& [start, sizeBytes] = *std::prev(after);
-        const auto offset = static_cast<std::size_t>(address - start);
-        return offset < sizeBytes ? sizeBytes - offset : 0;
-    }
-
-private:
-    static constexpr std::size_t kAlignment = 4;
-
-    static ResourceEntry NoImage() { return { ResourceError::NoResources, 0 }; }
-    static DWORD ErrorOf(ResourceError error)
-    {
-        switch (error) {
-        case ResourceError::NoType: return ERROR_RESOURCE_TYPE_NOT_FOUND;
-        case ResourceError::NoName: return ERROR_RESOURCE_NAME_NOT_FOUND;
-        case ResourceError::NoLanguage: return ERROR_RESOURCE_LANG_NOT_FOUND;
-        default: return ERROR_RESOURCE_DATA_NOT_FOUND;
-        }
-    }
-
-    const std::vector<std::byte> m_file;
-    const std::optional<PeImage> m_image;
-    std::mutex m_mutex;
-    std::map<const std::byte*, std::vector<std::byte>> m_copies;
-    std::map<const std::byte*, std::size_t> m_given;
-};
-
-std::vector<std::byte> ReadWholeFile(int descriptor, std::size_t sizeBytes)
-{
-    std::vector<std::byte> contents(sizeBytes);
-    std::size_t done = 0;
-    while (done < sizeBytes) {
-        const auto got = read(descriptor, contents.data() + done, sizeBytes - done);
-        if (got <= 0)
-            break;
-        done += static_cast<std::size_t>(got);
-    }
-    contents.resize(done); // the file may have shrunk meanwhile
-    return contents;
-}
-
-// Null with `error` set when the path names no module.
-std::shared_ptr<ModuleObject> LoadModule(std::u16string_view path, DWORD& error)
-{
-    const auto opened = OpenDeviceFile(path, GENERIC_READ, OPEN_EXISTING, 0);
-    if (opened.descriptor < 0) {
-        error = opened.error == ERROR_PATH_NOT_FOUND ? ERROR_FILE_NOT_FOUND : opened.error;
-        return nullptr;
-    }
-    const auto sizeBytes = opened.facts.sizeBytes;
-    std::shared_ptr<ModuleObject> module;
-    if (sizeBytes == 0)
-        error = ERROR_FILE_INVALID;
-    else if (sizeBytes > kMaxModuleBytes)
-        error = ERROR_NOT_ENOUGH_MEMORY;
-    else
-        module = std::make_shared<ModuleObject>(ReadWholeFile(opened.descriptor, sizeBytes));
-    close(opened.descriptor);
-    if (module && !module->IsModule()) {
-        error = ERROR_BAD_EXE_FORMAT;
-        return nullptr;
-    }
-    return module;
-}
 
 std::mutex g_programMutex;
 char g_programInstance; // only its address counts
@@ -182,8 +66,6 @@ ResourceId IdOf(LPCWSTR name)
         return { static_cast<std::uint16_t>(_wtol(name + 1)), {} };
     return { 0, name };
 }
-
-constexpr char16_t kModuleFolder[] = u"\\Windows\\";
 
 std::u16string ModulePath(std::u16string_view name)
 {

@@ -124,17 +124,18 @@ char16_t ToLowerUnit(char16_t unit)
     return lower >= 0x80 && lower < 0x10000 ? static_cast<char16_t>(lower) : unit;
 }
 
+std::u16string ToLower(std::u16string_view text)
+{
+    std::u16string lower(text);
+    std::transform(lower.begin(), lower.end(), lower.begin(), ToLowerUnit);
+    return lower;
+}
+
 bool EqualIgnoringCase(std::u16string_view a, std::u16string_view b)
 {
     return a.size() == b.size() && std::equal(a.begin(), a.end(), b.begin(), [](char16_t x, char16_t y) {
                return x == y || ToLowerUnit(x) == ToLowerUnit(y);
            });
-}
-
-bool LessIgnoringCase(std::u16string_view a, std::u16string_view b)
-{
-    return std::lexicographical_compare(a.begin(), a.end(), b.begin(), b.end(),
-                                        [](char16_t x, char16_t y) { return ToLowerUnit(x) < ToLowerUnit(y); });
 }
 
 } // namespace cardsong::kernel

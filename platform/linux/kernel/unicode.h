@@ -27,7 +27,7 @@ std::string ToUtf8(std::u16string_view text);
 
 // Lower case by the simple mapping: one unit stays one unit.
 char16_t ToLowerUnit(char16_t unit);
+std::u16string ToLower(std::u16string_view text);
 bool EqualIgnoringCase(std::u16string_view a, std::u16string_view b);
-bool LessIgnoringCase(std::u16string_view a, std::u16string_view b);
 
 } // namespace cardsong::kernel

@@ -33,7 +33,7 @@ endfunction()
 # cardsong_test(NAME SOURCES file... LINKS target...): one GoogleTest program, its tests known to CTest by name.
 function(cardsong_test name)
     cmake_parse_arguments(ARG "" "" "SOURCES;LINKS" ${ARGN})
-    add_executable(${name} ${ARG_SOURCES})
+    add_executable(${name} ${ARG_SOURCES} ${PROJECT_SOURCE_DIR}/tests/sanitizer_options.cpp)
     target_include_directories(${name} PRIVATE ${PROJECT_SOURCE_DIR})
     target_link_libraries(${name} PRIVATE ${ARG_LINKS} GTest::gtest GTest::gtest_main)
     gtest_discover_tests(${name} DISCOVERY_TIMEOUT 60 PROPERTIES TIMEOUT 120)

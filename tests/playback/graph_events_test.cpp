@@ -65,8 +65,8 @@ TEST(GraphEvents, EndIsReportedOnce)
 {
     GraphEvents events;
     events.SetRunning(true);
-    events.OnEnd();
-    events.OnEnd();
+    events.OnEnd(events.Play());
+    events.OnEnd(events.Play());
     EXPECT_EQ(TakeAll(events), std::vector<long>{ kGraphComplete });
 }
 
@@ -74,10 +74,28 @@ TEST(GraphEvents, EndAfterASeekIsReportedAgain)
 {
     GraphEvents events;
     events.SetRunning(true);
-    events.OnEnd();
+    events.OnEnd(events.Play());
     events.ExpectCueAfterSeek();
-    events.OnEnd();
+    events.OnEnd(events.Play());
     EXPECT_EQ(TakeAll(events), (std::vector<long>{ kGraphComplete, kGraphComplete }));
+}
+
+TEST(GraphEvents, EndOfAPlayThatASeekEndedIsNotReported)
+{
+    GraphEvents events;
+    const unsigned before = events.Play();
+    events.ExpectCueAfterSeek();
+    events.OnEnd(before);
+    EXPECT_TRUE(TakeAll(events).empty());
+}
+
+TEST(GraphEvents, ForgottenEndIsNotReportedLater)
+{
+    GraphEvents events;
+    const unsigned before = events.Play();
+    events.Forget();
+    events.OnEnd(before);
+    EXPECT_TRUE(TakeAll(events).empty());
 }
 
 TEST(GraphEvents, BreakWhileRunningIsAnErrorAndThenTheEnd)
@@ -105,7 +123,7 @@ TEST(GraphEvents, EndOfABrokenSongIsNotReportedAgain)
     events.SetRunning(true);
     events.OnError();
     TakeAll(events);
-    events.OnEnd();
+    events.OnEnd(events.Play());
     EXPECT_TRUE(TakeAll(events).empty());
 }
 
@@ -144,7 +162,7 @@ TEST(GraphEvents, EventThatWaitsIsAnnouncedToANewWindow)
 {
     NoticeWindow window;
     GraphEvents events;
-    events.OnEnd();
+    events.OnEnd(events.Play());
     EXPECT_EQ(window.Notices(), 0);
     events.SetWindow(window.Handle());
     EXPECT_EQ(window.Notices(), 1);
@@ -156,14 +174,14 @@ TEST(GraphEvents, NothingIsPostedWithoutAWindow)
     GraphEvents events;
     events.SetWindow(window.Handle());
     events.SetWindow(nullptr);
-    events.OnEnd();
+    events.OnEnd(events.Play());
     EXPECT_EQ(window.Notices(), 0);
 }
 
 TEST(GraphEvents, ClearedEventsAreGone)
 {
     GraphEvents events;
-    events.OnEnd();
+    events.OnEnd(events.Play());
     events.Clear();
     EXPECT_TRUE(TakeAll(events).empty());
 }

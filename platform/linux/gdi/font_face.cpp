@@ -138,12 +138,6 @@ PangoLayout* SharedLayout()
 
 } // namespace cardsong::gdi
 
-// Asked by the leak sanitizer, if one is there: the font library keeps its patterns, behind pointers that it packs.
-extern "C" const char* __lsan_default_suppressions()
-{
-    return "leak:libfontconfig.so";
-}
-
 using namespace cardsong::gdi;
 
 HFONT CreateFontIndirectW(const LOGFONTW* description)

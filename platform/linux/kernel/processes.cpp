@@ -9,6 +9,7 @@
 #include <spawn.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
+#include <system_error>
 #include <thread>
 #include <unistd.h>
 
@@ -111,13 +112,18 @@ int Spawn(const std::string& program, std::vector<std::string> arguments, pid_t&
 }
 
 // Waits for the child in the background, so that none is left behind as a zombie.
-void ReapInBackground(pid_t process, std::shared_ptr<CompletionObject> end)
+void ReapInBackground(pid_t process, const std::shared_ptr<CompletionObject>& end)
 {
-    std::thread([process, end = std::move(end)] {
+    const auto reap = [process, end] {
         while (waitpid(process, nullptr, 0) < 0 && errno == EINTR) {
         }
         end->Complete();
-    }).detach();
+    };
+    try {
+        std::thread(reap).detach();
+    } catch (const std::system_error&) {
+        end->Complete(); // no thread to be had: nobody shall wait for ever
+    }
 }
 
 BOOL Fail(DWORD error)
@@ -149,10 +155,10 @@ BOOL CreateProcessW(LPCWSTR image, LPWSTR commandLine, SECURITY_ATTRIBUTES*, SEC
         return Fail(error == ENOEXEC  ? ERROR_BAD_EXE_FORMAT
                     : error == ENOENT ? ERROR_FILE_NOT_FOUND
                                       : ERROR_ACCESS_DENIED);
-    auto end = std::make_shared<CompletionObject>();
+    const auto end = std::make_shared<CompletionObject>();
     if (information)
         *information = { InsertHandle(end), InsertHandle(end), static_cast<DWORD>(process),
                          static_cast<DWORD>(process) };
-    ReapInBackground(process, std::move(end));
+    ReapInBackground(process, end);
     return TRUE;
 }

@@ -44,14 +44,40 @@ const char* DecoderFor(GstPad* pad)
     return factory;
 }
 
+// By the clock that keeps the time the song is over, but a sound server holds its last moment still: whoever stops at
+// the end must not cut it off.
+constexpr GstClockTime kLastMomentNs = 60 * GST_MSECOND;
+
+struct End {
+    std::shared_ptr<GraphEvents> events;
+    unsigned play;
+};
+
+gboolean ReportEnd(GstClock*, GstClockTime, GstClockID, gpointer data)
+{
+    const End& end = *static_cast<End*>(data);
+    end.events->OnEnd(end.play);
+    return TRUE;
+}
+
+void ReportEndSoon(const std::shared_ptr<GraphEvents>& events)
+{
+    GstClock* const clock = gst_system_clock_obtain();
+    const GstClockID id = gst_clock_new_single_shot_id(clock, gst_clock_get_time(clock) + kLastMomentNs);
+    const auto forget = +[](gpointer data) { delete static_cast<End*>(data); };
+    gst_clock_id_wait_async(id, ReportEnd, new End{ events, events->Play() }, forget);
+    gst_clock_id_unref(id);
+    gst_object_unref(clock);
+}
+
 // Runs on the engine's threads. No message is kept: nobody would ever take it.
 GstBusSyncReply HandleMessage(GstBus*, GstMessage* message, gpointer data)
 {
-    GraphEvents& events = **static_cast<std::shared_ptr<GraphEvents>*>(data);
+    const auto& events = *static_cast<std::shared_ptr<GraphEvents>*>(data);
     switch (GST_MESSAGE_TYPE(message)) {
-    case GST_MESSAGE_ASYNC_DONE: events.OnCued(); break;
-    case GST_MESSAGE_EOS: events.OnEnd(); break;
-    case GST_MESSAGE_ERROR: events.OnError(); break;
+    case GST_MESSAGE_ASYNC_DONE: events->OnCued(); break;
+    case GST_MESSAGE_EOS: ReportEndSoon(events); break;
+    case GST_MESSAGE_ERROR: events->OnError(); break;
     default: break;
     }
     gst_message_unref(message);

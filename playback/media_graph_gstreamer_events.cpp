@@ -28,10 +28,24 @@ void GraphEvents::Clear()
     m_events.clear();
 }
 
+void GraphEvents::Forget()
+{
+    const std::lock_guard lock(m_mutex);
+    m_events.clear();
+    ++m_play;
+}
+
+unsigned GraphEvents::Play() const
+{
+    const std::lock_guard lock(m_mutex);
+    return m_play;
+}
+
 void GraphEvents::ExpectCue()
 {
     const std::lock_guard lock(m_mutex);
     m_cueing = true;
+    ++m_play;
     m_broken = false;
     m_endReported = false;
 }
@@ -40,6 +54,7 @@ void GraphEvents::ExpectCueAfterSeek()
 {
     const std::lock_guard lock(m_mutex);
     m_cueing = true;
+    ++m_play;
     if (!m_broken)
         m_endReported = false;
 }
@@ -80,10 +95,10 @@ void GraphEvents::OnCued()
     m_changed.notify_all();
 }
 
-void GraphEvents::OnEnd()
+void GraphEvents::OnEnd(unsigned play)
 {
     const std::lock_guard lock(m_mutex);
-    if (m_broken || m_endReported)
+    if (play != m_play || m_broken || m_endReported)
         return;
     m_endReported = true;
     ReportLocked(kGraphComplete);

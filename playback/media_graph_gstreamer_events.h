@@ -20,6 +20,8 @@ public:
     void SetWindow(HWND window);
     bool Take(long& code);
     void Clear();
+    // Clears, and an end that is still on its way is not reported either.
+    void Forget();
 
     // To be said before each change after which the engine cues anew: it forgets how the last one went.
     void ExpectCue();
@@ -33,7 +35,10 @@ public:
 
     // ---- any thread ----
     void OnCued();
-    void OnEnd();
+    // An end that sounds a little later than it is known: it names the play that it ends, and counts only while that
+    // lasts.
+    unsigned Play() const;
+    void OnEnd(unsigned play);
     void OnError();
 
 private:
@@ -44,6 +49,7 @@ private:
     std::condition_variable m_changed;
     std::deque<long> m_events;
     HWND m_window = nullptr;
+    unsigned m_play = 0; // counts cues and seeks
     bool m_cueing = false;
     bool m_broken = false;
     bool m_endReported = false;

@@ -189,7 +189,7 @@ void Song::DropChain()
     m_lastPositionSeconds = m_startSeconds;
     m_events->SetRunning(false);
     m_chain.reset();
-    m_events->Clear();
+    m_events->Forget();
 }
 
 } // namespace cardsong::playback

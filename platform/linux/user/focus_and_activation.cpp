@@ -57,6 +57,16 @@ void Activate(Desktop& desktop, const std::shared_ptr<ThreadQueue>& queue, HWND 
     QueueTask(desktop, queue, [topLevel, cause] { ActivateHere(topLevel, cause, topLevel); });
 }
 
+// A user who strikes a key while the program starts means its first window.
+void TakeEarlyKeys(Desktop& desktop, ThreadQueue& queue)
+{
+    for (const InputEvent& event : desktop.earlyKeys)
+        queue.input.push_back(event);
+    if (!desktop.earlyKeys.empty())
+        Notify(queue);
+    desktop.earlyKeys.clear();
+}
+
 } // namespace
 
 void ChangeFocus(HWND window)
@@ -115,6 +125,7 @@ void TakeForeground(HWND topLevel, WORD cause)
         const auto winner = record->queue;
         desktop->foreground = topLevel;
         desktop->foregroundQueue = winner;
+        TakeEarlyKeys(*desktop, *winner);
         RaiseToTop(*desktop, *record);
         if (!desktop->displayActive)
             return;

@@ -29,11 +29,17 @@ std::shared_ptr<ThreadQueue> PointerReceiver(const Desktop& desktop, POINT at)
     return QueueAt(desktop, at);
 }
 
-void Enqueue(ThreadQueue& queue, InputEvent event)
+// Numbers the event and notes when it came.
+void Stamp(InputEvent& event)
 {
     static std::uint64_t s_number = 0; // guarded by the desktop's lock
     event.number = ++s_number;
     event.timeMs = kernel::CurrentClock().NowMs();
+}
+
+void Enqueue(ThreadQueue& queue, InputEvent event)
+{
+    Stamp(event);
     auto& input = queue.input;
     const bool continuesMove =
         event.kind == InputKind::PointerMove && !input.empty() && input.back().kind == InputKind::PointerMove;
@@ -64,13 +70,18 @@ void Point(InputKind kind, POINT at)
 void Strike(InputKind kind, UINT key)
 {
     LockedDesktop desktop;
-    if (key == 0 || key > 255 || !desktop->displayActive || desktop->foregroundQueue == nullptr)
+    if (key == 0 || key > 255 || !desktop->displayActive)
         return;
     InputEvent event;
     event.kind = kind;
     event.at = desktop->pointer;
     event.key = key;
-    Enqueue(*desktop->foregroundQueue, event);
+    if (desktop->foregroundQueue != nullptr) {
+        Enqueue(*desktop->foregroundQueue, event);
+    } else if (desktop->foreground == nullptr && desktop->earlyKeys.size() < kMaxInput) {
+        Stamp(event);
+        desktop->earlyKeys.push_back(event);
+    }
 }
 
 } // namespace

@@ -172,6 +172,31 @@ TEST_F(InputTest, KeysGoToTheFocusWindow)
     EXPECT_EQ(parent.Count(WM_KEYDOWN), 0);
 }
 
+TEST_F(InputTest, KeysStruckBeforeTheFirstWindowWaitForIt)
+{
+    user::KeyDown(static_cast<UINT>(VK_RETURN));
+    user::KeyUp(static_cast<UINT>(VK_RETURN));
+    TestWindow window(Shown());
+    SetForegroundWindow(window);
+    PumpMessages();
+    ASSERT_EQ(window.Count(WM_KEYDOWN), 1);
+    EXPECT_EQ(window.Last(WM_KEYDOWN)->wParam, VK_RETURN);
+    EXPECT_EQ(window.Count(WM_KEYUP), 1);
+}
+
+TEST_F(InputTest, KeysStruckBeforeTheFirstWindowReachNoSecondOne)
+{
+    user::KeyDown(static_cast<UINT>(VK_RETURN));
+    TestWindow first(Shown());
+    SetForegroundWindow(first);
+    PumpMessages();
+    TestWindow second(Shown());
+    SetForegroundWindow(second);
+    PumpMessages();
+    EXPECT_EQ(first.Count(WM_KEYDOWN), 1);
+    EXPECT_EQ(second.Count(WM_KEYDOWN), 0);
+}
+
 TEST_F(InputTest, AKeyWithoutAFocusWindowReachesTheActiveOneAsASystemKey)
 {
     TestWindow window(Shown());

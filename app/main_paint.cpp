@@ -77,7 +77,7 @@ void DrawTitle(HDC context)
 
 void DrawTextLayer(HDC context)
 {
-    FillRect(context, &kWholeScreen, g_backgroundBrush.Get());
+    FillRect(context, &kPanel, g_backgroundBrush.Get()); // no more of this layer is ever seen
     if (g_songLoaded == 0)
         return;
     SetBkMode(context, TRANSPARENT);

@@ -30,11 +30,17 @@ function(cardsong_library name)
     endif()
 endfunction()
 
-# cardsong_test(NAME SOURCES file... LINKS target...): one GoogleTest program, its tests known to CTest by name.
+# cardsong_test(NAME [ONE_PROCESS] SOURCES file... LINKS target...): one GoogleTest program, its tests known to CTest by
+# name; with ONE_PROCESS as one test, for programs whose start is dear.
 function(cardsong_test name)
-    cmake_parse_arguments(ARG "" "" "SOURCES;LINKS" ${ARGN})
+    cmake_parse_arguments(ARG "ONE_PROCESS" "" "SOURCES;LINKS" ${ARGN})
     add_executable(${name} ${ARG_SOURCES} ${PROJECT_SOURCE_DIR}/tests/sanitizer_options.cpp)
     target_include_directories(${name} PRIVATE ${PROJECT_SOURCE_DIR})
     target_link_libraries(${name} PRIVATE ${ARG_LINKS} GTest::gtest GTest::gtest_main)
-    gtest_discover_tests(${name} DISCOVERY_TIMEOUT 60 PROPERTIES TIMEOUT 120)
+    if(ARG_ONE_PROCESS)
+        add_test(NAME ${name} COMMAND ${name} --gtest_brief=1)
+        set_tests_properties(${name} PROPERTIES TIMEOUT 300)
+    else()
+        gtest_discover_tests(${name} DISCOVERY_TIMEOUT 60 PROPERTIES TIMEOUT 120)
+    endif()
 endfunction()

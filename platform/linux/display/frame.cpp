@@ -21,7 +21,7 @@ bool FrameBox::Take(Frame& frame)
     const std::lock_guard lock(m_mutex);
     if (!m_waits)
         return false;
-    frame = m_frame;
+    std::swap(frame, m_frame);
     m_waits = false;
     return true;
 }

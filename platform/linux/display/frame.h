@@ -3,7 +3,7 @@
 
 #include "platform/linux/gdi/screen.h"
 
-#include <array>
+#include <cstddef>
 #include <cstdint>
 #include <mutex>
 #include <vector>
@@ -12,7 +12,25 @@ namespace cardsong::display {
 
 constexpr int kFrameWidthPx = gdi::kScreenWidthPx;
 constexpr int kFrameHeightPx = gdi::kScreenHeightPx;
-using Frame = std::array<std::uint16_t, static_cast<std::size_t>(kFrameWidthPx) * kFrameHeightPx>;
+
+// The pixels of a screen, rows without padding. It owns them: frames are swapped from thread to thread, not copied.
+class Frame {
+public:
+    Frame() : m_pixels(static_cast<std::size_t>(kFrameWidthPx) * kFrameHeightPx) {}
+    auto begin() { return m_pixels.begin(); }
+    auto end() { return m_pixels.end(); }
+    auto begin() const { return m_pixels.begin(); }
+    auto end() const { return m_pixels.end(); }
+    std::uint16_t* data() { return m_pixels.data(); }
+    const std::uint16_t* data() const { return m_pixels.data(); }
+    std::size_t size() const { return m_pixels.size(); }
+    std::uint16_t& operator[](std::size_t index) { return m_pixels[index]; }
+    std::uint16_t operator[](std::size_t index) const { return m_pixels[index]; }
+    bool operator==(const Frame&) const = default;
+
+private:
+    std::vector<std::uint16_t> m_pixels;
+};
 
 // Holds the newest finished frame. Copied where it is finished, so that nobody sees a half-painted one.
 class FrameBox {
@@ -20,12 +38,12 @@ public:
     // Copies the screen if it changed since the last call. Returns whether a frame waits now that was not waiting
     // before: then somebody has to be woken.
     bool Post();
-    // Moves the waiting frame to `frame`; false when none waits.
+    // Swaps the waiting frame with `frame`; false when none waits.
     bool Take(Frame& frame);
 
 private:
     std::mutex m_mutex;
-    Frame m_frame{};
+    Frame m_frame;
     std::uint64_t m_generation = UINT64_MAX;
     bool m_waits = false;
 };

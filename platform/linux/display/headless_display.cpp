@@ -31,7 +31,7 @@ void HeadlessDisplay::FrameReady()
     m_box.Post();
     if (!m_box.Take(m_next) || m_next == m_shown)
         return;
-    m_shown = m_next;
+    std::swap(m_shown, m_next);
     ++m_count;
 }
 

@@ -20,8 +20,8 @@ public:
 private:
     mutable std::mutex m_mutex;
     FrameBox m_box;
-    Frame m_next{}; // a member: a drawing thread's stack may be small
-    Frame m_shown{};
+    Frame m_next;
+    Frame m_shown;
     std::uint64_t m_count = 0;
     bool m_isOpen = false;
 };

@@ -50,6 +50,7 @@ private:
 
     // The display's thread only.
     SdlWindow m_window;
+    Frame m_next;
     bool m_hasShown = false;
     bool m_isPressed = false;
     SDL_FingerID m_finger = 0;
@@ -178,10 +179,9 @@ bool SdlDisplay::Handle(const SDL_Event& event)
 
 void SdlDisplay::ShowFrame()
 {
-    Frame frame;
-    if (!m_box.Take(frame))
+    if (!m_box.Take(m_next))
         return;
-    m_window.Show(frame);
+    m_window.Show(m_next);
     if (!std::exchange(m_hasShown, true))
         kernel::TraceStart("first frame");
 }

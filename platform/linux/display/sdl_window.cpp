@@ -82,12 +82,12 @@ SDL_Point SdlWindow::Size() const
     return size;
 }
 
-void SdlWindow::Show(const Frame& frame)
+void SdlWindow::Show(Frame& frame)
 {
     const auto changed = FindChangedRows(m_shown, frame);
     if (changed.empty())
         return;
-    m_shown = frame;
+    std::swap(m_shown, frame);
     if (SDL_Surface* surface = SDL_GetWindowSurface(m_window.get()))
         SendRows(*surface, changed);
 }

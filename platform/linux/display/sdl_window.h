@@ -16,8 +16,8 @@ class SdlWindow {
 public:
     // An empty text, or why there is no window.
     [[nodiscard]] std::string Open(const DisplayOptions& options);
-    // Shows `frame`; only rows that differ from the frame before are sent.
-    void Show(const Frame& frame);
+    // Shows `frame` and gives the one shown before in exchange; only rows in which they differ are sent.
+    void Show(Frame& frame);
     // Sends everything again: the window was uncovered, or has a new size.
     void Redraw();
     const Viewport& Place() const { return m_viewport; }
@@ -32,7 +32,7 @@ private:
     };
     std::unique_ptr<SDL_Window, DestroyWindow> m_window;
     Viewport m_viewport;
-    Frame m_shown{};
+    Frame m_shown;
 };
 
 } // namespace cardsong::display

@@ -3,6 +3,9 @@
 #include "platform/linux/ce/messages.h"
 #include "platform/linux/user/input.h"
 
+#include <algorithm>
+#include <cerrno>
+#include <chrono>
 #include <csignal>
 #include <cstdlib>
 #include <ctime>
@@ -24,16 +27,27 @@ sigset_t WatchedSignals()
     return signals;
 }
 
-// The signal that came; -1 when the time was over first.
-int WaitForSignal(double seconds)
+using SteadyClock = std::chrono::steady_clock;
+constexpr SteadyClock::time_point kNoLimit = SteadyClock::time_point::max();
+
+timespec TimeUntil(SteadyClock::time_point limit)
+{
+    const auto left = std::max(limit - SteadyClock::now(), SteadyClock::duration::zero());
+    const auto seconds = std::chrono::duration_cast<std::chrono::seconds>(left);
+    return { static_cast<std::time_t>(seconds.count()),
+             static_cast<long>(std::chrono::nanoseconds(left - seconds).count()) };
+}
+
+// Returns when one of the signals has come or the time is over. A debugger that looks in interrupts the call: no end.
+void WaitForSignal(SteadyClock::time_point limit)
 {
     const sigset_t signals = WatchedSignals();
-    if (seconds <= 0)
-        return sigwaitinfo(&signals, nullptr);
-    timespec limit{};
-    limit.tv_sec = static_cast<std::time_t>(seconds);
-    limit.tv_nsec = static_cast<long>((seconds - static_cast<double>(limit.tv_sec)) * 1e9);
-    return sigtimedwait(&signals, nullptr, &limit);
+    for (;;) {
+        const timespec left = limit == kNoLimit ? timespec{} : TimeUntil(limit);
+        const int signal = limit == kNoLimit ? sigwaitinfo(&signals, nullptr) : sigtimedwait(&signals, nullptr, &left);
+        if (signal != -1 || errno != EINTR)
+            return;
+    }
 }
 
 } // namespace
@@ -65,12 +79,13 @@ void EndWatch::Stop()
 
 void EndWatch::Watch(double seconds, const std::function<void()>& beforeEnd)
 {
+    const auto limit = seconds > 0 ? SteadyClock::now() + std::chrono::duration_cast<SteadyClock::duration>(
+                                                              std::chrono::duration<double>(seconds))
+                                   : kNoLimit;
     for (int asked = 0;; ++asked) {
-        const int signal = WaitForSignal(asked == 0 ? seconds : 0);
+        WaitForSignal(asked == 0 ? limit : kNoLimit);
         if (m_stops)
             return;
-        if (signal == -1 && asked > 0)
-            continue; // interrupted
         if (asked == kPatience)
             std::_Exit(kGaveUpStatus);
         if (asked == 0)

@@ -8,6 +8,7 @@
 #include "platform/linux/host/end_watch.h"
 #include "platform/linux/kernel/audio_sink.h"
 #include "platform/linux/kernel/device_tree.h"
+#include "platform/linux/kernel/start_trace.h"
 
 #include <cstdio>
 #include <filesystem>
@@ -70,6 +71,7 @@ std::u16string CommandLineFor(const Options& options)
 
 int RunSession(const Options& options)
 {
+    kernel::TraceStart("options read");
     auto script = display::ParseInputScript(options.keyScript);
     if (const auto* const error = std::get_if<display::ScriptError>(&script))
         return Complain("--keys: " + error->message, kBadScript);
@@ -79,6 +81,7 @@ int RunSession(const Options& options)
     const auto display = MakeDisplay(options);
     if (const std::string trouble = display->Start(); !trouble.empty())
         return Complain(trouble, kFailed);
+    kernel::TraceStart("display open");
     std::atomic<bool> saved = options.screenshotFile.empty();
     endWatch.Start(options.runForSeconds, [&] { saved = saved || display::SaveScreenshot(options.screenshotFile); });
     display::ScriptPlayer player;

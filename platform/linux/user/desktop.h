@@ -38,7 +38,7 @@ struct Desktop {
     HWND foreground = nullptr; // the top-level window that keys are meant for, even while the display is inactive
     std::shared_ptr<ThreadQueue> foregroundQueue;
     bool displayActive = true;
-    std::vector<InputEvent> earlyKeys; // struck before there was a window to take them; the first one gets them
+    std::vector<InputEvent> earlyKeys;         // struck before there was a window to take them; the first one gets them
     std::shared_ptr<ThreadQueue> pointerQueue; // had the last press; has the pointer until the release
     bool pointerDown = false;
     POINT pointer{};

@@ -1,6 +1,7 @@
 #include "platform/linux/display/sdl_window.h"
 
 #include <SDL.h>
+#include <algorithm>
 #include <gtest/gtest.h>
 
 #include <cstdlib>
@@ -82,7 +83,7 @@ TEST_F(SdlPixels, ALaterFrameReplacesTheRowsThatDiffer)
 TEST_F(SdlPixels, AWiderWindowIsBlackAroundTheScreen)
 {
     ASSERT_EQ(window->Open({ 1, false }), "");
-    frame->fill(0xFFFF);
+    std::fill(frame->begin(), frame->end(), std::uint16_t{ 0xFFFF });
     window->Show(*frame);
     SDL_SetWindowSize(Raw(), 800, 500);
     window->Redraw();

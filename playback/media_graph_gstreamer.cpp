@@ -196,34 +196,3 @@ long MediaGraph::GetBalance() const
 {
     return m_engine && m_engine->Rendered() != nullptr ? m_engine->song.Balance() : 0;
 }
-
-// Songs have no picture here, and no pin to reach.
-bool MediaGraph::SetVideoOwner(HWND)
-{
-    return false;
-}
-
-bool MediaGraph::SetVideoRect(int, int, int, int)
-{
-    return false;
-}
-
-bool MediaGraph::SetFullScreen(bool)
-{
-    return false;
-}
-
-bool MediaGraph::IsFullScreen() const
-{
-    return false;
-}
-
-bool MediaGraph::ConnectDirect(IPin*, IPin*, const _AMMediaType*)
-{
-    return false;
-}
-
-bool MediaGraph::Disconnect(IPin*)
-{
-    return false;
-}

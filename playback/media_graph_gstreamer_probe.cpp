@@ -14,7 +14,7 @@ namespace {
 
 using Bytes = std::span<const unsigned char>;
 
-// The ASF header object's identifier, ASF specification 10.1.
+// The ASF header object's identifier, ASF 01.20.03, section 10.1.
 constexpr std::array<unsigned char, 16> kAsfHeader = { 0x30, 0x26, 0xB2, 0x75, 0x8E, 0x66, 0xCF, 0x11,
                                                        0xA6, 0xD9, 0x00, 0xAA, 0x00, 0x62, 0xCE, 0x6C };
 

@@ -425,28 +425,3 @@ long MediaGraph::GetBalance() const
 {
     return m_engine && m_engine->song ? m_engine->balance : 0;
 }
-
-bool MediaGraph::SetVideoOwner(HWND)
-{
-    return false;
-}
-bool MediaGraph::SetVideoRect(int, int, int, int)
-{
-    return false;
-}
-bool MediaGraph::SetFullScreen(bool)
-{
-    return false;
-}
-bool MediaGraph::IsFullScreen() const
-{
-    return false;
-}
-bool MediaGraph::ConnectDirect(IPin*, IPin*, const _AMMediaType*)
-{
-    return false;
-}
-bool MediaGraph::Disconnect(IPin*)
-{
-    return false;
-}

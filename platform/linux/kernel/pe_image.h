@@ -1,4 +1,4 @@
-// Reads the resources of a PE file (PE32 or PE32+; Microsoft PE and COFF Specification) that lies in memory as it lies
+// Reads the resources of a PE file (PE32 or PE32+; the Microsoft PE and COFF format) that lies in memory as it lies
 // on disk. Trusts no byte of it. Knows no handle, no path and no string table.
 #pragma once
 

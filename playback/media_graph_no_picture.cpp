@@ -1,0 +1,32 @@
+// The picture and the wiring of engines that have neither: part of each such engine.
+#include "playback/media_graph.h"
+
+bool MediaGraph::SetVideoOwner(HWND)
+{
+    return false;
+}
+
+bool MediaGraph::SetVideoRect(int, int, int, int)
+{
+    return false;
+}
+
+bool MediaGraph::SetFullScreen(bool)
+{
+    return false;
+}
+
+bool MediaGraph::IsFullScreen() const
+{
+    return false;
+}
+
+bool MediaGraph::ConnectDirect(IPin*, IPin*, const _AMMediaType*)
+{
+    return false;
+}
+
+bool MediaGraph::Disconnect(IPin*)
+{
+    return false;
+}

@@ -132,6 +132,7 @@ void CPtrListCtrl::DeleteAll()
 }
 
 // A copy onto itself empties the list: see Copy.
+// NOLINTNEXTLINE(bugprone-unhandled-self-assignment): a = a empties the list, by contract
 CPtrListCtrl& CPtrListCtrl::operator=(const CPtrListCtrl& other)
 {
     Copy(&other);

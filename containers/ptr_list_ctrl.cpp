@@ -132,7 +132,7 @@ void CPtrListCtrl::DeleteAll()
 }
 
 // A copy onto itself empties the list: see Copy.
-// NOLINTNEXTLINE(bugprone-unhandled-self-assignment): a = a empties the list, by contract
+// NOLINTNEXTLINE(bugprone-unhandled-self-assignment)
 CPtrListCtrl& CPtrListCtrl::operator=(const CPtrListCtrl& other)
 {
     Copy(&other);

@@ -17,7 +17,7 @@ class Display {
 public:
     virtual ~Display() = default;
     // Opens the display and has finished frames reported to it. Returns an empty text, or one line that says why it
-    // cannot be opened. Call it once, from the thread that runs the program's start.
+    // cannot be opened. Call it once; the program's start may go on on another thread meanwhile.
     [[nodiscard]] virtual std::string Start() = 0;
     // Closes it; no call reaches the display any more. Harmless when it never started.
     virtual void Stop() = 0;
@@ -25,7 +25,7 @@ public:
     virtual void FrameReady() = 0;
 };
 
-// A window, the full screen or a bare screen, on a thread of its own.
+// A window, the full screen or a bare screen, on a thread of its own. Make it before any other thread runs.
 std::unique_ptr<Display> MakeSdlDisplay(const DisplayOptions& options);
 
 } // namespace cardsong::display

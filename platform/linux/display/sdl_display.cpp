@@ -19,7 +19,12 @@ enum class Wake : Sint32 { Frame, Stop };
 
 class SdlDisplay final : public Display {
 public:
-    explicit SdlDisplay(const DisplayOptions& options) : m_options(options) {}
+    explicit SdlDisplay(const DisplayOptions& options) : m_options(options)
+    {
+        // The window's class is read from the environment, which may change only before other threads look at it.
+        SDL_setenv("SDL_VIDEO_X11_WMCLASS", "cardsong", 0);
+        SDL_setenv("SDL_VIDEO_WAYLAND_WMCLASS", "cardsong", 0);
+    }
     ~SdlDisplay() override { Stop(); }
     std::string Start() override;
     void Stop() override;
@@ -66,9 +71,6 @@ void SetHints()
     SDL_SetHint(SDL_HINT_VIDEO_ALLOW_SCREENSAVER, "1");
     SDL_SetHint(SDL_HINT_NO_SIGNAL_HANDLERS, "1"); // the host ends the program
     SDL_SetHint(SDL_HINT_APP_NAME, "cardsong");
-    // The window's class is read from the environment, which only the program's start may change.
-    SDL_setenv("SDL_VIDEO_X11_WMCLASS", "cardsong", 0);
-    SDL_setenv("SDL_VIDEO_WAYLAND_WMCLASS", "cardsong", 0);
 }
 
 std::string SdlDisplay::Start()
@@ -76,12 +78,14 @@ std::string SdlDisplay::Start()
     SetHints();
     std::promise<std::string> opened;
     auto result = opened.get_future();
+    // Frames may be finished while the window is still opening; the last of them is shown as soon as it is there.
+    user::InstallPresenter([this] { FrameReady(); });
     m_thread = std::thread([this, &opened] { Run(opened); });
     std::string error = result.get();
-    if (error.empty())
-        user::InstallPresenter([this] { FrameReady(); });
-    else
+    if (!error.empty()) {
+        user::InstallPresenter({});
         m_thread.join();
+    }
     return error;
 }
 
@@ -131,8 +135,10 @@ void SdlDisplay::Run(std::promise<std::string>& opened)
         m_isOpen = error.empty();
     }
     opened.set_value(error);
-    if (error.empty())
+    if (error.empty()) {
+        ShowFrame();
         HandleEvents();
+    }
     {
         const std::lock_guard lock(m_mutex);
         m_isOpen = false;

@@ -52,6 +52,12 @@ void WaitForSignal(SteadyClock::time_point limit)
 
 } // namespace
 
+void PressExitKey()
+{
+    user::KeyDown(VK_F24);
+    user::KeyUp(VK_F24);
+}
+
 EndWatch::EndWatch()
 {
     const sigset_t signals = WatchedSignals();
@@ -90,8 +96,7 @@ void EndWatch::Watch(double seconds, const std::function<void()>& beforeEnd)
             std::_Exit(kGaveUpStatus);
         if (asked == 0)
             beforeEnd();
-        user::KeyDown(VK_F24);
-        user::KeyUp(VK_F24);
+        PressExitKey();
     }
 }
 

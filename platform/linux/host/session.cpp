@@ -10,8 +10,10 @@
 #include "platform/linux/kernel/device_tree.h"
 #include "platform/linux/kernel/start_trace.h"
 
+#include <atomic>
 #include <cstdio>
 #include <filesystem>
+#include <thread>
 
 namespace cardsong::host {
 namespace {
@@ -57,6 +59,16 @@ std::unique_ptr<display::Display> MakeDisplay(const Options& options)
     return display::MakeSdlDisplay({ options.scale, options.fullScreen });
 }
 
+// Opens the display while the player starts; a display that cannot be opened ends the player. Returns why.
+std::string OpenDisplay(display::Display& display)
+{
+    std::string trouble = display.Start();
+    kernel::TraceStart("display open");
+    if (!trouble.empty())
+        PressExitKey();
+    return trouble;
+}
+
 std::u16string CommandLineFor(const Options& options)
 {
     std::u16string line;
@@ -79,9 +91,8 @@ int RunSession(const Options& options)
 
     EndWatch endWatch;
     const auto display = MakeDisplay(options);
-    if (const std::string trouble = display->Start(); !trouble.empty())
-        return Complain(trouble, kFailed);
-    kernel::TraceStart("display open");
+    std::string trouble;
+    std::thread opening([&] { trouble = OpenDisplay(*display); });
     std::atomic<bool> saved = options.screenshotFile.empty();
     endWatch.Start(options.runForSeconds, [&] { saved = saved || display::SaveScreenshot(options.screenshotFile); });
     display::ScriptPlayer player;
@@ -90,10 +101,13 @@ int RunSession(const Options& options)
     std::u16string commandLine = CommandLineFor(options);
     const int result = WinMain(kernel::ProgramInstance(), nullptr, commandLine.data(), SW_SHOW);
 
+    opening.join();
     player.Stop();
     endWatch.Stop();
     saved = saved || display::SaveScreenshot(options.screenshotFile);
     display->Stop();
+    if (!trouble.empty())
+        return Complain(trouble, kFailed);
     if (!saved || !player.AllWritten())
         return Complain("a picture could not be written", kFailed);
     return result;

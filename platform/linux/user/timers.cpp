@@ -11,6 +11,8 @@ namespace cardsong::user {
 namespace {
 
 constexpr std::uint64_t kMinPeriodMs = 10;
+// Ticks that come so soon after each other wake the thread once, for the later one: the API's own ticks are as coarse.
+constexpr std::uint64_t kTogetherMs = 10;
 constexpr std::uint64_t kMaxPeriodMs = 0x7FFFFFFF;
 constexpr UINT_PTR kFirstFreeId = 0x7FFF; // the thread timers' ids count down from here
 
@@ -55,7 +57,11 @@ std::uint64_t NextTickMs(const Desktop& desktop, const ThreadQueue& queue, const
     for (const Timer& timer : queue.timers)
         if (filter.AllowsWindow(desktop, timer.window))
             nextMs = std::min(nextMs, timer.dueMs);
-    return nextMs;
+    auto togetherMs = nextMs;
+    for (const Timer& timer : queue.timers)
+        if (filter.AllowsWindow(desktop, timer.window) && timer.dueMs - nextMs <= kTogetherMs)
+            togetherMs = std::max(togetherMs, timer.dueMs);
+    return togetherMs;
 }
 
 } // namespace cardsong::user

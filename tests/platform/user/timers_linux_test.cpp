@@ -166,6 +166,24 @@ TEST_F(TimerTest, TwoTimersThatAreDueComeInTheOrderOfTheirTime)
     EXPECT_EQ(ids, (std::vector<WPARAM>{ 2, 1 }));
 }
 
+TEST_F(TimerTest, TicksThatComeCloseTogetherWakeTheThreadOnce)
+{
+    SetTimer(*m_window, 1, 100, nullptr);
+    SetTimer(*m_window, 2, 110, nullptr);
+    const auto startMs = m_clock.NowMs();
+    std::thread driver([this] {
+        m_clock.Advance(109);
+        m_clock.Advance(1);
+    });
+    MSG message{};
+    EXPECT_EQ(GetMessageW(&message, nullptr, WM_TIMER, WM_TIMER), TRUE);
+    EXPECT_EQ(message.wParam, 1U);
+    EXPECT_EQ(m_clock.NowMs() - startMs, 110U);
+    EXPECT_EQ(PeekMessageW(&message, nullptr, WM_TIMER, WM_TIMER, PM_REMOVE), TRUE);
+    EXPECT_EQ(message.wParam, 2U);
+    driver.join();
+}
+
 TEST_F(TimerTest, AThreadThatWaitsInGetMessageWakesForItsTimer)
 {
     SetTimer(*m_window, 1, 5000, nullptr);

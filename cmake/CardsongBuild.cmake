@@ -19,6 +19,11 @@ if(CARDSONG_SANITIZE)
     add_link_options(-fsanitize=${CARDSONG_SANITIZE})
 endif()
 
+if(WIN32)
+    # One look of the API everywhere: wide text, no min and max macros, the functions of Windows 10.
+    add_compile_definitions(UNICODE _UNICODE NOMINMAX WIN32_LEAN_AND_MEAN _WIN32_WINNT=0x0A00)
+endif()
+
 # cardsong_library(NAME SOURCES file... LINKS target... PRIVATE_LINKS target...): a static library of one folder.
 # Headers are included by their path from the root, so that a reader sees which folder an arrow points to.
 function(cardsong_library name)
@@ -34,18 +39,29 @@ function(cardsong_library name)
     endif()
 endfunction()
 
-# cardsong_test(NAME [ONE_PROCESS] SOURCES file... LINKS target...): one GoogleTest program, its tests known to CTest by
-# name; with ONE_PROCESS as one test, for programs whose start is dear.
+# cardsong_test(NAME [ONE_PROCESS] SOURCES file... LINKS target... DEFINES name=value... DEPENDS target...): one
+# GoogleTest program, its tests known to CTest by name; with ONE_PROCESS, and on Windows, as one test, for programs whose
+# start is dear. Files named *_linux_test.cpp look behind the seam: they belong to the Linux build alone.
 function(cardsong_test name)
-    cmake_parse_arguments(ARG "ONE_PROCESS" "" "SOURCES;LINKS" ${ARGN})
+    cmake_parse_arguments(ARG "ONE_PROCESS" "" "SOURCES;LINKS;DEFINES;DEPENDS" ${ARGN})
+    if(WIN32)
+        list(FILTER ARG_SOURCES EXCLUDE REGEX "_linux_test\\.cpp$")
+        if(NOT ARG_SOURCES)
+            return()
+        endif()
+    endif()
     add_executable(${name} ${ARG_SOURCES} ${PROJECT_SOURCE_DIR}/tests/sanitizer_options.cpp)
     target_include_directories(${name} PRIVATE ${PROJECT_SOURCE_DIR})
     target_link_libraries(${name} PRIVATE ${ARG_LINKS} GTest::gtest GTest::gtest_main)
+    target_compile_definitions(${name} PRIVATE ${ARG_DEFINES})
+    if(ARG_DEPENDS)
+        add_dependencies(${name} ${ARG_DEPENDS})
+    endif()
     if(CARDSONG_SANITIZE MATCHES "undefined")
         # What is tested is checked for undefined behaviour; the tests around it would take a third longer to compile.
         target_compile_options(${name} PRIVATE -fno-sanitize=undefined)
     endif()
-    if(ARG_ONE_PROCESS)
+    if(ARG_ONE_PROCESS OR WIN32)
         add_test(NAME ${name} COMMAND ${name} --gtest_brief=1)
         set_tests_properties(${name} PROPERTIES TIMEOUT 300)
     else()

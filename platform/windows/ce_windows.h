@@ -1,22 +1,38 @@
-// The seam on Windows: the system's own headers, and the names that Windows CE has and desktop Windows lacks.
+// The seam on Windows: the system's own headers, the names that Windows CE has and desktop Windows lacks, and the
+// functions that answer differently on a device in the place of the system's own.
 #pragma once
 
-#ifndef UNICODE
-#define UNICODE
-#endif
-#ifndef NOMINMAX
-#define NOMINMAX
-#endif
 #include <windows.h>
 
 #include <dbt.h>
+#include <objbase.h>
 
 #include <cstdarg>
 #include <cstdio>
 #include <cwchar>
 
-// Windows CE's entry takes a wide command line; the desktop's is this one.
-#define WinMain wWinMain
+#include "platform/windows/kernel/device_calls.h"
+
+// The rooms behind the seam call the system itself.
+#ifndef CARDSONG_BEHIND_THE_SEAM
+#define CreateFileW cardsong::device::CreateFileW
+#define DeviceIoControl cardsong::device::DeviceIoControl
+#define FindFirstFileW cardsong::device::FindFirstFileW
+#define GetFileAttributesW cardsong::device::GetFileAttributesW
+#define GetFileAttributesExW cardsong::device::GetFileAttributesExW
+#define DeleteFileW cardsong::device::DeleteFileW
+#define CreateDirectoryW cardsong::device::CreateDirectoryW
+#define _wfopen cardsong::device::_wfopen
+#define CreateProcessW cardsong::device::CreateProcessW
+#define LoadLibraryExW cardsong::device::LoadLibraryExW
+#define GetUserDefaultUILanguage cardsong::device::GetUserDefaultUILanguage
+#define RegOpenKeyExW cardsong::device::RegOpenKeyExW
+#define RegCreateKeyExW cardsong::device::RegCreateKeyExW
+#endif
+
+// Windows CE's entry takes a wide command line; the host room calls it.
+#define WinMain CardsongMain
+int WINAPI WinMain(HINSTANCE instance, HINSTANCE previous, LPWSTR commandLine, int showCommand);
 
 constexpr DWORD WS_EX_NOANIMATION = 0x04000000;
 constexpr DWORD EVENT_PULSE = 1;
@@ -28,4 +44,6 @@ DWORD Random();
 void NKDbgPrintfW(LPCWSTR format, ...);
 BOOL TransparentImage(HDC target, int x, int y, int widthPx, int heightPx, HDC source, int sourceX, int sourceY,
                       int sourceWidthPx, int sourceHeightPx, COLORREF key);
+// A bitmap of the screen's format made from an image file of any format that the system's imaging library reads.
+// Null when the file is missing, foreign or larger than 4096 pixels in either direction; owned by the caller.
 HBITMAP CreateBitmapFromImageFile(HWND window, LPCWSTR path);

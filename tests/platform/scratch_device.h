@@ -1,11 +1,10 @@
-// A device of its own for one test: empty user, system and card folders below a fresh temporary folder, removed at the
-// end. On Linux it is installed as the device tree; elsewhere only Path() and the host folders have a meaning.
+// A device of its own for one test: empty user, system and card folders below a fresh temporary folder, installed as
+// the device tree and removed at the end, its registry too.
 #pragma once
 
-#include "platform/ce.h"
-
-#ifndef _WIN32
-#include "platform/linux/kernel/device_tree.h"
+#include "platform/device_tree.h"
+#ifdef _WIN32
+#include "platform/windows/kernel/registry.h"
 #endif
 
 #include <atomic>
@@ -23,20 +22,19 @@ public:
     {
         for (const char* folder : { "user", "system", "card", "user/scratch" })
             std::filesystem::create_directories(m_root / folder);
-#ifndef _WIN32
         m_before = kernel::CurrentDeviceTree();
         kernel::DeviceTree tree;
         tree.userDirectory = UserDirectory();
         tree.systemDirectory = SystemDirectory();
         tree.cardDirectory = CardDirectory();
         kernel::InstallDeviceTree(tree);
-#endif
     }
     ~ScratchDevice()
     {
-#ifndef _WIN32
-        kernel::InstallDeviceTree(m_before);
+#ifdef _WIN32
+        RegDeleteTreeW(HKEY_CURRENT_USER, kernel::MachineKeyOfDevice().c_str());
 #endif
+        kernel::InstallDeviceTree(m_before);
         std::error_code ignored;
         std::filesystem::remove_all(m_root, ignored);
     }
@@ -76,14 +74,10 @@ public:
         return { std::istreambuf_iterator<char>(file), {} };
     }
 
-    // A path for the file functions of the API, in an empty folder ("user/scratch" for WriteFile) on every system.
+    // A device path in an empty folder ("user/scratch" for WriteFile).
     WString Path(WStringView name) const
     {
-#ifdef _WIN32
-        return (m_root / "user" / "scratch").wstring() + TEXT("\\") + WString(name);
-#else
-        return WString(TEXT("\\scratch\\")) + WString(name);
-#endif
+        return TEXT("\\scratch\\") + WString(name);
     }
 
 private:
@@ -96,9 +90,7 @@ private:
     }
 
     std::filesystem::path m_root;
-#ifndef _WIN32
     kernel::DeviceTree m_before;
-#endif
 };
 
 } // namespace cardsong::test

@@ -1,5 +1,5 @@
+#include "platform/device_tree.h"
 #include "platform/linux/gdi/bitmaps.h"
-#include "platform/linux/kernel/device_tree.h"
 
 #include <gdk-pixbuf/gdk-pixbuf.h>
 

@@ -1,5 +1,6 @@
 #include "platform/linux/host/session.h"
 
+#include "platform/device_tree.h"
 #include "platform/linux/ce/kernel.h"
 #include "platform/linux/ce/messages.h"
 #include "platform/linux/display/headless_display.h"
@@ -7,7 +8,6 @@
 #include "platform/linux/display/screenshot.h"
 #include "platform/linux/host/end_watch.h"
 #include "platform/linux/kernel/audio_sink.h"
-#include "platform/linux/kernel/device_tree.h"
 #include "platform/linux/kernel/start_trace.h"
 
 #include <atomic>

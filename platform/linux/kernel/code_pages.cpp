@@ -1,6 +1,6 @@
 #include "platform/linux/kernel/code_pages.h"
 
-#include "platform/linux/kernel/device_tree.h"
+#include "platform/device_tree.h"
 #include "platform/linux/kernel/unicode.h"
 
 #include <array>

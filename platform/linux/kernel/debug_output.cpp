@@ -1,5 +1,5 @@
 // The debug output: standard error, when the host wants it.
-#include "platform/linux/kernel/device_tree.h"
+#include "platform/device_tree.h"
 #include "platform/linux/kernel/text_format.h"
 #include "platform/linux/kernel/unicode.h"
 

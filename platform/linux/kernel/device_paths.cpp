@@ -1,6 +1,6 @@
 #include "platform/linux/kernel/device_paths.h"
 
-#include "platform/linux/kernel/device_tree.h"
+#include "platform/device_tree.h"
 #include "platform/linux/kernel/folder_names.h"
 #include "platform/linux/kernel/host_names.h"
 #include "platform/linux/kernel/unicode.h"
@@ -161,32 +161,6 @@ bool CanBeMade(std::u16string_view name)
 }
 
 } // namespace
-
-DevicePath DevicePath::Parent() const
-{
-    DevicePath parent = *this;
-    if (!parent.names.empty())
-        parent.names.pop_back();
-    return parent;
-}
-
-DevicePath ParseDevicePath(std::u16string_view text)
-{
-    DevicePath path;
-    while (!text.empty()) {
-        const auto end = text.find_first_of(u"\\/");
-        const auto name = text.substr(0, end);
-        path.endsInSeparator = end != std::u16string_view::npos;
-        text.remove_prefix(path.endsInSeparator ? end + 1 : text.size());
-        if (name == u"..") {
-            if (!path.names.empty())
-                path.names.pop_back();
-        } else if (!name.empty() && name != u".") {
-            path.names.emplace_back(name);
-        }
-    }
-    return path;
-}
 
 bool IsVolumeRoot(const DevicePath& path)
 {

@@ -1,25 +1,13 @@
-// From a device path ("\Windows\a.gif", "SDMMC\b.mp3") to host files: layers, look-up without case, places for new
-// files. Opens nothing and knows no handle.
+// From a device path to host files: layers, look-up without case, places for new files. Opens nothing and knows no
+// handle.
 #pragma once
 
-#include "platform/linux/ce/kernel.h"
+#include "platform/device_path.h"
 
 #include <string>
-#include <string_view>
 #include <vector>
 
 namespace cardsong::kernel {
-
-// The names of a device path from the root down. Empty names and "." are gone; ".." has taken its folder with it, and
-// stops at the root.
-struct DevicePath {
-    std::vector<std::u16string> names;
-    bool endsInSeparator = false;
-
-    bool IsRoot() const { return names.empty(); }
-    DevicePath Parent() const;
-};
-DevicePath ParseDevicePath(std::u16string_view text);
 
 // Whether the path is a volume of its own, whose listing has no "." and "..": the root, the card.
 bool IsVolumeRoot(const DevicePath& path);

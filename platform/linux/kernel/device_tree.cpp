@@ -1,4 +1,4 @@
-#include "platform/linux/kernel/device_tree.h"
+#include "platform/device_tree.h"
 
 #include "platform/linux/kernel/device_paths.h"
 #include "platform/linux/kernel/resource_modules.h"

@@ -22,18 +22,7 @@ bool IsCardThere()
     return !HostFoldersOf(ParseDevicePath(u"\\SDMMC")).empty();
 }
 
-constexpr bool IsLetter(char16_t unit)
-{
-    return (unit >= u'A' && unit <= u'Z') || (unit >= u'a' && unit <= u'z');
-}
-
 } // namespace
-
-bool IsDeviceName(std::u16string_view name)
-{
-    return name.size() == 5 && IsLetter(name[0]) && IsLetter(name[1]) && IsLetter(name[2]) && name[3] >= u'0' &&
-           name[3] <= u'9' && name[4] == u':';
-}
 
 HANDLE OpenDevice(std::u16string_view name)
 {

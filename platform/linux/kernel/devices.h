@@ -7,9 +7,6 @@
 
 namespace cardsong::kernel {
 
-// Three letters, a digit and a colon: the form of a stream device's name. No file bears one.
-bool IsDeviceName(std::u16string_view name);
-
 // A handle to the driver; INVALID_HANDLE_VALUE and ERROR_FILE_NOT_FOUND when there is none: both drivers need a card,
 // and no other driver exists here.
 HANDLE OpenDevice(std::u16string_view name);

@@ -1,6 +1,6 @@
 #include "platform/linux/kernel/registry_file.h"
 
-#include "platform/linux/kernel/device_tree.h"
+#include "platform/device_tree.h"
 #include "platform/linux/kernel/registry_text.h"
 #include "platform/linux/kernel/unicode.h"
 

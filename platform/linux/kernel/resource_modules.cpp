@@ -1,7 +1,7 @@
 // Modules loaded as data, their resources and strings.
 #include "platform/linux/kernel/resource_modules.h"
 
-#include "platform/linux/kernel/device_tree.h"
+#include "platform/device_tree.h"
 #include "platform/linux/kernel/module_object.h"
 
 #include <algorithm>

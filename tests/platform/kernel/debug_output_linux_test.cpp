@@ -1,5 +1,5 @@
 #include "platform/ce.h"
-#include "platform/linux/kernel/device_tree.h"
+#include "platform/device_tree.h"
 
 #include <gtest/gtest.h>
 

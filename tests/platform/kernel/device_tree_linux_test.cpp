@@ -1,6 +1,6 @@
+#include "platform/device_tree.h"
 #include "platform/linux/ce/kernel.h"
 #include "platform/linux/kernel/device_paths.h"
-#include "platform/linux/kernel/device_tree.h"
 #include "platform/linux/kernel/host_names.h"
 #include "tests/platform/scratch_device.h"
 

@@ -1,5 +1,5 @@
 #include "platform/ce.h"
-#include "platform/linux/kernel/device_tree.h"
+#include "platform/device_tree.h"
 #include "platform/linux/kernel/pe_image.h"
 #include "platform/linux/kernel/resource_modules.h"
 #include "tests/platform/kernel/module_builder.h"

@@ -1,14 +1,22 @@
-// Where the device's file system lies on this machine, and the settings that the host gives the layer.
+// Where the device's file system lies on this machine, and the settings that a host gives the layer. For hosts, media
+// engines and tests; the player itself sees only platform/ce.h.
 #pragma once
 
-#include "platform/linux/ce/types.h"
+#include "platform/ce.h"
 
 #include <optional>
 #include <string>
-#include <string_view>
 
 namespace cardsong::kernel {
 
+// A path as this machine's own file functions take it.
+#ifdef _WIN32
+using HostPath = std::wstring;
+#else
+using HostPath = std::string;
+#endif
+
+// Folders are UTF-8, without a trailing separator.
 struct DeviceTree {
     std::string userDirectory;   // writable; "\Windows\x" is <user>/Windows/x laid over <system>/Windows/x
     std::string systemDirectory; // installed, read only; may be empty
@@ -22,11 +30,11 @@ void InstallDeviceTree(const DeviceTree& tree);
 const DeviceTree& CurrentDeviceTree();
 
 // The host path of an existing file or folder named by a device path ("\Windows\a.gif", "SDMMC\b.mp3"), letters
-// compared without case; nothing when there is none. Bytes that are not UTF-8 survive the way through device paths and
-// back.
-std::optional<std::string> FindHostPath(std::u16string_view devicePath);
+// compared without case; nothing when there is none. Names that are not valid text on the host survive the way through
+// device paths and back.
+std::optional<HostPath> FindHostPath(WStringView devicePath);
 
-// The instance whose resources are the program's own ("\Windows\cardsong.resources.dll"); never null.
+// The instance whose resources are the program's own; never null.
 HINSTANCE ProgramInstance();
 
 } // namespace cardsong::kernel

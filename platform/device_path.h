@@ -1,0 +1,24 @@
+// A device path ("\Windows\a.gif", "SDMMC\b.mp3") taken apart into its names. Knows no file system.
+#pragma once
+
+#include "platform/ce.h"
+
+#include <vector>
+
+namespace cardsong::kernel {
+
+// The names of a device path from the root down. Empty names and "." are gone; ".." has taken its folder with it, and
+// stops at the root.
+struct DevicePath {
+    std::vector<WString> names;
+    bool endsInSeparator = false;
+
+    bool IsRoot() const { return names.empty(); }
+    DevicePath Parent() const;
+};
+DevicePath ParseDevicePath(WStringView text);
+
+// Whether `name` names a stream driver: three letters, a digit and a colon ("DSK3:").
+bool IsDeviceName(WStringView name);
+
+} // namespace cardsong::kernel

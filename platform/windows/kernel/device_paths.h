@@ -1,0 +1,23 @@
+// From a device path to a path of this machine. "\Windows" is the user's folder laid over the installed one, "\SDMMC"
+// the card, all else lies in the user's tree; the machine's own Windows folder is never touched.
+#pragma once
+
+#include "platform/device_path.h"
+#include "platform/device_tree.h"
+
+namespace cardsong::kernel {
+
+struct HostPlace {
+    DWORD error = ERROR_SUCCESS; // the path can name nothing here
+    HostPath path;               // where it is, or where it would be: the system's own answer is the right one
+    bool isInstalled = false;    // it exists, and only in the installed tree, which is never written
+};
+
+// Where `devicePath` is to be looked for. A path that ends in a separator stays one.
+HostPlace PlaceOf(LPCWSTR devicePath);
+
+// Where `devicePath` is to be written or made: as above, but always in the user's tree or on the card. The folders that
+// a device always has, and those that so far only the installed tree has, are made on the way.
+HostPlace WritablePlaceOf(LPCWSTR devicePath);
+
+} // namespace cardsong::kernel

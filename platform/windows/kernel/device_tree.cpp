@@ -1,0 +1,34 @@
+#include "platform/device_tree.h"
+
+namespace cardsong::kernel {
+namespace {
+
+DeviceTree& TheTree()
+{
+    static auto* const s_tree = new DeviceTree;
+    return *s_tree;
+}
+
+} // namespace
+
+void InstallDeviceTree(const DeviceTree& tree)
+{
+    TheTree() = tree;
+}
+
+const DeviceTree& CurrentDeviceTree()
+{
+    return TheTree();
+}
+
+HINSTANCE ProgramInstance()
+{
+    return GetModuleHandleW(nullptr);
+}
+
+} // namespace cardsong::kernel
+
+LANGID cardsong::device::GetUserDefaultUILanguage()
+{
+    return kernel::CurrentDeviceTree().uiLanguage;
+}

@@ -1,7 +1,7 @@
 #!/usr/bin/env python3
 """Plays a card through a real window and a real sound server, listens and looks.
 
-first_sound.py PROGRAM METER     exit status 0, or 1 with a line that says what did not happen
+first_sound.py PROGRAM     exit status 0, or 1 with a line that says what did not happen
 """
 
 import os
@@ -10,7 +10,8 @@ import sys
 
 from PIL import ImageChops
 
-from stage import Failure, Stage, Window, make_tones, wait_for
+from ear import Failure, wait_for
+from stage import Stage, Window, make_tones
 
 # Regions (left, top, right, bottom) and places to tap of the main window.
 TITLE = (180, 45, 318, 115)
@@ -74,10 +75,10 @@ def play_through(stage, window, ear):
 
 
 def main():
-    program, meter = (pathlib.Path(argument).resolve() for argument in sys.argv[1:3])
+    program = pathlib.Path(sys.argv[1]).resolve()
     with Stage() as stage:
         make_card(stage.root / "card")
-        ear = stage.listen(meter)
+        ear = stage.listen()
         player = stage.start_player(program)
         window = Window(stage, player)
         try:

@@ -2,39 +2,23 @@
 tones, and the hands to tap and type. Everything lives in one temporary folder and ends with the stage."""
 
 import array
-import collections
 import math
 import os
 import pathlib
 import shutil
 import subprocess
 import tempfile
-import threading
 import time
 import wave
 
 from PIL import ImageGrab
 
+from ear import Ear, Failure, wait_for
+
 RATE = 44100
-PATIENCE_S = 10.0
+UNDER_WINE = pathlib.Path(__file__).resolve().parents[2] / "tools/under-wine"
 SOUND_SERVER = ["pulseaudio", "-n", "--daemonize=no", "--exit-idle-time=-1", "--log-level=error",
                 "--load=module-null-sink norewinds=1", "--load=module-native-protocol-unix"]
-
-
-class Failure(Exception):
-    pass
-
-
-def wait_for(what, condition, patience_s=PATIENCE_S):
-    """Returns the first true answer of `condition`; says what did not happen otherwise."""
-    limit = time.monotonic() + patience_s
-    while True:
-        answer = condition()
-        if answer:
-            return answer
-        if time.monotonic() > limit:
-            raise Failure(f"within {patience_s:.0f} s: {what}")
-        time.sleep(0.02)
 
 
 def make_tones(path, tones):
@@ -53,60 +37,6 @@ def make_tones(path, tones):
     wav.unlink()
 
 
-class Ear:
-    """What the loudspeaker plays: the last tenths of a second as (Hz, dB)."""
-
-    def __init__(self, meter, environment):
-        self.recorder = subprocess.Popen(
-            ["parec", "--device=@DEFAULT_MONITOR@", "--format=s16le", "--rate=48000", "--channels=1", "--latency-msec=50"],
-            stdout=subprocess.PIPE, stderr=subprocess.DEVNULL, env=environment)
-        self.meter = subprocess.Popen([meter], stdin=self.recorder.stdout, stdout=subprocess.PIPE, text=True)
-        self.heard = collections.deque(maxlen=600)
-        self.count = 0
-        threading.Thread(target=self._listen, daemon=True).start()
-
-    def _listen(self):
-        for line in self.meter.stdout:
-            _, hz, level = line.split()
-            self.heard.append((float(hz), float(level)))
-            self.count += 1
-
-    def _fresh(self, windows, since):
-        return list(self.heard)[-windows:] if self.count - since >= windows else []
-
-    def expect_tone(self, what, hz, patience_s=PATIENCE_S):
-        """Three tenths of a second in a row, all heard from now on."""
-        since = self.count
-
-        def sounds():
-            fresh = self._fresh(3, since)
-            return fresh and all(abs(heard - hz) < hz * 0.02 for heard, _ in fresh)
-
-        self._expect(f"{what}: {hz} Hz", sounds, patience_s)
-
-    def expect_silence(self, what, patience_s=PATIENCE_S):
-        since = self.count
-
-        def silent():
-            fresh = self._fresh(5, since)
-            return fresh and all(level < -70 for _, level in fresh)
-
-        self._expect(f"{what}: silence", silent, patience_s)
-
-    def _expect(self, what, condition, patience_s):
-        try:
-            wait_for(what, condition, patience_s)
-        except Failure as failure:
-            last = ", ".join(f"{hz:.0f} Hz {level:.0f} dB" for hz, level in list(self.heard)[-5:])
-            raise Failure(f"{failure}; heard at the end: {last or 'nothing at all'}") from None
-        print(f"ok: {what}", flush=True)
-
-    def close(self):
-        for process in (self.recorder, self.meter):
-            process.terminate()
-            process.wait()
-
-
 class Stage:
     def __init__(self):
         self.root = pathlib.Path(tempfile.mkdtemp(prefix="cardsong-stage-"))
@@ -119,6 +49,7 @@ class Stage:
             "XDG_RUNTIME_DIR": str(self.root / "run"),
             "XDG_CACHE_HOME": str(self.root / "home/.cache"),
             "LANG": "C.UTF-8",
+            "CARDSONG_WINE_PREFIX": str(self.root / "wine"),
             "DBUS_SESSION_BUS_ADDRESS": f"unix:path={self.root}/no-bus",
         }
 
@@ -140,6 +71,7 @@ class Stage:
                 except subprocess.TimeoutExpired:
                     process.kill()
                     process.wait()
+        subprocess.run([UNDER_WINE, "--end"], env=self.environment, check=True)
         shutil.rmtree(self.root, ignore_errors=True)
 
     def start(self, command, **options):
@@ -165,14 +97,16 @@ class Stage:
         if server.poll() is not None:
             raise Failure(f"the sound server ended with status {server.returncode}")
 
-    def listen(self, meter):
-        ear = Ear(meter, self.environment)
-        self.processes += [ear.recorder, ear.meter]
+    def listen(self):
+        ear = Ear(self.environment)
+        self.processes.append(ear.recorder)
         wait_for("the recorder hears the sound server", lambda: ear.count > 0)
         return ear
 
     def start_player(self, program, *options, **popen):
-        return self.start([program, "--device", self.root / "device", "--card", self.root / "card", "--fill", "--scale",
+        """`program` may be a Windows program."""
+        command = [UNDER_WINE, program] if program.suffix == ".exe" else [program]
+        return self.start([*command, "--device", self.root / "device", "--card", self.root / "card", "--fill", "--scale",
                            "1", "--language", "en", *options], **popen)
 
     def xdotool(self, *arguments):

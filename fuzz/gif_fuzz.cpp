@@ -1,11 +1,31 @@
-// Any bytes as a GIF: every frame of the first few is decoded.
+// Any bytes as a GIF: its first frames are decoded. A frame covers the whole screen or has no canvas at all.
 #include "gui/gif_sequence.h"
+
+#include <cstdlib>
+
+namespace {
+
+constexpr int kFrames = 4; // two rounds of a file with two images: both ways of starting again are met
+
+void Check(const GifScreen& screen, const GifFrame& frame)
+{
+    const std::size_t screenPixels = std::size_t{ screen.widthPx } * screen.heightPx;
+    const std::size_t imagePixels = std::size_t{ frame.image.widthPx } * frame.image.heightPx;
+    if (frame.canvas.IsAllocated() &&
+        (frame.canvas.Pixels().size() != screenPixels || frame.indexPixels.Pixels().size() != imagePixels))
+        std::abort();
+}
+
+} // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const unsigned char* data, std::size_t size)
 {
     GifSequence sequence;
-    if (sequence.Open(std::as_bytes(std::span(data, size)), 0xFFFF))
-        for (int i = 0; i < 4; ++i)
-            (void)sequence.DecodeNextFrame();
+    if (!sequence.Open(std::as_bytes(std::span(data, size)), 0xFFFF))
+        return 0;
+    for (int i = 0; i < kFrames; ++i) {
+        if (const GifFrame* const frame = sequence.DecodeNextFrame())
+            Check(sequence.Screen(), *frame);
+    }
     return 0;
 }

@@ -39,6 +39,16 @@ constexpr DWORD EVENT_PULSE = 1;
 constexpr DWORD EVENT_RESET = 2;
 constexpr DWORD EVENT_SET = 3;
 
+// Puts the file `source` in the place of the file `target`, which need not be there, in one step. Both lie in one
+// folder.
+BOOL DeleteAndRenameFile(LPCWSTR target, LPCWSTR source);
+// Our helper: which folder it is that a path leads to, whatever links lie on the way. False when there is none.
+struct FolderIdentity {
+    ULONGLONG volume;
+    ULONGLONG index;
+    bool operator==(const FolderIdentity&) const = default;
+};
+BOOL GetFolderIdentity(LPCWSTR path, FolderIdentity* identity);
 BOOL EventModify(HANDLE event, DWORD action);
 DWORD Random();
 void NKDbgPrintfW(LPCWSTR format, ...);

@@ -102,6 +102,7 @@ DWORD SetFilePointer(HANDLE file, LONG distance, LONG* distanceHigh, DWORD metho
 DWORD GetFileSize(HANDLE file, LPDWORD sizeHigh);
 BOOL DeviceIoControl(HANDLE device, DWORD code, LPVOID input, DWORD inputBytes, LPVOID output, DWORD outputBytes,
                      LPDWORD returnedBytes, OVERLAPPED* overlapped);
+BOOL FlushFileBuffers(HANDLE file); // to the card or disk itself; needs write access
 BOOL CloseHandle(HANDLE object);
 HANDLE FindFirstFileW(LPCWSTR pattern, WIN32_FIND_DATAW* data);
 BOOL FindNextFileW(HANDLE find, WIN32_FIND_DATAW* data);
@@ -110,6 +111,16 @@ DWORD GetFileAttributesW(LPCWSTR name);
 BOOL GetFileAttributesExW(LPCWSTR name, GET_FILEEX_INFO_LEVELS level, LPVOID data);
 BOOL DeleteFileW(LPCWSTR name);
 BOOL CreateDirectoryW(LPCWSTR name, SECURITY_ATTRIBUTES* security);
+// Puts the file `source` in the place of the file `target`, which need not be there. Whatever happens meanwhile, power
+// gone included, `target` is the whole old file or the whole new one. Both lie in one folder.
+BOOL DeleteAndRenameFile(LPCWSTR target, LPCWSTR source);
+// Our helper: which folder it is that a path leads to, whatever links lie on the way. False when there is none.
+struct FolderIdentity {
+    ULONGLONG volume;
+    ULONGLONG index;
+    bool operator==(const FolderIdentity&) const = default;
+};
+BOOL GetFolderIdentity(LPCWSTR path, FolderIdentity* identity);
 // C runtime: opens a file of the device's tree. `mode` as for fopen.
 std::FILE* _wfopen(const WCHAR* name, const WCHAR* mode);
 

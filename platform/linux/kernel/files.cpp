@@ -70,6 +70,13 @@ public:
         return ERROR_SUCCESS;
     }
 
+    DWORD Flush() const
+    {
+        if ((m_access & GENERIC_WRITE) == 0)
+            return ERROR_ACCESS_DENIED;
+        return fsync(m_descriptor) == 0 ? ERROR_SUCCESS : ErrorFromHost(errno);
+    }
+
     // The new position, or nothing before the start of the file.
     std::optional<std::uint64_t> Seek(std::int64_t distance, int origin) const
     {
@@ -170,6 +177,12 @@ BOOL WriteFile(HANDLE file, LPCVOID buffer, DWORD sizeBytes, LPDWORD writtenByte
     if (writtenBytes)
         *writtenBytes = done;
     return result;
+}
+
+BOOL FlushFileBuffers(HANDLE file)
+{
+    const auto object = ObjectAs<FileObject>(file);
+    return object ? Answer(object->Flush()) : FALSE;
 }
 
 DWORD SetFilePointer(HANDLE file, LONG distance, LONG* distanceHigh, DWORD method)

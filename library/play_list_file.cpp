@@ -7,6 +7,8 @@
 
 namespace {
 
+// Written whole before it takes the place of the list, so that a full disk or power gone never costs the old one.
+constexpr const WCHAR* kUnfinishedFile = TEXT("\\Windows\\play_list.new");
 constexpr WCHAR kSeparator = TEXT('$');
 constexpr WCHAR kRecordEnd = 0x0A0D; // the bytes 0D 0A
 constexpr std::size_t kMostRecordUnits = 1000;
@@ -17,23 +19,54 @@ struct CloseObject {
 };
 using FileOrNone = std::unique_ptr<HANDLE, CloseObject>;
 
-FileOrNone OpenPlayList(DWORD disposition)
+FileOrNone OpenFile(const WCHAR* path, DWORD disposition)
 {
-    const HANDLE file = CreateFileW(kPlayListFile, GENERIC_READ | GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_WRITE,
-                                    nullptr, disposition, FILE_ATTRIBUTE_NORMAL, nullptr);
+    const HANDLE file = CreateFileW(path, GENERIC_READ | GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr,
+                                    disposition, FILE_ATTRIBUTE_NORMAL, nullptr);
     return FileOrNone(file != INVALID_HANDLE_VALUE ? file : nullptr);
 }
+
+// Collects bytes into blocks, so that a long list costs neither memory nor a call for each record.
+class BlockWriter {
+public:
+    explicit BlockWriter(HANDLE file) : m_file(file) { m_block.reserve(kBlockBytes); }
+
+    void Append(WCHAR unit)
+    {
+        m_block += static_cast<char>(unit & 0xFF);
+        m_block += static_cast<char>(unit >> 8);
+        if (m_block.size() >= kBlockBytes)
+            WriteBlock();
+    }
+
+    // True when every byte has reached the disk.
+    bool Finish()
+    {
+        WriteBlock();
+        return m_isWhole && FlushFileBuffers(m_file);
+    }
+
+private:
+    static constexpr std::size_t kBlockBytes = 16384;
+
+    void WriteBlock()
+    {
+        const auto sizeBytes = static_cast<DWORD>(m_block.size());
+        DWORD writtenBytes = 0;
+        m_isWhole = m_isWhole && WriteFile(m_file, m_block.data(), sizeBytes, &writtenBytes, nullptr) &&
+                    writtenBytes == sizeBytes;
+        m_block.clear();
+    }
+
+    const HANDLE m_file;
+    std::string m_block;
+    bool m_isWhole = true;
+};
 
 void AppendNumber(WString& text, std::uint32_t number)
 {
     for (const char digit : std::to_string(number))
         text += static_cast<WCHAR>(digit);
-}
-
-void AppendUnit(std::string& bytes, WCHAR unit)
-{
-    bytes += static_cast<char>(unit & 0xFF);
-    bytes += static_cast<char>(unit >> 8);
 }
 
 WString RecordText(std::int32_t number, const MediaFileEntry& entry)
@@ -44,6 +77,25 @@ WString RecordText(std::int32_t number, const MediaFileEntry& entry)
     (text += entry.folder) += kSeparator;
     AppendNumber(text, WholeSeconds(entry));
     return text;
+}
+
+bool WriteRecords(const CPtrListCtrl& list, const WCHAR* path)
+{
+    const FileOrNone file = OpenFile(path, CREATE_ALWAYS);
+    if (!file)
+        return false;
+    BlockWriter writer(file.get());
+    for (std::int32_t i = 0; i < list.GetCount(); ++i) {
+        const auto* entry = static_cast<const MediaFileEntry*>(list.GetAt(i));
+        if (entry == nullptr)
+            break;
+        if (entry->fileName[0] == 0)
+            continue;
+        for (const WCHAR unit : RecordText(i + 1, *entry))
+            writer.Append(unit);
+        writer.Append(kRecordEnd);
+    }
+    return writer.Finish();
 }
 
 // Cuts the bytes of the file into records, however they arrive.
@@ -104,26 +156,13 @@ bool IsThere(const MediaFileEntry& entry)
 
 void SavePlayList(const CPtrListCtrl& list)
 {
-    std::string bytes;
-    for (std::int32_t i = 0; i < list.GetCount(); ++i) {
-        const auto* entry = static_cast<const MediaFileEntry*>(list.GetAt(i));
-        if (entry == nullptr)
-            break;
-        if (entry->fileName[0] == 0)
-            continue;
-        for (const WCHAR unit : RecordText(i + 1, *entry))
-            AppendUnit(bytes, unit);
-        AppendUnit(bytes, kRecordEnd);
-    }
-    const FileOrNone file = OpenPlayList(CREATE_ALWAYS);
-    DWORD writtenBytes = 0;
-    if (file)
-        WriteFile(file.get(), bytes.data(), static_cast<DWORD>(bytes.size()), &writtenBytes, nullptr);
+    if (!WriteRecords(list, kUnfinishedFile) || !DeleteAndRenameFile(kPlayListFile, kUnfinishedFile))
+        DeleteFileW(kUnfinishedFile);
 }
 
 void LoadPlayList(CPtrListCtrl& list)
 {
-    const FileOrNone file = OpenPlayList(OPEN_EXISTING);
+    const FileOrNone file = OpenFile(kPlayListFile, OPEN_EXISTING);
     if (!file)
         return;
     RecordCutter records(list);

@@ -11,7 +11,7 @@
 inline constexpr const WCHAR* kPlayListFile = TEXT("\\Windows\\play_list.txt");
 
 // Writes the MediaFileEntry* of `list`, as far as the first null. An entry without a file name is left out and keeps
-// its number. Failures are not reported.
+// its number. Failures are not reported; the file is then the old one, as it was.
 void SavePlayList(const CPtrListCtrl& list);
 
 // Appends a new entry for each record whose file is there; a missing file holds none. A last record without its end

@@ -9,11 +9,11 @@ SongNames::SongNames()
 void SongNames::Add(const CPtrListCtrl& list, const MediaFileEntry& entry)
 {
     if (&list == &PlayList || &list == &CardSongList)
-        m_names.insert(entry.fileName);
+        m_entries.insert(&entry);
 }
 
 void SongNames::AddAll(const CPtrListCtrl& list)
 {
     for (std::int32_t i = 0; i < list.GetCount(); ++i)
-        m_names.insert(static_cast<const MediaFileEntry*>(list.GetAt(i))->fileName);
+        m_entries.insert(static_cast<const MediaFileEntry*>(list.GetAt(i)));
 }

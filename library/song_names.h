@@ -7,15 +7,25 @@
 
 class SongNames {
 public:
-    // Borrows the names of the entries in PlayList and CardSongList.
+    // Borrows the entries in PlayList and CardSongList.
     SongNames();
 
-    bool Contains(const MediaFileEntry& entry) const { return m_names.count(entry.fileName) > 0; }
+    bool Contains(const MediaFileEntry& entry) const { return m_entries.count(&entry) > 0; }
     // To be told of each entry that `list` gains; only the two lists count.
     void Add(const CPtrListCtrl& list, const MediaFileEntry& entry);
 
 private:
+    // Entries are the same when their file names are.
+    struct HashOfName {
+        std::size_t operator()(const MediaFileEntry* entry) const { return std::hash<WStringView>()(entry->fileName); }
+    };
+    struct SameName {
+        bool operator()(const MediaFileEntry* a, const MediaFileEntry* b) const
+        {
+            return WStringView(a->fileName) == b->fileName;
+        }
+    };
     void AddAll(const CPtrListCtrl& list);
 
-    std::unordered_set<WStringView> m_names;
+    std::unordered_set<const MediaFileEntry*, HashOfName, SameName> m_entries;
 };

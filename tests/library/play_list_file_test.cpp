@@ -58,6 +58,41 @@ TEST_F(PlayListFile, IsWrittenByteForByte)
               Record("1$song.mp3$\\SDMMC\\Music$215") + Utf16("2$") + "\x4A\x55" + Utf16(".wma$\\SDMMC$0") + "\r\n");
 }
 
+TEST_F(PlayListFile, OfMoreThanABlockIsWrittenWhole)
+{
+    std::string expected;
+    for (int i = 1; i <= 1000; ++i) {
+        AddEntry(PlayList, TEXT("song.mp3"), TEXT("\\SDMMC\\Music"), 215);
+        expected += Record(std::to_string(i) + "$song.mp3$\\SDMMC\\Music$215");
+    }
+    SavePlayList(PlayList);
+    EXPECT_EQ(Written(), expected);
+}
+
+TEST_F(PlayListFile, LeavesNothingBesideIt)
+{
+    AddEntry(PlayList, TEXT("song.mp3"), TEXT("\\SDMMC"), 1);
+    SavePlayList(PlayList);
+    EXPECT_EQ(GetFileAttributesW(TEXT("\\Windows\\play_list.new")), INVALID_FILE_ATTRIBUTES);
+}
+
+TEST_F(PlayListFile, ThatCannotBeWrittenIsTheOldOne)
+{
+    device.WriteFile("user/Windows/play_list.txt", Record("1$old.mp3$\\SDMMC$1"));
+    device.MakeFolder("user/Windows/play_list.new"); // stands in the way
+    AddEntry(PlayList, TEXT("song.mp3"), TEXT("\\SDMMC"), 1);
+    SavePlayList(PlayList);
+    EXPECT_EQ(Written(), Record("1$old.mp3$\\SDMMC$1"));
+}
+
+TEST_F(PlayListFile, LeftUnfinishedByAnEarlierRunCountsForNothing)
+{
+    device.WriteFile("user/Windows/play_list.new", std::string(5000, '1'));
+    AddEntry(PlayList, TEXT("song.mp3"), TEXT("\\SDMMC"), 1);
+    SavePlayList(PlayList);
+    EXPECT_EQ(Written(), Record("1$song.mp3$\\SDMMC$1"));
+}
+
 TEST_F(PlayListFile, AnEntryWithoutANameIsLeftOutAndKeepsItsNumber)
 {
     AddEntry(PlayList, TEXT("a.mp3"), TEXT("\\SDMMC"), 1);

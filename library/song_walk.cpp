@@ -1,0 +1,94 @@
+#include "library/song_walk.h"
+
+#include "library/file_names.h"
+
+#include <algorithm>
+#include <iterator>
+#include <memory>
+#include <unordered_set>
+
+namespace {
+
+constexpr WStringView kCardFolder = TEXT("\\SDMMC");
+constexpr WStringView kMapFolders[] = { TEXT("MagaNavi"), TEXT("DestinatorApps"), TEXT("Lingtu"), TEXT("maps") };
+constexpr WStringView kEveryFile = TEXT("\\*.*");
+
+struct CloseFind {
+    using pointer = HANDLE;
+    void operator()(HANDLE find) const { FindClose(find); }
+};
+using FindHandle = std::unique_ptr<HANDLE, CloseFind>;
+
+struct HashOfIdentity {
+    std::size_t operator()(const FolderIdentity& folder) const
+    {
+        return std::hash<ULONGLONG>()(folder.index) ^ std::hash<ULONGLONG>()(folder.volume) << 1;
+    }
+};
+
+bool IsMapFolder(WStringView folder, WStringView name)
+{
+    return folder == kCardFolder &&
+           std::find(std::begin(kMapFolders), std::end(kMapFolders), name) != std::end(kMapFolders);
+}
+
+class SongWalk {
+public:
+    SongWalk(bool recurse, const std::function<void(const FoundSong&)>& visit) : m_recurse(recurse), m_visit(visit) {}
+
+    void Walk(const WString& folder)
+    {
+        const WString pattern = folder + WString(kEveryFile);
+        if (pattern.size() >= kPathUnits || !IsFirstVisit(folder))
+            return;
+        WIN32_FIND_DATAW found;
+        const HANDLE handle = FindFirstFileW(pattern.c_str(), &found);
+        if (handle == INVALID_HANDLE_VALUE)
+            return;
+        const FindHandle find(handle);
+        do
+            Visit(folder, found);
+        while (FindNextFileW(find.get(), &found) != FALSE);
+    }
+
+private:
+    // A link that leads back up, or to a folder that was walked already, would tell its songs again.
+    bool IsFirstVisit(const WString& folder)
+    {
+        FolderIdentity identity{};
+        return GetFolderIdentity(folder.c_str(), &identity) == FALSE || m_walked.insert(identity).second;
+    }
+
+    void Visit(const WString& folder, const WIN32_FIND_DATAW& found)
+    {
+        const WStringView name(found.cFileName);
+        if (name.empty() || name == TEXT(".") || name == TEXT(".."))
+            return;
+        if ((found.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) == 0) {
+            if (m_visit)
+                Tell(folder, found);
+        } else if (m_recurse && !IsMapFolder(folder, name)) {
+            Walk(folder + TEXT('\\') + WString(name));
+        }
+    }
+
+    void Tell(const WString& folder, const WIN32_FIND_DATAW& found)
+    {
+        const WStringView name(found.cFileName);
+        const bool isMp3 = HasExtension(found.cFileName, TEXT(".mp3")) != 0;
+        const bool isSong = isMp3 || HasExtension(found.cFileName, TEXT(".wma")) != 0;
+        if (isSong && folder.size() + 1 + name.size() < kPathUnits)
+            m_visit({ folder, name, found.nFileSizeLow, isMp3 });
+    }
+
+    const bool m_recurse;
+    const std::function<void(const FoundSong&)>& m_visit;
+    std::unordered_set<FolderIdentity, HashOfIdentity> m_walked;
+};
+
+} // namespace
+
+void WalkSongs(WStringView folder, bool recurse, const std::function<void(const FoundSong&)>& visit)
+{
+    SongWalk(recurse, visit).Walk(WString(folder));
+}

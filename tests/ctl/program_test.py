@@ -1,0 +1,61 @@
+"""The control program as a user meets it.  program_test.py PROGRAM"""
+
+import json
+import pathlib
+import subprocess
+import sys
+import tempfile
+import unittest
+
+PROGRAM = sys.argv.pop(1)
+
+
+def run(*arguments):
+    done = subprocess.run([PROGRAM, *arguments], capture_output=True, text=True)
+    return done.returncode, done.stdout, done.stderr
+
+
+class ControlProgram(unittest.TestCase):
+    def setUp(self):
+        folder = tempfile.TemporaryDirectory()
+        self.addCleanup(folder.cleanup)
+        self.card = pathlib.Path(folder.name)
+        for name in ("b.mp3", "a.wma", "Music/C.MP3", "maps/map.mp3", "readme.txt"):
+            (self.card / name).parent.mkdir(exist_ok=True)
+            (self.card / name).write_bytes(b"no music")
+
+    def test_prints_each_song_in_the_order_of_the_scan(self):
+        status, out, err = run("songs", str(self.card))
+        self.assertEqual((status, err), (0, ""))
+        lines = [line.split("\t") for line in out.splitlines()]
+        self.assertEqual([pathlib.Path(line[0]).relative_to(self.card).as_posix() for line in lines],
+                         ["a.wma", "b.mp3", "Music/C.MP3"])
+        self.assertEqual([line[1:] for line in lines], [["0", "a"], ["0", "b"], ["0", "C"]])
+
+    def test_prints_json_that_a_parser_takes(self):
+        status, out, _ = run("songs", "--json", str(self.card) + "/")
+        self.assertEqual(status, 0)
+        songs = [json.loads(line) for line in out.splitlines()]
+        self.assertEqual([song["title"] for song in songs], ["a", "b", "C"])
+        self.assertEqual(set(songs[0]), {"path", "length_ms", "title"})
+
+    def test_says_in_one_line_what_is_wrong(self):
+        for arguments, status in ((("songs", str(self.card / "none")), 1), (("songs",), 2), ((), 2), (("sing",), 2),
+                                  (("songs", "--xml", str(self.card)), 2), (("songs", "a", "b"), 2)):
+            got, out, err = run(*arguments)
+            self.assertEqual((got, out), (status, ""), arguments)
+            self.assertRegex(err, r"\Acardsongctl: [^\n]+\n\Z", arguments)
+
+    def test_a_full_disk_is_an_error(self):
+        with open("/dev/full", "w") as full:
+            done = subprocess.run([PROGRAM, "songs", str(self.card)], stdout=full, stderr=subprocess.PIPE, text=True)
+        self.assertEqual(done.returncode, 1)
+        self.assertIn("cannot write", done.stderr)
+
+    def test_help_and_version(self):
+        self.assertIn("songs DIR [--json]", run("--help")[1])
+        self.assertRegex(run("--version")[1], r"\Acardsongctl \d+\.\d+\.\d+\n\Z")
+
+
+if __name__ == "__main__":
+    unittest.main()

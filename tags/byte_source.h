@@ -9,7 +9,8 @@
 class ByteSource {
 public:
     virtual ~ByteSource() = default;
-    virtual std::uint64_t SizeBytes() const = 0;
+    // May have to look; 0 when it cannot be told.
+    virtual std::uint64_t SizeBytes() = 0;
     // Fills `target` from `offset` on and returns how many bytes there were: fewer only at the end or when reading
     // fails.
     virtual std::size_t ReadAt(std::uint64_t offset, std::span<std::byte> target) = 0;
@@ -20,7 +21,7 @@ class MemorySource final : public ByteSource {
 public:
     explicit MemorySource(std::span<const std::byte> bytes) : m_bytes(bytes) {}
 
-    std::uint64_t SizeBytes() const override { return m_bytes.size(); }
+    std::uint64_t SizeBytes() override { return m_bytes.size(); }
     std::size_t ReadAt(std::uint64_t offset, std::span<std::byte> target) override
     {
         if (offset >= m_bytes.size())

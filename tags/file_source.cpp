@@ -12,33 +12,30 @@ FileHandle OpenForReading(const WCHAR* path)
     return file;
 }
 
-FileSource::FileSource(std::FILE* file) : m_file(file)
+std::uint64_t FileSource::Stream::SizeBytes()
 {
-    if (std::fseek(file, 0, SEEK_END) != 0)
-        return;
-    const long sizeBytes = std::ftell(file);
-    if (sizeBytes <= 0)
-        return;
-    m_sizeBytes = static_cast<std::uint64_t>(sizeBytes);
-    m_headBytes = ReadFromFile(0, m_head);
+    constexpr long kEndTagBytes = 128;
+    for (const long behindBytes : { kEndTagBytes, 0L }) { // at first to where the tag is that is read next
+        const bool isThere = std::fseek(m_file, -behindBytes, SEEK_END) == 0;
+        const long position = isThere ? std::ftell(m_file) : -1;
+        if (position >= 0) {
+            m_position = static_cast<std::uint64_t>(position);
+            return m_position + static_cast<std::uint64_t>(behindBytes);
+        }
+    }
+    m_position = kUnknown;
+    return 0;
 }
 
-std::size_t FileSource::ReadAt(std::uint64_t offset, std::span<std::byte> target)
-{
-    if (offset >= m_sizeBytes)
-        return 0;
-    const auto sizeBytes = static_cast<std::size_t>(std::min<std::uint64_t>(target.size(), m_sizeBytes - offset));
-    if (offset + sizeBytes > m_headBytes)
-        return ReadFromFile(offset, target.first(sizeBytes));
-    std::copy_n(m_head.begin() + static_cast<std::ptrdiff_t>(offset), sizeBytes, target.begin());
-    return sizeBytes;
-}
-
-std::size_t FileSource::ReadFromFile(std::uint64_t offset, std::span<std::byte> target)
+std::size_t FileSource::Stream::ReadAt(std::uint64_t offset, std::span<std::byte> target)
 {
     if (offset > static_cast<std::uint64_t>(std::numeric_limits<long>::max()))
         return 0;
-    if (std::fseek(m_file, static_cast<long>(offset), SEEK_SET) != 0)
+    if (offset != m_position && std::fseek(m_file, static_cast<long>(offset), SEEK_SET) != 0) {
+        m_position = kUnknown;
         return 0;
-    return std::fread(target.data(), 1, target.size(), m_file);
+    }
+    const std::size_t readBytes = std::fread(target.data(), 1, target.size(), m_file);
+    m_position = offset + readBytes;
+    return readBytes;
 }

@@ -1,12 +1,10 @@
-// An open file as a byte source. It keeps the first block in memory, because headers are read there in many small
-// steps.
+// An open file as a byte source that asks the system as seldom as a reader of headers and tags allows.
 #pragma once
 
-#include "tags/byte_source.h"
+#include "tags/block_source.h"
 
 #include "platform/ce.h"
 
-#include <array>
 #include <cstdio>
 #include <memory>
 
@@ -20,17 +18,31 @@ FileHandle OpenForReading(const WCHAR* path);
 
 class FileSource final : public ByteSource {
 public:
-    // `file` is borrowed, and its position is left anywhere.
-    explicit FileSource(std::FILE* file);
+    // `file` is borrowed, stands at its start and is left anywhere.
+    explicit FileSource(std::FILE* file) : m_stream(file), m_blocks(m_stream) {}
 
-    std::uint64_t SizeBytes() const override { return m_sizeBytes; }
-    std::size_t ReadAt(std::uint64_t offset, std::span<std::byte> target) override;
+    std::uint64_t SizeBytes() override { return m_blocks.SizeBytes(); }
+    std::size_t ReadAt(std::uint64_t offset, std::span<std::byte> target) override
+    {
+        return m_blocks.ReadAt(offset, target);
+    }
 
 private:
-    std::size_t ReadFromFile(std::uint64_t offset, std::span<std::byte> target);
+    // The file as it is, a call of the system for each read, and another where it does not go on from the one before.
+    class Stream final : public ByteSource {
+    public:
+        explicit Stream(std::FILE* file) : m_file(file) {}
+        // 0 for a file whose size cannot be told.
+        std::uint64_t SizeBytes() override;
+        std::size_t ReadAt(std::uint64_t offset, std::span<std::byte> target) override;
 
-    std::FILE* m_file;
-    std::uint64_t m_sizeBytes = 0;
-    std::array<std::byte, 8192> m_head; // holds the header of nearly every song
-    std::size_t m_headBytes = 0;
+    private:
+        static constexpr std::uint64_t kUnknown = ~std::uint64_t{ 0 };
+
+        std::FILE* m_file;
+        std::uint64_t m_position = 0;
+    };
+
+    Stream m_stream;
+    BlockSource m_blocks;
 };

@@ -1,12 +1,13 @@
 #include "tags/id3_frame_search.h"
 
+#include "tags/id3_frame_table.h"
+
 #include <array>
 
 namespace {
 
 constexpr std::uint64_t kTagHeaderBytes = 10;
 constexpr std::size_t kFrameHeaderBytes = 10;
-constexpr int kMostFrames = 1000; // a tag has some twenty; more are the zeros or the noise of a damaged one
 constexpr std::uint8_t kFirstWithShortBytes = 4;
 
 struct FrameHeader {
@@ -37,7 +38,7 @@ std::vector<std::byte> FindId3v2Frame(ByteSource& source, std::uint32_t tagBytes
 {
     const std::uint64_t end = std::min(kTagHeaderBytes + tagBytes, source.SizeBytes());
     std::uint64_t at = kTagHeaderBytes;
-    for (int i = 0; i < kMostFrames && at + kFrameHeaderBytes <= end; ++i) {
+    for (int i = 0; i < kMostTagFrames && at + kFrameHeaderBytes <= end; ++i) {
         FrameHeader header;
         if (source.ReadAt(at, header.bytes) < header.bytes.size() || header.bytes[0] == std::byte{ 0 })
             return {};

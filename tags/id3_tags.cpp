@@ -82,7 +82,7 @@ void ParseId3v2Frames(CPtrListCtrl& list, std::span<const std::byte> body)
 {
     list.DeleteAll();
     ByteReader reader(body);
-    while (TakeFrame(list, reader)) {
+    while (list.GetCount() < kMostTagFrames && TakeFrame(list, reader)) {
     }
 }
 

@@ -52,7 +52,7 @@ enum class TagFrames { Skip, Read };
 int ReadId3v2(ByteSource* source, Mp3FileInfo& info, TagFrames frames);
 
 // Empties `list` without freeing what it holds, then fills it with new Id3Frame records from a tag's bytes behind its
-// header, up to the first frame that is empty or not in the frame table.
+// header, up to the first frame that is empty or not in the frame table, and no more than kMostTagFrames.
 void ParseId3v2Frames(CPtrListCtrl& list, std::span<const std::byte> body);
 
 // 1 and the description set when the frame table knows the identifier, letters compared without case; else 0.

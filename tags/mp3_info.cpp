@@ -51,11 +51,13 @@ int ReadMp3Info(ByteSource* source, Mp3FileInfo& info, TagFrames frames)
 
 std::int64_t FindFirstFrameSync(ByteSource& source, const Mp3FileInfo& info)
 {
-    constexpr std::size_t kCarriedBytes = 3; // a header may lie across two blocks
+    constexpr std::size_t kCarriedBytes = 3;     // a header may lie across two blocks
+    constexpr std::size_t kFirstLookBytes = 256; // most songs start here, and in what was read of them already
     std::array<std::byte, 4096> block;
+    std::size_t wantedBytes = kFirstLookBytes;
     std::uint64_t offset = info.id3v2TagBytes;
-    for (;;) {
-        const std::size_t sizeBytes = source.ReadAt(offset, block);
+    for (;; wantedBytes = block.size()) {
+        const std::size_t sizeBytes = source.ReadAt(offset, std::span(block).first(wantedBytes));
         if (sizeBytes <= kCarriedBytes)
             return -1;
         std::uint32_t window = 0;

@@ -1,12 +1,14 @@
 #include "tags/id3_frame_search.h"
 
 #include "tests/tags/bytes.h"
+#include "tests/tags/counting_source.h"
 
 #include <gtest/gtest.h>
 
 namespace {
 
 using cardsong::test::Bytes;
+using cardsong::test::CountingSource;
 using cardsong::test::Prefix;
 
 constexpr std::uint8_t kVersion3 = 3;
@@ -17,22 +19,6 @@ Bytes Frame(const char* identifier, const std::string& data)
 {
     return Bytes(identifier).Big(data.size(), 4).Fill(2).Append(Bytes(data));
 }
-
-// Counts what is read beyond the headers.
-class CountingSource final : public ByteSource {
-public:
-    explicit CountingSource(std::span<const std::byte> bytes) : m_source(bytes) {}
-    std::uint64_t SizeBytes() const override { return m_source.SizeBytes(); }
-    std::size_t ReadAt(std::uint64_t offset, std::span<std::byte> target) override
-    {
-        readBytes += target.size();
-        return m_source.ReadAt(offset, target);
-    }
-    std::size_t readBytes = 0;
-
-private:
-    MemorySource m_source;
-};
 
 std::string Find(const std::vector<std::byte>& body, std::uint8_t version = kVersion3, std::size_t mostBytes = kMost,
                  std::uint32_t tagBytes = 100'000)
@@ -56,7 +42,7 @@ TEST(Id3FrameSearch, ReadsNothingOfThePictureInFront)
     file.Fill(10, 'h').Append(Frame("APIC", std::string(50'000, 'p'))).Append(Frame("TIT2", "title"));
     CountingSource source(file);
     EXPECT_EQ(FindId3v2Frame(source, 60'000, kVersion3, "TIT2", kMost).size(), 5U);
-    EXPECT_EQ(source.readBytes, 10U + 10U + 5U);
+    EXPECT_EQ(source.askedBytes, 10U + 10U + 5U);
 }
 
 TEST(Id3FrameSearch, SizesHaveSevenBitsAByteFromVersionFour)

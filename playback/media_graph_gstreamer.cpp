@@ -1,8 +1,8 @@
 // The engine on GStreamer: what each call of the graph means for its song.
 #include "playback/media_graph.h"
 
+#include "platform/audio_sink.h"
 #include "platform/device_tree.h"
-#include "platform/linux/kernel/audio_sink.h"
 #include "playback/media_graph_gstreamer_song.h"
 
 #include <cmath>

@@ -1,6 +1,6 @@
 #include "playback/media_graph_gstreamer_song.h"
 
-#include "platform/linux/kernel/audio_sink.h"
+#include "platform/audio_sink.h"
 #include "playback/media_graph.h"
 
 #include <algorithm>

@@ -3,7 +3,7 @@
 #include "playback/media_graph.h"
 #include "playback/media_player.h"
 
-#include "platform/linux/kernel/audio_sink.h"
+#include "platform/audio_sink.h"
 #include "tests/platform/scratch_device.h"
 
 #include <gtest/gtest.h>

@@ -1,13 +1,13 @@
 #include "platform/linux/host/session.h"
 
+#include "platform/audio_sink.h"
 #include "platform/device_tree.h"
 #include "platform/linux/ce/kernel.h"
 #include "platform/linux/ce/messages.h"
+#include "platform/linux/display/device_hands.h"
 #include "platform/linux/display/headless_display.h"
-#include "platform/linux/display/input_script.h"
 #include "platform/linux/display/screenshot.h"
 #include "platform/linux/host/end_watch.h"
-#include "platform/linux/kernel/audio_sink.h"
 #include "platform/linux/kernel/start_trace.h"
 
 #include <atomic>
@@ -84,8 +84,8 @@ std::u16string CommandLineFor(const Options& options)
 int RunSession(const Options& options)
 {
     kernel::TraceStart("options read");
-    auto script = display::ParseInputScript(options.keyScript);
-    if (const auto* const error = std::get_if<display::ScriptError>(&script))
+    auto script = ParseInputScript(options.keyScript);
+    if (const auto* const error = std::get_if<ScriptError>(&script))
         return Complain("--keys: " + error->message, kBadScript);
     LayOutDevice(options);
 
@@ -95,8 +95,9 @@ int RunSession(const Options& options)
     std::thread opening([&] { trouble = OpenDisplay(*display); });
     std::atomic<bool> saved = options.screenshotFile.empty();
     endWatch.Start(options.runForSeconds, [&] { saved = saved || display::SaveScreenshot(options.screenshotFile); });
-    display::ScriptPlayer player;
-    player.Start(std::get<std::vector<display::ScriptStep>>(std::move(script)));
+    display::DeviceHands hands;
+    ScriptPlayer player(hands);
+    player.Start(std::get<std::vector<ScriptStep>>(std::move(script)));
 
     std::u16string commandLine = CommandLineFor(options);
     const int result = WinMain(kernel::ProgramInstance(), nullptr, commandLine.data(), SW_SHOW);

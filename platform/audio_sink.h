@@ -12,7 +12,9 @@ inline std::string& AudioSinkSetting()
     return s_name;
 }
 
-// "pulse", "alsa", "null" (silent, in real time) or the name of a GStreamer sink; empty: the first that works.
+// Empty: the first that works. On Linux "pulse", "alsa", "null" (silent, in real time) or the name of a GStreamer sink;
+// on Windows an audio renderer by the name under which the system lists it, in UTF-8. A name that does not open counts
+// as empty.
 inline void SetAudioSink(std::string name)
 {
     AudioSinkSetting() = std::move(name);

@@ -10,9 +10,9 @@ constexpr std::int32_t kUnreachable = std::numeric_limits<std::int32_t>::max();
 
 } // namespace
 
-CPtrListCtrl::CPtrListCtrl() : m_head(new Node{}) {}
+CPtrListCtrl::CPtrListCtrl() noexcept : m_head(new Node{}) {}
 
-CPtrListCtrl::CPtrListCtrl(const CPtrListCtrl& other) : CPtrListCtrl()
+CPtrListCtrl::CPtrListCtrl(const CPtrListCtrl& other) noexcept : CPtrListCtrl()
 {
     Copy(&other);
 }
@@ -23,7 +23,22 @@ CPtrListCtrl::~CPtrListCtrl()
     delete m_head;
 }
 
-std::int32_t CPtrListCtrl::Add(void* item, std::int32_t pos)
+std::int32_t CPtrListCtrl::GetSize() const
+{
+    return m_count;
+}
+
+std::int32_t CPtrListCtrl::GetCount() const
+{
+    return m_count;
+}
+
+bool CPtrListCtrl::IsEmpty() const
+{
+    return m_count < 1;
+}
+
+std::int32_t CPtrListCtrl::Add(void* item, std::int32_t pos) noexcept
 {
     if (pos < 0 || pos > m_count)
         pos = m_count;
@@ -43,7 +58,7 @@ std::int32_t CPtrListCtrl::Add(void* item, std::int32_t pos)
     return pos;
 }
 
-std::int32_t CPtrListCtrl::Add(const CPtrListCtrl* other, std::int32_t pos)
+std::int32_t CPtrListCtrl::Add(const CPtrListCtrl* other, std::int32_t pos) noexcept
 {
     if (other == nullptr)
         return 0;
@@ -60,7 +75,7 @@ std::int32_t CPtrListCtrl::Add(const CPtrListCtrl* other, std::int32_t pos)
     return static_cast<std::int32_t>(items.size());
 }
 
-std::int32_t CPtrListCtrl::Copy(const CPtrListCtrl* other)
+std::int32_t CPtrListCtrl::Copy(const CPtrListCtrl* other) noexcept
 {
     if (other == nullptr)
         return 0;
@@ -95,7 +110,7 @@ void* CPtrListCtrl::GetTail() const
     return m_tail != nullptr ? m_tail->item : nullptr;
 }
 
-void CPtrListCtrl::Find(void* item, CPtrListCtrl& result) const
+void CPtrListCtrl::Find(void* item, CPtrListCtrl& result) const noexcept
 {
     result.DeleteAll();
     std::intptr_t index = 0;
@@ -133,13 +148,13 @@ void CPtrListCtrl::DeleteAll()
 
 // A copy onto itself empties the list: see Copy.
 // NOLINTNEXTLINE(bugprone-unhandled-self-assignment)
-CPtrListCtrl& CPtrListCtrl::operator=(const CPtrListCtrl& other)
+CPtrListCtrl& CPtrListCtrl::operator=(const CPtrListCtrl& other) noexcept
 {
     Copy(&other);
     return *this;
 }
 
-CPtrListCtrl& CPtrListCtrl::operator+=(const CPtrListCtrl& other)
+CPtrListCtrl& CPtrListCtrl::operator+=(const CPtrListCtrl& other) noexcept
 {
     Add(&other, -1);
     return *this;
@@ -217,7 +232,7 @@ std::int32_t CPtrListCtrl::FindFrom(std::int32_t index, void* item)
     return -1;
 }
 
-CPtrListCtrl operator+(const CPtrListCtrl& first, const CPtrListCtrl& second)
+CPtrListCtrl operator+(const CPtrListCtrl& first, const CPtrListCtrl& second) noexcept
 {
     CPtrListCtrl sum(first);
     sum += second;

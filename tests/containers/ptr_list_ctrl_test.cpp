@@ -298,6 +298,14 @@ TEST(PtrListCtrl, FindNextBeforeAnyFindFirstIsDefined)
     EXPECT_EQ(list.FindNext(kA), 1);
 }
 
+TEST(PtrListCtrl, FindNextBehindAShrunkListFindsNothing)
+{
+    CPtrListCtrl list = ListOf({ kB, kB, kA });
+    EXPECT_EQ(list.FindFirst(kA), 2);
+    list.DeleteAt(0, 2);
+    EXPECT_EQ(list.FindNext(kA), -1);
+}
+
 TEST(PtrListCtrl, DeleteAtRemovesAndReturnsTheItem)
 {
     CPtrListCtrl list = ListOf({ kA, kB, kC });
@@ -358,6 +366,34 @@ TEST(PtrListCtrl, DeleteAllEmptiesTheListAndLeavesTheItems)
     EXPECT_TRUE(list.IsEmpty());
     EXPECT_EQ(list.GetTail(), nullptr);
     EXPECT_EQ(value, 7);
+}
+
+TEST(PtrListCtrl, AddRemembersTheNewNode)
+{
+    CPtrListCtrl list = ListOf({ kA, kB, kC });
+    EXPECT_EQ(CPtrListCtrlPeer::CachedIndex(list), 2);
+    list.Add(kD, 1);
+    EXPECT_EQ(CPtrListCtrlPeer::CachedIndex(list), 1);
+    EXPECT_EQ(CPtrListCtrlPeer::Fault(list), "");
+}
+
+TEST(PtrListCtrl, WalkingDownwardsStartsEachStepFromTheRememberedNode)
+{
+    CPtrListCtrl list;
+    for (int i = 0; i < 100; ++i)
+        list.Add(kA, -1);
+    for (std::int32_t i = 97; i > 1; --i) {
+        list.GetAt(i + 1);
+        EXPECT_EQ(CPtrListCtrlPeer::Origin(list, i), "cache") << i;
+    }
+}
+
+TEST(PtrListCtrl, TheNearerEndIsTheOriginWhenTheRememberedNodeIsNoNearer)
+{
+    CPtrListCtrl list = ListOf({ kA, kB, kC, kD, kA });
+    list.GetAt(0); // as far from what follows as the head is
+    EXPECT_EQ(CPtrListCtrlPeer::Origin(list, 2), "head");
+    EXPECT_EQ(CPtrListCtrlPeer::Origin(list, 3), "tail");
 }
 
 TEST(PtrListCtrl, WalkingInOrderStartsEachStepFromTheRememberedNode)

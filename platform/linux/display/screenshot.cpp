@@ -1,7 +1,7 @@
 #include "platform/linux/display/screenshot.h"
 
+#include "platform/host/viewport.h"
 #include "platform/linux/display/frame.h"
-#include "platform/linux/display/viewport.h"
 
 #include <png.h>
 
@@ -12,7 +12,7 @@ bool SaveScreenshot(const std::string& path)
     Frame frame;
     gdi::CopyScreen(frame);
     std::vector<std::uint32_t> words(frame.size());
-    EnlargeRow(frame, 1, { 0, 8, 16 }, words);
+    host::EnlargeRow(frame, 1, { 0, 8, 16 }, words);
     std::vector<png_byte> bytes;
     bytes.reserve(words.size() * 3);
     for (const std::uint32_t word : words) {

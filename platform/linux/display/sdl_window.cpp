@@ -6,6 +6,8 @@
 #include <cstring>
 
 namespace cardsong::display {
+
+using namespace host;
 namespace {
 
 int WindowScale(const DisplayOptions& options)

@@ -1,9 +1,9 @@
 // The window on the machine's screen: its size, its pixels. Every call belongs on the thread that made it.
 #pragma once
 
+#include "platform/host/viewport.h"
 #include "platform/linux/display/display.h"
 #include "platform/linux/display/frame.h"
-#include "platform/linux/display/viewport.h"
 
 #include <SDL_video.h>
 
@@ -20,7 +20,7 @@ public:
     void Show(Frame& frame);
     // Sends everything again: the window was uncovered, or has a new size.
     void Redraw();
-    const Viewport& Place() const { return m_viewport; }
+    const host::Viewport& Place() const { return m_viewport; }
     SDL_Point Size() const;
 
 private:
@@ -31,7 +31,7 @@ private:
         void operator()(SDL_Window* window) const { SDL_DestroyWindow(window); }
     };
     std::unique_ptr<SDL_Window, DestroyWindow> m_window;
-    Viewport m_viewport;
+    host::Viewport m_viewport;
     Frame m_shown;
 };
 

@@ -1,7 +1,7 @@
 // One run of the player on this machine: device tree, display, scripted input and its end, around WinMain.
 #pragma once
 
-#include "platform/linux/host/options.h"
+#include "platform/host/options.h"
 
 namespace cardsong::host {
 

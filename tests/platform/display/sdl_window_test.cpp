@@ -54,7 +54,7 @@ TEST_F(SdlPixels, TheWindowHasTheScaleAskedFor)
     ASSERT_EQ(window->Open({ 3, false }), "");
     EXPECT_EQ(window->Size().x, 960);
     EXPECT_EQ(window->Size().y, 720);
-    EXPECT_EQ(window->Place(), (Viewport{ 3, 0, 0 }));
+    EXPECT_EQ(window->Place(), (cardsong::host::Viewport{ 3, 0, 0 }));
 }
 
 TEST_F(SdlPixels, EveryPixelOfAFrameIsEnlarged)
@@ -87,7 +87,7 @@ TEST_F(SdlPixels, AWiderWindowIsBlackAroundTheScreen)
     window->Show(*frame);
     SDL_SetWindowSize(Raw(), 800, 500);
     window->Redraw();
-    EXPECT_EQ(window->Place(), (Viewport{ 2, 80, 10 }));
+    EXPECT_EQ(window->Place(), (cardsong::host::Viewport{ 2, 80, 10 }));
     EXPECT_EQ(PixelAt(79, 10), 0U);
     EXPECT_EQ(PixelAt(80, 9), 0U);
     EXPECT_EQ(PixelAt(80, 10), 0xFFFFFFU);
@@ -103,7 +103,7 @@ TEST_F(SdlPixels, TheFullScreenIsAsLargeAsTheDesktopFromTheStart)
     ASSERT_EQ(window->Open({ 0, true }), "");
     EXPECT_EQ(window->Size().x, desktop.w);
     EXPECT_EQ(window->Size().y, desktop.h);
-    EXPECT_EQ(window->Place(), FitViewport(desktop.w, desktop.h));
+    EXPECT_EQ(window->Place(), cardsong::host::FitViewport(desktop.w, desktop.h));
 }
 
 } // namespace

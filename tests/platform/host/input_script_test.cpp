@@ -1,15 +1,10 @@
-#include "platform/linux/ce/messages.h"
-#include "platform/linux/display/input_script.h"
-#include "platform/linux/kernel/clock.h"
-#include "tests/platform/display/recorded_input.h"
-#include "tests/platform/scratch_device.h"
+#include "platform/host/input_script.h"
 
 #include <gtest/gtest.h>
 
 namespace {
 
-using namespace cardsong::display;
-using namespace cardsong::test;
+using namespace cardsong::host;
 using Steps = std::vector<ScriptStep>;
 
 Steps Parsed(std::string_view text)
@@ -71,50 +66,6 @@ TEST(InputScript, RefusesTapsOutsideTheScreen)
 TEST(InputScript, RefusesAPictureWithoutAName)
 {
     EXPECT_EQ(ErrorOf("shot:"), "\"shot:\": shot: takes a file name");
-}
-
-class Playing : public testing::Test {
-protected:
-    Playing() { ResetRecordedInput(); }
-    ScriptPlayer player;
-};
-
-TEST_F(Playing, PressesAndReleases)
-{
-    player.Start({ Key(VK_RETURN), TapStep{ 10, 20 } });
-    const std::vector<std::string> expected = { "key+ 13", "key- 13", "down 10,20", "up 10,20" };
-    EXPECT_EQ(WaitForInput(4), expected);
-    player.Stop();
-    EXPECT_TRUE(player.IsFinished());
-}
-
-TEST_F(Playing, WaitsOnTheClockInForce)
-{
-    cardsong::kernel::VirtualClock clock;
-    cardsong::kernel::InstallClock(&clock);
-    player.Start({ Key(VK_UP), WaitStep{ 1000 }, Key(VK_DOWN) });
-    EXPECT_EQ(WaitForInput(2).size(), 2U);
-    while (!player.IsFinished())
-        clock.Advance(1000); // the thread may not have begun to wait at the first advance
-    EXPECT_EQ(RecordedInput().size(), 4U);
-    player.Stop();
-    cardsong::kernel::InstallClock(nullptr);
-}
-
-TEST_F(Playing, StopEndsAWait)
-{
-    player.Start({ Key(VK_UP), WaitStep{ 3'600'000 }, Key(VK_DOWN) });
-    WaitForInput(2);
-    player.Stop();
-    EXPECT_EQ(RecordedInput().size(), 2U);
-}
-
-TEST_F(Playing, RemembersAPictureThatCouldNotBeWritten)
-{
-    player.Start({ ShotStep{ "/nonexistent/folder/a.png" }, Key(VK_UP) });
-    WaitForInput(2);
-    player.Stop();
-    EXPECT_FALSE(player.AllWritten());
 }
 
 } // namespace

@@ -1,4 +1,4 @@
-#include "platform/linux/host/options.h"
+#include "platform/host/options.h"
 
 #include <gtest/gtest.h>
 
@@ -6,9 +6,18 @@ using namespace cardsong::host;
 
 namespace {
 
-Options Read(const std::vector<std::string>& arguments)
+Options Defaults()
 {
     Options options;
+    options.deviceDirectory = "device";
+    options.cardDirectory = "card";
+    options.language = 0x0409;
+    return options;
+}
+
+Options Read(const std::vector<std::string>& arguments)
+{
+    Options options = Defaults();
     const auto error = ReadOptions(arguments, options);
     EXPECT_FALSE(error.has_value()) << error->message;
     return options;
@@ -16,7 +25,7 @@ Options Read(const std::vector<std::string>& arguments)
 
 std::string ErrorOf(const std::vector<std::string>& arguments)
 {
-    Options options;
+    Options options = Defaults();
     const auto error = ReadOptions(arguments, options);
     return error ? error->message : "";
 }
@@ -44,14 +53,23 @@ TEST(Options, EveryOptionReachesItsField)
     EXPECT_FALSE(options.showVersion);
 }
 
-TEST(Options, WithoutOptionsTheUsersOwnFoldersAreTaken)
+TEST(Options, WhatIsNotSaidStaysAsItWas)
 {
     const Options options = Read({});
-    EXPECT_TRUE(options.deviceDirectory.ends_with("/cardsong")) << options.deviceDirectory;
-    EXPECT_FALSE(options.cardDirectory.empty());
-    EXPECT_NE(options.language, 0);
+    EXPECT_EQ(options.deviceDirectory, "device");
+    EXPECT_EQ(options.cardDirectory, "card");
+    EXPECT_EQ(options.language, 0x0409);
     EXPECT_EQ(options.scale, 0);
     EXPECT_EQ(options.runForSeconds, 0);
+}
+
+TEST(Options, ErrorsNameTheWordThatIsWrong)
+{
+    EXPECT_EQ(ErrorOf({ "--nonsense" }), "--nonsense: not an option");
+    EXPECT_EQ(ErrorOf({ "--card", "/c", "-x" }), "-x: not an option");
+    EXPECT_EQ(ErrorOf({ "stray" }), "stray: not an option");
+    EXPECT_EQ(ErrorOf({ "--card" }), "--card: needs a value");
+    EXPECT_EQ(ErrorOf({ "--fill=yes" }), "--fill=yes: not an option");
 }
 
 TEST(Options, BadOptionsGetOneLineThatSaysWhatIsWrong)
@@ -71,11 +89,11 @@ TEST(Options, BadOptionsGetOneLineThatSaysWhatIsWrong)
 
 TEST(Options, HelpNamesEveryOption)
 {
-    const Options options = Read({ "--help" });
-    EXPECT_TRUE(options.showHelp);
+    EXPECT_TRUE(Read({ "--help" }).showHelp);
+    EXPECT_TRUE(Read({ "-h" }).showHelp);
     for (const char* name : { "--device", "--card", "--language", "--scale", "--fullscreen", "--headless", "--run-for",
                               "--keys", "--screenshot", "--audio-sink", "--fill", "--verbose", "--version", "--help" })
-        EXPECT_NE(options.helpText.find(name), std::string::npos) << name;
+        EXPECT_NE(std::string(kHelpText).find(name), std::string::npos) << name;
 }
 
 TEST(Options, LanguageTagsInEveryUsualForm)

@@ -1,10 +1,10 @@
-#include "platform/linux/display/viewport.h"
+#include "platform/host/viewport.h"
 
-#include "platform/linux/display/frame.h"
+#include "platform/host/device_screen.h"
 
 #include <algorithm>
 
-namespace cardsong::display {
+namespace cardsong::host {
 namespace {
 
 int FloorDivide(int value, int divisor)
@@ -22,14 +22,14 @@ POINT PointUnder(const Viewport& viewport, int x, int y)
 
 Viewport FitViewport(int surfaceWidthPx, int surfaceHeightPx)
 {
-    const int scale = std::max(1, std::min(surfaceWidthPx / kFrameWidthPx, surfaceHeightPx / kFrameHeightPx));
-    return { scale, FloorDivide(surfaceWidthPx - kFrameWidthPx * scale, 2),
-             FloorDivide(surfaceHeightPx - kFrameHeightPx * scale, 2) };
+    const int scale = std::max(1, std::min(surfaceWidthPx / kScreenWidthPx, surfaceHeightPx / kScreenHeightPx));
+    return { scale, FloorDivide(surfaceWidthPx - kScreenWidthPx * scale, 2),
+             FloorDivide(surfaceHeightPx - kScreenHeightPx * scale, 2) };
 }
 
 int ComfortableScale(int desktopWidthPx, int desktopHeightPx)
 {
-    const int largest = std::min(desktopWidthPx / kFrameWidthPx, desktopHeightPx / kFrameHeightPx);
+    const int largest = std::min(desktopWidthPx / kScreenWidthPx, desktopHeightPx / kScreenHeightPx);
     const int comfortable = FitViewport(desktopWidthPx / 5 * 3, desktopHeightPx / 5 * 3).scale;
     return std::clamp(largest, 1, std::max(2, comfortable));
 }
@@ -37,7 +37,7 @@ int ComfortableScale(int desktopWidthPx, int desktopHeightPx)
 std::optional<POINT> ToScreenPoint(const Viewport& viewport, int x, int y)
 {
     const POINT point = PointUnder(viewport, x, y);
-    if (point.x < 0 || point.x >= kFrameWidthPx || point.y < 0 || point.y >= kFrameHeightPx)
+    if (point.x < 0 || point.x >= kScreenWidthPx || point.y < 0 || point.y >= kScreenHeightPx)
         return std::nullopt;
     return point;
 }
@@ -45,7 +45,7 @@ std::optional<POINT> ToScreenPoint(const Viewport& viewport, int x, int y)
 POINT ToNearestScreenPoint(const Viewport& viewport, int x, int y)
 {
     const POINT point = PointUnder(viewport, x, y);
-    return { std::clamp<LONG>(point.x, 0, kFrameWidthPx - 1), std::clamp<LONG>(point.y, 0, kFrameHeightPx - 1) };
+    return { std::clamp<LONG>(point.x, 0, kScreenWidthPx - 1), std::clamp<LONG>(point.y, 0, kScreenHeightPx - 1) };
 }
 
 void EnlargeRow(std::span<const std::uint16_t> row, int scale, PixelShifts shifts, std::span<std::uint32_t> target)
@@ -69,4 +69,4 @@ void EnlargeRow(std::span<const std::uint16_t> row, int scale, std::span<std::ui
         out = std::fill_n(out, scale, pixel);
 }
 
-} // namespace cardsong::display
+} // namespace cardsong::host

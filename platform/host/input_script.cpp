@@ -1,16 +1,11 @@
-#include "platform/linux/display/input_script.h"
+#include "platform/host/input_script.h"
 
-#include "platform/linux/ce/messages.h"
-#include "platform/linux/display/frame.h"
-#include "platform/linux/display/screenshot.h"
-#include "platform/linux/kernel/clock.h"
-#include "platform/linux/user/input.h"
-
+#include "platform/host/device_screen.h"
+#include <algorithm>
 #include <charconv>
-#include <cstdio>
 #include <optional>
 
-namespace cardsong::display {
+namespace cardsong::host {
 namespace {
 
 constexpr std::uint32_t kLongestWaitMs = 3'600'000;
@@ -38,8 +33,8 @@ std::optional<ScriptStep> ReadTap(std::string_view place)
     const std::size_t comma = place.find(',');
     if (comma == std::string_view::npos)
         return std::nullopt;
-    const auto x = ReadNumber(place.substr(0, comma), kFrameWidthPx - 1);
-    const auto y = ReadNumber(place.substr(comma + 1), kFrameHeightPx - 1);
+    const auto x = ReadNumber(place.substr(0, comma), kScreenWidthPx - 1);
+    const auto y = ReadNumber(place.substr(comma + 1), kScreenHeightPx - 1);
     if (!x || !y)
         return std::nullopt;
     return TapStep{ static_cast<int>(*x), static_cast<int>(*y) };
@@ -84,60 +79,4 @@ std::variant<std::vector<ScriptStep>, ScriptError> ParseInputScript(std::string_
     return steps;
 }
 
-ScriptPlayer::~ScriptPlayer()
-{
-    Stop();
-}
-
-void ScriptPlayer::Start(std::vector<ScriptStep> steps)
-{
-    m_thread = std::thread([this, script = std::move(steps)] {
-        for (const ScriptStep& step : script) {
-            {
-                const std::lock_guard lock(m_mutex);
-                if (m_stops)
-                    break;
-            }
-            Play(step);
-        }
-        m_isFinished = true;
-    });
-}
-
-void ScriptPlayer::Stop()
-{
-    {
-        const std::lock_guard lock(m_mutex);
-        m_stops = true;
-    }
-    m_changed.notify_all();
-    if (m_thread.joinable())
-        m_thread.join();
-}
-
-void ScriptPlayer::Play(const ScriptStep& step)
-{
-    if (const auto* key = std::get_if<KeyStep>(&step)) {
-        user::KeyDown(key->key);
-        user::KeyUp(key->key);
-    } else if (const auto* tap = std::get_if<TapStep>(&step)) {
-        user::PointerDown({ tap->x, tap->y });
-        user::PointerUp({ tap->x, tap->y });
-    } else if (const auto* wait = std::get_if<WaitStep>(&step)) {
-        Wait(wait->milliseconds);
-    } else if (const auto* shot = std::get_if<ShotStep>(&step)) {
-        if (SaveScreenshot(shot->path))
-            return;
-        std::fprintf(stderr, "cardsong: cannot write the picture %s\n", shot->path.c_str());
-        m_allWritten = false;
-    }
-}
-
-void ScriptPlayer::Wait(std::uint32_t milliseconds)
-{
-    kernel::Clock& clock = kernel::CurrentClock();
-    std::unique_lock lock(m_mutex);
-    clock.WaitUntil(lock, m_changed, clock.NowMs() + milliseconds, [this] { return m_stops; });
-}
-
-} // namespace cardsong::display
+} // namespace cardsong::host

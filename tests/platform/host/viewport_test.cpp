@@ -1,4 +1,4 @@
-#include "platform/linux/display/viewport.h"
+#include "platform/host/viewport.h"
 
 #include <gtest/gtest.h>
 
@@ -6,7 +6,7 @@
 
 namespace {
 
-using namespace cardsong::display;
+using namespace cardsong::host;
 
 TEST(Viewport, FillsASurfaceOfAWholeMultiple)
 {

@@ -1,13 +1,13 @@
 // Where the screen's pixels lie in a larger picture: whole-number scale, centred, black around it. Pure arithmetic.
 #pragma once
 
-#include "platform/linux/ce/types.h"
+#include "platform/ce.h"
 
 #include <cstdint>
 #include <optional>
 #include <span>
 
-namespace cardsong::display {
+namespace cardsong::host {
 
 struct Viewport {
     int scale = 1;
@@ -37,4 +37,4 @@ struct PixelShifts {
 void EnlargeRow(std::span<const std::uint16_t> row, int scale, PixelShifts shifts, std::span<std::uint32_t> target);
 void EnlargeRow(std::span<const std::uint16_t> row, int scale, std::span<std::uint16_t> target);
 
-} // namespace cardsong::display
+} // namespace cardsong::host

@@ -1,4 +1,4 @@
-// The command line of the Linux program as a record. Reads the text and the environment; opens and starts nothing.
+// The command line of the program as a record, the same on every system. Reads text; opens and starts nothing.
 #pragma once
 
 #include <cstdint>
@@ -8,6 +8,7 @@
 
 namespace cardsong::host {
 
+// Texts are as the system gives them: any bytes on Linux, UTF-8 on Windows.
 struct Options {
     std::string deviceDirectory; // the user's writable tree
     std::string cardDirectory;
@@ -23,16 +24,19 @@ struct Options {
     bool verbose = false;
     bool showVersion = false;
     bool showHelp = false;
-    std::string helpText;
 };
 
 struct OptionError {
     std::string message; // one line without its end, in the user's words
 };
 
-// Fills `options` from the arguments (without the program's name) and, where they are silent, from the environment.
-// Returns the error when an option is unknown, lacks its value, or has a value that means nothing.
+// Fills `options` from the arguments (without the program's name); what they are silent about stays as it is, so that
+// the caller sets it first. Returns the error when an option is unknown, lacks its value, or has a value that means
+// nothing. Not for two threads at once.
 [[nodiscard]] std::optional<OptionError> ReadOptions(const std::vector<std::string>& arguments, Options& options);
+
+// What --help prints.
+extern const char* const kHelpText;
 
 // The language identifier of a tag such as "zh-TW", "zh_CN.UTF-8", "en" or "0404"; 0 when it means none that the player
 // knows.

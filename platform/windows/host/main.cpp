@@ -1,0 +1,60 @@
+// The Windows program: reads its options, lays out the device tree, sets up the screen, and runs the player in it.
+#include "platform/windows/host/session.h"
+#include "platform/windows/host/user_defaults.h"
+#include "platform/windows/kernel/utf8.h"
+
+#include <windows.h>
+
+#include <shellapi.h>
+
+#include <cstdio>
+#include <string>
+#include <vector>
+
+namespace {
+
+constexpr int kBadOptions = 2;
+
+std::vector<std::string> Arguments()
+{
+    int count = 0;
+    wchar_t** const words = CommandLineToArgvW(GetCommandLineW(), &count);
+    std::vector<std::string> arguments;
+    for (int i = 1; i < count; ++i)
+        arguments.push_back(cardsong::kernel::Utf8FromUtf16(words[i]));
+    LocalFree(words);
+    return arguments;
+}
+
+// A program with windows has no console of its own: what it says goes where its output was sent, or else to the console
+// that it was started from.
+void OpenConsole()
+{
+    if (GetFileType(GetStdHandle(STD_ERROR_HANDLE)) != FILE_TYPE_UNKNOWN || !AttachConsole(ATTACH_PARENT_PROCESS))
+        return;
+    std::freopen("CONOUT$", "w", stdout);
+    std::freopen("CONOUT$", "w", stderr);
+    SetConsoleOutputCP(CP_UTF8);
+}
+
+} // namespace
+
+int WINAPI wWinMain(HINSTANCE, HINSTANCE, LPWSTR, int)
+{
+    using namespace cardsong::host;
+    OpenConsole();
+    Options options = UserDefaults();
+    if (const auto error = ReadOptions(Arguments(), options)) {
+        std::fprintf(stderr, "cardsong: %s\n", error->message.c_str());
+        return kBadOptions;
+    }
+    if (options.showHelp) {
+        std::fputs(kHelpText, stdout);
+        return 0;
+    }
+    if (options.showVersion) {
+        std::puts("cardsong " CARDSONG_VERSION);
+        return 0;
+    }
+    return RunSession(options);
+}

@@ -1,0 +1,106 @@
+#include "platform/windows/host/session.h"
+
+#include "platform/audio_sink.h"
+#include "platform/device_tree.h"
+#include "platform/windows/host/desktop_hands.h"
+#include "platform/windows/host/end_watch.h"
+#include "platform/windows/kernel/utf8.h"
+#include "platform/windows/screen/device_screen.h"
+#include "platform/windows/screen/screenshot.h"
+
+#include <atomic>
+#include <cstdio>
+#include <filesystem>
+
+namespace cardsong::host {
+namespace {
+
+constexpr int kFailed = 1;
+constexpr int kBadScript = 2;
+
+int Complain(const std::string& what, int status)
+{
+    std::fprintf(stderr, "cardsong: %s\n", what.c_str());
+    return status;
+}
+
+// With every separator the system's own, and from the root, so that a change of the current folder means nothing.
+std::string WholePath(const std::string& path)
+{
+    std::error_code error;
+    const auto whole = std::filesystem::absolute(kernel::Utf16FromUtf8(path), error);
+    return error ? path : kernel::Utf8FromUtf16(std::filesystem::path(whole).make_preferred().wstring());
+}
+
+// The installed device tree: in the share folder beside an installed program's, or beside one that was just built.
+std::string FindSystemDirectory()
+{
+    std::wstring program(32'767, L'\0'); // the longest path
+    program.resize(GetModuleFileNameW(nullptr, program.data(), static_cast<DWORD>(program.size())));
+    const auto folder = std::filesystem::path(program).parent_path();
+    std::error_code error;
+    for (const auto& tree : { folder.parent_path() / L"share" / L"cardsong" / L"device", folder / L"device" / L"tree" })
+        if (std::filesystem::is_directory(tree, error))
+            return kernel::Utf8FromUtf16(tree.wstring());
+    return {};
+}
+
+void LayOutDevice(const Options& options)
+{
+    kernel::DeviceTree tree;
+    tree.userDirectory = WholePath(options.deviceDirectory);
+    tree.systemDirectory = FindSystemDirectory();
+    tree.cardDirectory = options.cardDirectory.empty() ? std::string() : WholePath(options.cardDirectory);
+    tree.uiLanguage = options.language;
+    tree.debugOutput = options.verbose;
+    kernel::InstallDeviceTree(tree);
+    kernel::SetAudioSink(options.audioSink);
+}
+
+screen::ScreenOptions ScreenFor(const Options& options)
+{
+    const auto frame = options.headless     ? screen::Frame::Hidden
+                       : options.fullScreen ? screen::Frame::FullScreen
+                                            : screen::Frame::Window;
+    return { frame, options.scale };
+}
+
+std::wstring CommandLineFor(const Options& options)
+{
+    std::wstring line;
+    if (options.fill)
+        line += L"--fill ";
+    if (options.verbose)
+        line += L"--report ";
+    return line;
+}
+
+} // namespace
+
+int RunSession(const Options& options)
+{
+    auto script = ParseInputScript(options.keyScript);
+    if (const auto* const error = std::get_if<ScriptError>(&script))
+        return Complain("--keys: " + error->message, kBadScript);
+    LayOutDevice(options);
+    screen::SetUpScreen(ScreenFor(options));
+
+    EndWatch endWatch;
+    std::atomic<bool> saved = options.screenshotFile.empty();
+    endWatch.Start(options.runForSeconds, [&] { saved = saved || screen::SaveScreenshot(options.screenshotFile); });
+    DesktopHands hands;
+    ScriptPlayer player(hands);
+    player.Start(std::get<std::vector<ScriptStep>>(std::move(script)));
+
+    std::wstring commandLine = CommandLineFor(options);
+    const int result = WinMain(kernel::ProgramInstance(), nullptr, commandLine.data(), SW_SHOW);
+
+    player.Stop();
+    endWatch.Stop();
+    saved = saved || screen::SaveScreenshot(options.screenshotFile);
+    if (!saved || !player.AllWritten())
+        return Complain("a picture could not be written", kFailed);
+    return result;
+}
+
+} // namespace cardsong::host

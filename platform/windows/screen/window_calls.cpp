@@ -1,0 +1,188 @@
+#include "platform/windows/screen/window_calls.h"
+
+#include "platform/host/device_screen.h"
+#include "platform/windows/screen/device_screen.h"
+#include "platform/windows/screen/window_procedures.h"
+
+namespace cardsong::device {
+namespace {
+
+using namespace screen;
+
+constexpr int kDeviceDpi = 96;
+
+bool IsChild(HWND window)
+{
+    return (GetWindowLongPtrW(window, GWL_STYLE) & WS_CHILD) != 0;
+}
+
+// Where a window that the player places at (x, y) lies on the desktop.
+RECT PlaceOf(bool isChild, int x, int y, int widthPx, int heightPx)
+{
+    const POINT corner = isChild ? POINT{ x * Scale(), y * Scale() } : ToDesktop({ x, y });
+    return { corner.x, corner.y, corner.x + widthPx * Scale(), corner.y + heightPx * Scale() };
+}
+
+} // namespace
+
+ATOM RegisterClassW(const WNDCLASSW* windowClass)
+{
+    if (!IsSetUp() || windowClass == nullptr)
+        return ::RegisterClassW(windowClass);
+    WNDCLASSW description = *windowClass;
+    description.lpfnWndProc = PlayersProcedure;
+    const ATOM atom = ::RegisterClassW(&description);
+    if (atom != 0)
+        RememberProcedure(atom, windowClass->lpfnWndProc);
+    return atom;
+}
+
+HWND CreateWindowExW(DWORD exStyle, LPCWSTR className, LPCWSTR text, DWORD style, int x, int y, int widthPx,
+                     int heightPx, HWND parent, HMENU menuOrId, HINSTANCE instance, LPVOID parameter)
+{
+    if (IsSetUp() && x != CW_USEDEFAULT && widthPx != CW_USEDEFAULT) {
+        const RECT place = PlaceOf((style & WS_CHILD) != 0, x, y, widthPx, heightPx);
+        x = place.left;
+        y = place.top;
+        widthPx = place.right - place.left;
+        heightPx = place.bottom - place.top;
+    }
+    return ::CreateWindowExW(exStyle, className, text, style, x, y, widthPx, heightPx, parent, menuOrId, instance,
+                             parameter);
+}
+
+HWND CreateDialogIndirectParamW(HINSTANCE instance, LPCDLGTEMPLATEW dialogTemplate, HWND parent, DLGPROC procedure,
+                                LPARAM parameter)
+{
+    const ScreenWindowComes coming(IsSetUp() && parent == nullptr && ScreenWindow() == nullptr);
+    return ::CreateDialogIndirectParamW(instance, dialogTemplate, parent, procedure, parameter);
+}
+
+// A procedure put in front of a window's own gets its messages in the device's pixels too.
+LONG_PTR SetWindowLongPtrW(HWND window, int index, LONG_PTR value)
+{
+    if (!IsSetUp() || index != GWLP_WNDPROC)
+        return ::SetWindowLongPtrW(window, index, value);
+    return ReplaceProcedure(window, reinterpret_cast<WNDPROC>(value));
+}
+
+BOOL MoveWindow(HWND window, int x, int y, int widthPx, int heightPx, BOOL repaint)
+{
+    if (!IsSetUp())
+        return ::MoveWindow(window, x, y, widthPx, heightPx, repaint);
+    const RECT place =
+        window == ScreenWindow() ? PlaceOfScreenWindow() : PlaceOf(IsChild(window), x, y, widthPx, heightPx);
+    return ::MoveWindow(window, place.left, place.top, place.right - place.left, place.bottom - place.top, repaint);
+}
+
+BOOL SetWindowPos(HWND window, HWND after, int x, int y, int widthPx, int heightPx, UINT flags)
+{
+    if (!IsSetUp())
+        return ::SetWindowPos(window, after, x, y, widthPx, heightPx, flags);
+    if (window == ScreenWindow())
+        return ::SetWindowPos(window, after, 0, 0, 0, 0, flags | SWP_NOMOVE | SWP_NOSIZE);
+    const RECT place = PlaceOf(IsChild(window), x, y, widthPx, heightPx);
+    return ::SetWindowPos(window, after, place.left, place.top, place.right - place.left, place.bottom - place.top,
+                          flags);
+}
+
+BOOL GetWindowRect(HWND window, LPRECT rect)
+{
+    if (IsSetUp() && window != nullptr && window == ScreenWindow() && rect != nullptr) {
+        *rect = { 0, 0, host::kScreenWidthPx, host::kScreenHeightPx };
+        return TRUE;
+    }
+    if (!::GetWindowRect(window, rect))
+        return FALSE;
+    if (IsSetUp()) {
+        const POINT corner = FromDesktop({ rect->left, rect->top });
+        const POINT end = FromDesktop({ rect->right, rect->bottom });
+        *rect = { corner.x, corner.y, end.x, end.y };
+    }
+    return TRUE;
+}
+
+BOOL GetClientRect(HWND window, LPRECT rect)
+{
+    if (!::GetClientRect(window, rect))
+        return FALSE;
+    *rect = Reduce(*rect);
+    return TRUE;
+}
+
+BOOL ClientToScreen(HWND window, LPPOINT point)
+{
+    if (!IsSetUp() || point == nullptr)
+        return ::ClientToScreen(window, point);
+    POINT place{ point->x * Scale(), point->y * Scale() };
+    if (!::ClientToScreen(window, &place))
+        return FALSE;
+    *point = FromDesktop(place);
+    return TRUE;
+}
+
+BOOL ScreenToClient(HWND window, LPPOINT point)
+{
+    if (!IsSetUp() || point == nullptr)
+        return ::ScreenToClient(window, point);
+    POINT place = ToDesktop(*point);
+    if (!::ScreenToClient(window, &place))
+        return FALSE;
+    const RECT reduced = Reduce({ place.x, place.y, place.x, place.y });
+    *point = { reduced.left, reduced.top };
+    return TRUE;
+}
+
+HDC GetDC(HWND window)
+{
+    const HDC context = ::GetDC(window);
+    if (window != nullptr)
+        UseDevicePixels(context);
+    return context;
+}
+
+HDC BeginPaint(HWND window, PAINTSTRUCT* paint)
+{
+    const HDC context = ::BeginPaint(window, paint);
+    if (context != nullptr && paint != nullptr) {
+        paint->rcPaint = Reduce(paint->rcPaint);
+        UseDevicePixels(context);
+    }
+    return context;
+}
+
+BOOL InvalidateRect(HWND window, const RECT* rect, BOOL erase)
+{
+    const RECT place = rect != nullptr ? Enlarge(*rect) : RECT{};
+    return ::InvalidateRect(window, rect != nullptr ? &place : nullptr, erase);
+}
+
+BOOL ValidateRect(HWND window, const RECT* rect)
+{
+    const RECT place = rect != nullptr ? Enlarge(*rect) : RECT{};
+    return ::ValidateRect(window, rect != nullptr ? &place : nullptr);
+}
+
+BOOL GetUpdateRect(HWND window, LPRECT rect, BOOL erase)
+{
+    const BOOL isAnything = ::GetUpdateRect(window, rect, erase);
+    if (rect != nullptr)
+        *rect = Reduce(*rect);
+    return isAnything;
+}
+
+// A device's screen has 96 dots to the inch, whatever the monitor has on which it is shown.
+int GetDeviceCaps(HDC context, int index)
+{
+    if (!IsSetUp())
+        return ::GetDeviceCaps(context, index);
+    switch (index) {
+    case LOGPIXELSX:
+    case LOGPIXELSY: return kDeviceDpi;
+    case HORZRES: return host::kScreenWidthPx;
+    case VERTRES: return host::kScreenHeightPx;
+    default: return ::GetDeviceCaps(context, index);
+    }
+}
+
+} // namespace cardsong::device

@@ -1,0 +1,163 @@
+#include "platform/windows/screen/window_procedures.h"
+
+#include "platform/windows/screen/device_screen.h"
+#include "platform/windows/screen/screenshot.h"
+
+#include <algorithm>
+#include <atomic>
+#include <mutex>
+#include <utility>
+#include <vector>
+#include <windowsx.h>
+
+namespace cardsong::screen {
+namespace {
+
+constexpr wchar_t kProcedureProperty[] = L"CardsongProcedure";
+constexpr LPARAM kFirstStroke = 1;
+constexpr LPARAM kRelease = LPARAM{ 1 } << 30 | LPARAM{ 1 } << 31;
+
+thread_local bool t_screenWindowComes = false;
+std::atomic<bool> g_exitWanted = false; // before there was a window to tell
+
+std::mutex g_mutex;
+
+std::vector<std::pair<ATOM, WNDPROC>>& Procedures()
+{
+    static std::vector<std::pair<ATOM, WNDPROC>> s_procedures;
+    return s_procedures;
+}
+
+WNDPROC ProcedureOfClass(HWND window)
+{
+    const auto atom = static_cast<ATOM>(GetClassLongPtrW(window, GCW_ATOM));
+    const std::lock_guard lock(g_mutex);
+    for (const auto& [known, procedure] : Procedures()) {
+        if (known == atom)
+            return procedure;
+    }
+    return DefWindowProcW;
+}
+
+WNDPROC ProcedureOf(HWND window)
+{
+    const auto own = reinterpret_cast<WNDPROC>(GetPropW(window, kProcedureProperty));
+    return own != nullptr ? own : ProcedureOfClass(window);
+}
+
+LPARAM ReducePoint(LPARAM packed)
+{
+    const LONG x = GET_X_LPARAM(packed);
+    const LONG y = GET_Y_LPARAM(packed);
+    const RECT reduced = Reduce({ x, y, x, y });
+    return MAKELPARAM(reduced.left, reduced.top);
+}
+
+LRESULT DrawItem(WNDPROC procedure, HWND window, WPARAM wParam, LPARAM lParam)
+{
+    DRAWITEMSTRUCT request = *reinterpret_cast<const DRAWITEMSTRUCT*>(lParam);
+    const int saved = SaveDC(request.hDC);
+    UseDevicePixels(request.hDC);
+    request.rcItem = Reduce(request.rcItem);
+    const LRESULT result = CallWindowProcW(procedure, window, WM_DRAWITEM, wParam, reinterpret_cast<LPARAM>(&request));
+    RestoreDC(request.hDC, saved);
+    return result;
+}
+
+LRESULT Erase(WNDPROC procedure, HWND window, WPARAM wParam, LPARAM lParam)
+{
+    const auto context = reinterpret_cast<HDC>(wParam);
+    const int saved = SaveDC(context);
+    UseDevicePixels(context);
+    const LRESULT result = CallWindowProcW(procedure, window, WM_ERASEBKGND, wParam, lParam);
+    RestoreDC(context, saved);
+    return result;
+}
+
+// What the desktop asks of the screen's window and a device never does. True when it was answered.
+bool AnswerDesktop(UINT message, LRESULT& result)
+{
+    switch (message) {
+    case WM_CLOSE: PressExitKey(); return true;
+    case WM_QUERYENDSESSION:
+        PressExitKey();
+        result = TRUE;
+        return true;
+    case WM_DESTROY: KeepLastPicture(); return false;
+    case WM_NCDESTROY: ForgetScreenWindow(); return false;
+    default: return false;
+    }
+}
+
+bool IsMouse(UINT message)
+{
+    return message >= WM_MOUSEFIRST && message <= WM_MOUSELAST && message != WM_MOUSEWHEEL && message != WM_MOUSEHWHEEL;
+}
+
+} // namespace
+
+LRESULT CALLBACK PlayersProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam)
+{
+    if (message == WM_NCCREATE && std::exchange(t_screenWindowComes, false))
+        AdoptScreenWindow(window);
+    LRESULT answer = 0;
+    if (window == ScreenWindow() && AnswerDesktop(message, answer))
+        return answer;
+    const WNDPROC procedure = ProcedureOf(window);
+    if (message == WM_NCDESTROY)
+        RemovePropW(window, kProcedureProperty);
+    if (message == WM_DRAWITEM)
+        return DrawItem(procedure, window, wParam, lParam);
+    if (message == WM_ERASEBKGND)
+        return Erase(procedure, window, wParam, lParam);
+    if (IsMouse(message) || message == WM_SIZE)
+        lParam = ReducePoint(lParam);
+    return CallWindowProcW(procedure, window, message, wParam, lParam);
+}
+
+void RememberProcedure(ATOM windowClass, WNDPROC procedure)
+{
+    const std::lock_guard lock(g_mutex);
+    auto& known = Procedures();
+    std::erase_if(known, [windowClass](const auto& entry) { return entry.first == windowClass; });
+    known.emplace_back(windowClass, procedure);
+}
+
+LONG_PTR ReplaceProcedure(HWND window, WNDPROC procedure)
+{
+    SetPropW(window, kProcedureProperty, reinterpret_cast<HANDLE>(procedure));
+    return SetWindowLongPtrW(window, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(&PlayersProcedure));
+}
+
+ScreenWindowComes::ScreenWindowComes(bool comes)
+{
+    t_screenWindowComes = comes;
+}
+
+ScreenWindowComes::~ScreenWindowComes()
+{
+    t_screenWindowComes = false;
+    if (ScreenWindow() != nullptr && g_exitWanted.exchange(false))
+        PressExitKey();
+}
+
+bool PressKey(UINT key)
+{
+    const HWND window = ScreenWindow();
+    if (window == nullptr)
+        return false;
+    GUITHREADINFO state{};
+    state.cbSize = sizeof state;
+    GetGUIThreadInfo(GetWindowThreadProcessId(window, nullptr), &state);
+    const HWND target = state.hwndFocus != nullptr ? state.hwndFocus : window;
+    PostMessageW(target, WM_KEYDOWN, key, kFirstStroke);
+    PostMessageW(target, WM_KEYUP, key, kFirstStroke | kRelease);
+    return true;
+}
+
+void PressExitKey()
+{
+    g_exitWanted = !PressKey(VK_F24);
+}
+
+} // namespace cardsong::screen

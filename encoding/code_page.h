@@ -9,4 +9,4 @@ inline constexpr std::int32_t kCodePageBig5 = 950;
 
 // `text`: zero-terminated, not null. Returns kCodePageGb2312, kCodePageBig5, or kNoCodePage when no double-byte text is
 // found. As many pairs of one as of the other count as GB2312. Keeps no state.
-std::int32_t GetCodePage(const char* text);
+extern "C" std::int32_t GetCodePage(const char* text);

@@ -1,4 +1,4 @@
-// Converts GB2312 text. It knows no other code page and guesses nothing.
+// Converts GB2312 text to Unicode. It knows no other code page and guesses nothing.
 #pragma once
 
 #include "encoding/utf16_unit.h"
@@ -7,4 +7,4 @@
 // clears `destination` first. It holds at least as many units as `source` has bytes. Neither may be null. Known are the
 // hanzi 0xB0A1 to 0xDDF9; every other byte becomes itself, from 0x80 on sign-extended (0xA1 gives 0xFFA1). Keeps no
 // state.
-void gbToUnicode(const char* source, Utf16Unit* destination);
+extern "C" void gbToUnicode(const char* source, Utf16Unit* destination);

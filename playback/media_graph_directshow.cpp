@@ -2,17 +2,30 @@
 #include "playback/media_graph_directshow.h"
 
 #include "platform/device_tree.h"
+#include "playback/media_graph_directshow_sink.h"
+#include "playback/media_graph_song_probe.h"
+
+#include <mmsystem.h>
+
+#include <algorithm>
+#include <cmath>
+
+using cardsong::playback::ComPointer;
+using cardsong::playback::LookAtSong;
+using cardsong::playback::SongKind;
 
 namespace {
 
 constexpr double kUnitsPerSecond = 10'000'000.0; // reference time counts 100 nanoseconds
 constexpr LONG kStateTimeoutMs = 10;
-constexpr LONG kCueTimeoutMs = 2000; // a graph that takes longer to show its first sound is left to itself
+constexpr LONG kCueTimeoutMs = 1500; // a song on a slow card that takes longer goes on cueing by itself
+constexpr double kMostSeconds = 1e9; // longer than any song, and short of what a reference time can hold
 constexpr DWORD kToPosition = AM_SEEKING_AbsolutePositioning | AM_SEEKING_SeekToKeyFrame;
 
+// Some decoders take a place before the beginning for the end, or for as much silence.
 LONGLONG ToReferenceTime(double seconds)
 {
-    return static_cast<LONGLONG>(seconds * kUnitsPerSecond);
+    return static_cast<LONGLONG>(std::clamp(seconds, 0.0, kMostSeconds) * kUnitsPerSecond);
 }
 
 using ReadPosition = HRESULT (STDMETHODCALLTYPE IMediaSeeking::*)(LONGLONG*);
@@ -40,7 +53,20 @@ bool MediaGraph::Engine::IsIn(OAFilterState wanted) const
     return control && SUCCEEDED(control->GetState(kStateTimeoutMs, &state)) && state == wanted;
 }
 
-void MediaGraph::WarmUp() {} // the system keeps its filters at hand
+bool MediaGraph::Engine::GoTo(double start, const double* stop)
+{
+    if (!seeking || !std::isfinite(start) || (stop != nullptr && !std::isfinite(*stop)))
+        return false;
+    ForgetBreak();
+    LONGLONG current = ToReferenceTime(start);
+    if (stop == nullptr)
+        return SUCCEEDED(seeking->SetPositions(&current, kToPosition, nullptr, AM_SEEKING_NoPositioning));
+    LONGLONG end = ToReferenceTime(*stop);
+    return SUCCEEDED(seeking->SetPositions(&current, kToPosition, &end, kToPosition));
+}
+
+// What takes long is the first song's own decoders, and they come with the song.
+void MediaGraph::WarmUp() {}
 
 MediaGraph::MediaGraph() : m_engine(std::make_unique<Engine>()) {}
 
@@ -98,15 +124,24 @@ void MediaGraph::ReleaseAll()
         engine.videoWindow.Reset();
     }
     engine.graph.Reset();
-    engine.owesComplete = false;
+    engine.holdsNoSong = false;
+    engine.ForgetBreak();
 }
 
 bool MediaGraph::RenderFile(const WCHAR* path)
 {
-    if (!m_engine->graph || path == nullptr)
+    Engine& engine = *m_engine;
+    if (!engine.graph || path == nullptr)
         return false;
     const auto hostPath = cardsong::kernel::FindHostPath(path);
-    return hostPath && SUCCEEDED(m_engine->graph->RenderFile(hostPath->c_str(), nullptr));
+    engine.holdsNoSong = !hostPath || LookAtSong(*hostPath) == SongKind::None;
+    if (engine.holdsNoSong)
+        return false;
+    cardsong::playback::AddWishedRenderer(*engine.graph.Get());
+    const bool rendered = SUCCEEDED(engine.graph->RenderFile(hostPath->c_str(), nullptr));
+    // Where no device takes sound, nothing is known about the song.
+    engine.holdsNoSong = !rendered && waveOutGetNumDevs() > 0;
+    return rendered;
 }
 
 bool MediaGraph::Run()
@@ -138,6 +173,7 @@ bool MediaGraph::Stop()
         m_engine->videoWindow->put_Visible(OAFALSE);
     if (!m_engine->control)
         return false;
+    m_engine->ForgetBreak();
     return IsStopped() || SUCCEEDED(m_engine->control->Stop());
 }
 
@@ -158,8 +194,15 @@ bool MediaGraph::IsStopped() const
 
 bool MediaGraph::SetNotifyWindow(HWND window)
 {
-    return m_engine->events &&
-           SUCCEEDED(m_engine->events->SetNotifyWindow(reinterpret_cast<OAHWND>(window), kGraphEventMessage, 0));
+    IMediaEventEx* const events = m_engine->events.Get();
+    if (events == nullptr || FAILED(events->SetNotifyWindow(reinterpret_cast<OAHWND>(window), kGraphEventMessage, 0)))
+        return false;
+    // The graph announces only what comes from now on.
+    OAEVENT waiting = 0;
+    if (window != nullptr && SUCCEEDED(events->GetEventHandle(&waiting)) &&
+        WaitForSingleObject(reinterpret_cast<HANDLE>(waiting), 0) == WAIT_OBJECT_0)
+        PostMessageW(window, kGraphEventMessage, 0, 0);
+    return true;
 }
 
 IMediaEventEx* MediaGraph::GetEventInterface() const
@@ -169,17 +212,22 @@ IMediaEventEx* MediaGraph::GetEventInterface() const
 
 bool MediaGraph::TakeEvent(long& code)
 {
-    if (std::exchange(m_engine->owesComplete, false)) {
+    Engine& engine = *m_engine;
+    if (std::exchange(engine.owesComplete, false)) {
+        engine.toldComplete = true;
         code = kGraphComplete;
         return true;
     }
     LONG_PTR first = 0;
     LONG_PTR second = 0;
-    if (!m_engine->events || FAILED(m_engine->events->GetEvent(&code, &first, &second, 0)))
-        return false;
-    m_engine->events->FreeEventParams(code, first, second);
-    m_engine->owesComplete = code == kGraphErrorAbort;
-    return true;
+    while (engine.events && SUCCEEDED(engine.events->GetEvent(&code, &first, &second, 0))) {
+        engine.events->FreeEventParams(code, first, second);
+        if (code == kGraphComplete && std::exchange(engine.toldComplete, false))
+            continue;
+        engine.owesComplete = code == kGraphErrorAbort && !engine.toldComplete;
+        return true;
+    }
+    return false;
 }
 
 void MediaGraph::DrainEvents()
@@ -191,7 +239,11 @@ void MediaGraph::DrainEvents()
 
 bool MediaGraph::GetDuration(double& seconds) const
 {
-    return ReadSeconds(m_engine->seeking, &IMediaSeeking::GetDuration, seconds);
+    if (ReadSeconds(m_engine->seeking, &IMediaSeeking::GetDuration, seconds))
+        return true;
+    if (m_engine->holdsNoSong)
+        seconds = 0.0;
+    return m_engine->holdsNoSong;
 }
 
 bool MediaGraph::GetCurrentPosition(double& seconds) const
@@ -206,16 +258,12 @@ bool MediaGraph::GetStopPosition(double& seconds) const
 
 bool MediaGraph::SetPosition(double seconds)
 {
-    LONGLONG current = ToReferenceTime(seconds);
-    return m_engine->seeking &&
-           SUCCEEDED(m_engine->seeking->SetPositions(&current, kToPosition, nullptr, AM_SEEKING_NoPositioning));
+    return m_engine->GoTo(seconds, nullptr);
 }
 
 bool MediaGraph::SetPositions(double start, double stop)
 {
-    LONGLONG current = ToReferenceTime(start);
-    LONGLONG end = ToReferenceTime(stop);
-    return m_engine->seeking && SUCCEEDED(m_engine->seeking->SetPositions(&current, kToPosition, &end, kToPosition));
+    return m_engine->GoTo(start, &stop);
 }
 
 bool MediaGraph::SetRate(double rate)

@@ -2,54 +2,28 @@
 #pragma once
 
 #include "playback/media_graph.h"
+#include "playback/media_graph_directshow_com.h"
 
 #include <dshow.h>
 
-#include <utility>
-
-// Owns one reference to a component's interface.
-template <typename Interface>
-class ComPointer {
-public:
-    ComPointer() = default;
-    explicit ComPointer(Interface* owned) : m_pointer(owned) {}
-    ComPointer(ComPointer&& other) noexcept : m_pointer(std::exchange(other.m_pointer, nullptr)) {}
-    ComPointer& operator=(ComPointer&& other) noexcept
-    {
-        std::swap(m_pointer, other.m_pointer);
-        return *this;
-    }
-    ~ComPointer() { Reset(); }
-
-    explicit operator bool() const { return m_pointer != nullptr; }
-    Interface* operator->() const { return m_pointer; }
-    Interface* Get() const { return m_pointer; }
-    void Reset()
-    {
-        if (Interface* const released = std::exchange(m_pointer, nullptr))
-            released->Release();
-    }
-    // For a call that hands out a reference.
-    void** Receive()
-    {
-        Reset();
-        return reinterpret_cast<void**>(&m_pointer);
-    }
-
-private:
-    Interface* m_pointer = nullptr;
-};
-
+// Every pointer is null when its part of the graph is missing.
 struct MediaGraph::Engine {
-    ComPointer<IGraphBuilder> graph;
-    ComPointer<IMediaControl> control;
-    ComPointer<IMediaEventEx> events;
-    ComPointer<IBasicVideo> video;
-    ComPointer<IBasicAudio> audio;
-    ComPointer<IVideoWindow> videoWindow;
-    ComPointer<IMediaSeeking> seeking;
+    template <typename Interface>
+    using Pointer = cardsong::playback::ComPointer<Interface>;
+
+    Pointer<IGraphBuilder> graph;
+    Pointer<IMediaControl> control;
+    Pointer<IMediaEventEx> events;
+    Pointer<IBasicVideo> video;
+    Pointer<IBasicAudio> audio;
+    Pointer<IVideoWindow> videoWindow;
+    Pointer<IMediaSeeking> seeking;
+    bool holdsNoSong = false;  // a file was to be rendered, and nothing in it can be played
     bool owesComplete = false; // an abort was taken: the end that whoever waits is waiting for comes next
+    bool toldComplete = false; // that end was told; should the graph tell it as well, it is no second one
 
     // The state as the graph tells it within 10 ms; false when it does not.
     bool IsIn(OAFilterState wanted) const;
+    bool GoTo(double start, const double* stop);
+    void ForgetBreak() { owesComplete = toldComplete = false; }
 };

@@ -1,8 +1,8 @@
 #include "playback/media_graph_gstreamer_chain.h"
 
 #include "platform/linux/kernel/start_trace.h"
-#include "playback/media_graph_gstreamer_probe.h"
 #include "playback/media_graph_gstreamer_sink.h"
+#include "playback/media_graph_song_probe.h"
 
 #include <atomic>
 #include <cstdlib>

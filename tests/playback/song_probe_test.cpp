@@ -1,5 +1,5 @@
 // What is taken for MPEG audio before the engine sees it.
-#include "playback/media_graph_gstreamer_probe.h"
+#include "playback/media_graph_song_probe.h"
 
 #include <gtest/gtest.h>
 

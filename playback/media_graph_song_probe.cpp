@@ -1,6 +1,4 @@
-#include "playback/media_graph_gstreamer_probe.h"
-
-#include <sys/stat.h>
+#include "playback/media_graph_song_probe.h"
 
 #include <algorithm>
 #include <array>
@@ -14,9 +12,19 @@ namespace {
 
 using Bytes = std::span<const unsigned char>;
 
-// The ASF header object's identifier, ASF 01.20.03, section 10.1.
-constexpr std::array<unsigned char, 16> kAsfHeader = { 0x30, 0x26, 0xB2, 0x75, 0x8E, 0x66, 0xCF, 0x11,
-                                                       0xA6, 0xD9, 0x00, 0xAA, 0x00, 0x62, 0xCE, 0x6C };
+// Objects of ASF 01.20.03, sections 10.1 and 10.2: their identifiers, and what stands where in them.
+using AsfId = std::array<unsigned char, 16>;
+constexpr AsfId kAsfHeader = { 0x30, 0x26, 0xB2, 0x75, 0x8E, 0x66, 0xCF, 0x11,
+                               0xA6, 0xD9, 0x00, 0xAA, 0x00, 0x62, 0xCE, 0x6C };
+constexpr AsfId kAsfData = { 0x36, 0x26, 0xB2, 0x75, 0x8E, 0x66, 0xCF, 0x11,
+                             0xA6, 0xD9, 0x00, 0xAA, 0x00, 0x62, 0xCE, 0x6C };
+constexpr AsfId kAsfFileProperties = { 0xA1, 0xDC, 0xAB, 0x8C, 0x47, 0xA9, 0xCF, 0x11,
+                                       0x8E, 0xE4, 0x00, 0xC0, 0x0C, 0x20, 0x53, 0x65 };
+constexpr std::size_t kAsfObjectBytes = 24; // identifier and size
+constexpr std::size_t kAsfHeaderBytes = 30;
+constexpr std::size_t kAsfPacketSizeAt = 92;
+constexpr std::size_t kAsfDataBytes = 50;
+constexpr int kMostAsfObjects = 1000;
 
 // First a look that is enough for nearly every song, then the one that is as far as we go.
 constexpr std::size_t kReaches[] = { 16 * 1024, 1024 * 1024 };
@@ -96,6 +104,46 @@ std::uint64_t SkipTags(std::ifstream& file, std::uint64_t fileBytes)
     return offset;
 }
 
+std::uint64_t LittleEndianAt(Bytes bytes, std::size_t at, std::size_t count)
+{
+    std::uint64_t value = 0;
+    for (std::size_t i = count; i > 0; --i)
+        value = value << 8 | bytes[at + i - 1];
+    return value;
+}
+
+bool Is(const AsfId& id, Bytes object)
+{
+    return object.size() >= kAsfObjectBytes && std::equal(id.begin(), id.end(), object.begin());
+}
+
+// 0 when no object inside the header says it.
+std::uint64_t AsfPacketBytes(std::ifstream& file, std::uint64_t headerEnd)
+{
+    std::uint64_t offset = kAsfHeaderBytes;
+    for (int i = 0; i < kMostAsfObjects && offset < headerEnd; ++i) {
+        const auto object = ReadAt(file, offset, kAsfPacketSizeAt + 4);
+        if (Is(kAsfFileProperties, object) && object.size() == kAsfPacketSizeAt + 4)
+            return LittleEndianAt(object, kAsfPacketSizeAt, 4);
+        const std::uint64_t size = object.size() < kAsfObjectBytes ? 0 : LittleEndianAt(object, 16, 8);
+        if (size < kAsfObjectBytes || size > headerEnd - offset)
+            return 0;
+        offset += size;
+    }
+    return 0;
+}
+
+bool HoldsAsfPacket(std::ifstream& file, std::uint64_t fileBytes)
+{
+    const auto header = ReadAt(file, 0, kAsfObjectBytes);
+    const std::uint64_t headerEnd = Is(kAsfHeader, header) ? LittleEndianAt(header, 16, 8) : 0;
+    if (headerEnd < kAsfHeaderBytes || headerEnd >= fileBytes ||
+        !Is(kAsfData, ReadAt(file, headerEnd, kAsfObjectBytes)))
+        return false;
+    const std::uint64_t packetBytes = AsfPacketBytes(file, headerEnd);
+    return packetBytes > 0 && fileBytes - headerEnd >= kAsfDataBytes + packetBytes;
+}
+
 } // namespace
 
 bool HoldsMpegFrame(Bytes bytes, bool isWhole)
@@ -114,17 +162,20 @@ bool HoldsMpegFrame(Bytes bytes, bool isWhole)
     return false;
 }
 
-SongKind LookAtSong(const std::string& hostPath)
+SongKind LookAtSong(const std::filesystem::path& hostPath)
 {
-    struct stat status = {};
+    std::error_code failed;
     // Opening a pipe or a device could wait for ever.
-    if (stat(hostPath.c_str(), &status) != 0 || !S_ISREG(status.st_mode) || status.st_size == 0)
+    if (!std::filesystem::is_regular_file(hostPath, failed))
         return SongKind::None;
+    const std::uint64_t fileBytes = std::filesystem::file_size(hostPath, failed);
     std::ifstream file(hostPath, std::ios::binary);
+    if (failed || !file)
+        return SongKind::None;
     const auto first = ReadAt(file, 0, kAsfHeader.size());
     if (std::equal(first.begin(), first.end(), kAsfHeader.begin(), kAsfHeader.end()))
-        return SongKind::Asf;
-    const std::uint64_t start = SkipTags(file, static_cast<std::uint64_t>(status.st_size));
+        return HoldsAsfPacket(file, fileBytes) ? SongKind::Asf : SongKind::None;
+    const std::uint64_t start = SkipTags(file, fileBytes);
     for (const std::size_t reach : kReaches) {
         const auto bytes = ReadAt(file, start, reach);
         if (HoldsMpegFrame(bytes, bytes.size() < reach))

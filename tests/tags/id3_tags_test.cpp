@@ -128,6 +128,42 @@ TEST_F(Id3v2, ATagOfNothingButItsHeaderIsEmpty)
     EXPECT_EQ(info->id3v2TagBytes, 0u);
 }
 
+TEST_F(Id3v2, VersionAndFlagsAreNotExamined)
+{
+    Bytes tag = Tag(Frame("TIT2", "x"));
+    for (const std::size_t place : { 3, 4, 5 }) // version, revision, flags
+        tag[place] = std::byte{ 0xFF };
+    ASSERT_EQ(Read(tag), 0);
+    EXPECT_EQ(Count(), 1);
+    EXPECT_EQ(info->id3v2Header.version, 0xFF);
+    EXPECT_EQ(info->id3v2Header.revision, 0xFF);
+    EXPECT_EQ(info->id3v2Header.flags, 0xFF);
+}
+
+TEST_F(Id3v2, AnExtendedHeaderIsReadAsAFrameAndEndsTheList)
+{
+    Read(Tag(Bytes().Big(6, 4).Fill(6).Append(Frame("TIT2", "x"))));
+    EXPECT_EQ(Count(), 0);
+}
+
+TEST_F(Id3v2, FramesOfThreeLettersEndTheList)
+{
+    Read(Tag(Bytes("TT2").Big(2, 3).Fill(1).Text("x").Append(Frame("TIT2", "x"))));
+    EXPECT_EQ(Count(), 0);
+}
+
+TEST_F(Id3v2, AnInfoUsedBeforeIsFilledAnew)
+{
+    info = std::make_unique<Mp3FileInfo>();
+    info->id3v2TagBytes = 77;
+    info->id3v2Header.version = 9;
+    const Bytes bytes("no tag here");
+    MemorySource source(bytes);
+    ASSERT_EQ(ReadId3v2(&source, *info, TagFrames::Read), 0);
+    EXPECT_EQ(info->id3v2TagBytes, 0u);
+    EXPECT_EQ(info->id3v2Header.version, 0);
+}
+
 TEST_F(Id3v2, AnUnknownFrameEndsTheList)
 {
     Read(Tag(Bytes().Append(Frame("TIT2", "x")).Append(Frame("TDRC", "2003")).Append(Frame("TALB", "y"))));

@@ -132,6 +132,57 @@ TEST_F(Wma, TheFilePropertiesAreRead)
     EXPECT_EQ(info->duration, 2'120'000'000);
 }
 
+TEST_F(Wma, ADataObjectOfAnySizeEndsTheWalkWithSuccess)
+{
+    for (const std::uint64_t sizeBytes :
+         { std::uint64_t{ 0 }, std::uint64_t{ 1 }, std::uint64_t{ 23 }, std::uint64_t{ 24 }, std::uint64_t{ 1024 },
+           std::uint64_t{ 1025 }, std::uint64_t{ 1 } << 40, ~std::uint64_t{ 0 } }) {
+        Bytes song = kHeaderGuid;
+        song.Little(0, 8).Little(1, 4).Fill(2).Append(Properties(7, 0, 0));
+        song.Append(kDataGuid).Little(sizeBytes, 8).Fill(26);
+        EXPECT_EQ(Read(song), 0) << sizeBytes;
+        EXPECT_EQ(info->duration, 7) << sizeBytes;
+    }
+}
+
+TEST_F(Wma, TwentySixBytesOfTheDataObjectAreNeeded)
+{
+    Bytes song = Song({ Properties(7, 0, 0) });
+    ASSERT_EQ(Read(song), 0);
+    song.pop_back();
+    EXPECT_EQ(Read(song), -1);
+    EXPECT_EQ(info->duration, 7);
+}
+
+TEST_F(Wma, TheStatedNumberOfObjectsIsNotUsed)
+{
+    for (const std::size_t place : { 24, 25, 26, 27 }) {
+        Bytes song = Song({ Properties(7, 0, 0), Content({ "Title", "", "", "", "" }) });
+        song[place] = std::byte{ 0xFF };
+        EXPECT_EQ(Read(song), 0);
+        EXPECT_EQ(WString(info->title), TEXT("Title"));
+    }
+    Bytes song = Song({ Properties(7, 0, 0) });
+    song[24] = std::byte{ 0 };
+    EXPECT_EQ(Read(song), 0);
+    EXPECT_EQ(info->duration, 7);
+}
+
+TEST_F(Wma, ADurationPast429SecondsIsKeptWhole)
+{
+    ASSERT_EQ(Read(Song({ Properties(5'000'000'000, 0, 0) })), 0);
+    EXPECT_EQ(info->duration, 5'000'000'000);
+}
+
+TEST_F(Wma, ALaterObjectOfTheSameKindReplacesTheEarlier)
+{
+    ASSERT_EQ(Read(Song({ Properties(7, 0, 0), Content({ "First", "", "", "", "" }), Properties(8, 0, 0),
+                          Content({ "Two", "", "", "", "" }) })),
+              0);
+    EXPECT_EQ(info->duration, 8);
+    EXPECT_EQ(WString(info->title), TEXT("Two"));
+}
+
 TEST_F(Wma, ABroadcastHasNoDuration)
 {
     ASSERT_EQ(Read(Song({ Properties(2'150'000'000, 0, 1) })), 0);

@@ -16,6 +16,7 @@ from PIL import ImageGrab
 from ear import Ear, Failure, wait_for
 
 RATE = 44100
+WIDTH, HEIGHT = 320, 240
 UNDER_WINE = pathlib.Path(__file__).resolve().parents[2] / "tools/under-wine"
 SOUND_SERVER = ["pulseaudio", "-n", "--daemonize=no", "--exit-idle-time=-1", "--log-level=error",
                 "--load=module-null-sink norewinds=1", "--load=module-native-protocol-unix"]
@@ -105,7 +106,10 @@ class Stage:
 
     def start_player(self, program, *options, **popen):
         """`program` may be a Windows program."""
-        command = [UNDER_WINE, program] if program.suffix == ".exe" else [program]
+        command = [program]
+        if program.suffix == ".exe":
+            command = [UNDER_WINE, program]
+            subprocess.run([UNDER_WINE, "cmd", "/c", "exit"], env=self.environment, check=True)  # makes the prefix
         return self.start([*command, "--device", self.root / "device", "--card", self.root / "card", "--fill", "--scale",
                            "1", "--language", "en", *options], **popen)
 
@@ -128,9 +132,12 @@ class Window:
         self.id = wait_for("the player shows a window", found)[0]
         wait_for("the window takes the focus", lambda: self._take_focus())
         place = dict(line.split("=") for line in stage.xdotool("getwindowgeometry", "--shell", self.id))
-        self.left, self.top = int(place["X"]), int(place["Y"])
-        if (place["WIDTH"], place["HEIGHT"]) != ("320", "240"):
-            raise Failure(f"the window is {place['WIDTH']} x {place['HEIGHT']}, not 320 x 240")
+        # Without a window manager a window may wear a frame of its own: a caption, and the same border elsewhere.
+        border = (int(place["WIDTH"]) - WIDTH) // 2
+        caption = int(place["HEIGHT"]) - HEIGHT - border
+        if border < 0 or not (border <= caption <= 4 * border + 40):
+            raise Failure(f"the window is {place['WIDTH']} x {place['HEIGHT']}, not {WIDTH} x {HEIGHT}")
+        self.left, self.top = int(place["X"]) + border, int(place["Y"]) + caption
 
     def _take_focus(self):
         self.stage.xdotool("windowfocus", self.id)
@@ -146,4 +153,4 @@ class Window:
 
     def look(self):
         screen = ImageGrab.grab(xdisplay=self.stage.environment["DISPLAY"]).convert("RGB")
-        return screen.crop((self.left, self.top, self.left + 320, self.top + 240))
+        return screen.crop((self.left, self.top, self.left + WIDTH, self.top + HEIGHT))

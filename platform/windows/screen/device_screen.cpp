@@ -127,7 +127,6 @@ void AdoptScreenWindow(HWND window)
     g_window = window;
     SetWindowPos(window, nullptr, place.left, place.top, place.right - place.left, place.bottom - place.top,
                  SWP_NOZORDER | SWP_NOACTIVATE | SWP_FRAMECHANGED);
-    SetWindowTextW(window, L"Cardsong");
 }
 
 void ForgetScreenWindow()

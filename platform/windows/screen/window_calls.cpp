@@ -16,6 +16,14 @@ bool IsChild(HWND window)
     return (GetWindowLongPtrW(window, GWL_STYLE) & WS_CHILD) != 0;
 }
 
+// A desktop's keyboard has no exit key; Escape is one.
+void TurnIntoDeviceKey(MSG& message)
+{
+    const bool isKey = message.message == WM_KEYDOWN || message.message == WM_KEYUP;
+    if (IsSetUp() && isKey && message.wParam == VK_ESCAPE)
+        message.wParam = VK_F24;
+}
+
 // Where a window that the player places at (x, y) lies on the desktop.
 RECT PlaceOf(bool isChild, int x, int y, int widthPx, int heightPx)
 {
@@ -183,6 +191,22 @@ int GetDeviceCaps(HDC context, int index)
     case VERTRES: return host::kScreenHeightPx;
     default: return ::GetDeviceCaps(context, index);
     }
+}
+
+BOOL GetMessageW(LPMSG message, HWND window, UINT first, UINT last)
+{
+    const BOOL got = ::GetMessageW(message, window, first, last);
+    if (got > 0)
+        TurnIntoDeviceKey(*message);
+    return got;
+}
+
+BOOL PeekMessageW(LPMSG message, HWND window, UINT first, UINT last, UINT remove)
+{
+    const BOOL got = ::PeekMessageW(message, window, first, last, remove);
+    if (got)
+        TurnIntoDeviceKey(*message);
+    return got;
 }
 
 } // namespace cardsong::device

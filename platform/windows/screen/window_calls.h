@@ -24,5 +24,7 @@ BOOL InvalidateRect(HWND window, const RECT* rect, BOOL erase);
 BOOL ValidateRect(HWND window, const RECT* rect);
 BOOL GetUpdateRect(HWND window, LPRECT rect, BOOL erase);
 int GetDeviceCaps(HDC context, int index);
+BOOL GetMessageW(LPMSG message, HWND window, UINT first, UINT last);
+BOOL PeekMessageW(LPMSG message, HWND window, UINT first, UINT last, UINT remove);
 
 } // namespace cardsong::device

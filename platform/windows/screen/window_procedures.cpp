@@ -98,8 +98,12 @@ bool IsMouse(UINT message)
 
 LRESULT CALLBACK PlayersProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam)
 {
-    if (message == WM_NCCREATE && std::exchange(t_screenWindowComes, false))
+    if (message == WM_NCCREATE && std::exchange(t_screenWindowComes, false)) {
         AdoptScreenWindow(window);
+        const LRESULT goesOn = CallWindowProcW(ProcedureOf(window), window, message, wParam, lParam);
+        SetWindowTextW(window, L"Cardsong"); // this message gave it the player's own name, which a device never shows
+        return goesOn;
+    }
     LRESULT answer = 0;
     if (window == ScreenWindow() && AnswerDesktop(message, answer))
         return answer;

@@ -75,15 +75,18 @@ LRESULT Erase(WNDPROC procedure, HWND window, WPARAM wParam, LPARAM lParam)
 }
 
 // What the desktop asks of the screen's window and a device never does. True when it was answered.
-bool AnswerDesktop(UINT message, LRESULT& result)
+bool AnswerDesktop(UINT message, LPARAM lParam, LRESULT& result)
 {
     switch (message) {
+    case WM_WINDOWPOSCHANGING: // the last message before there is nothing more to see
+        if ((reinterpret_cast<const WINDOWPOS*>(lParam)->flags & SWP_HIDEWINDOW) != 0)
+            KeepLastPicture();
+        return false;
     case WM_CLOSE: PressExitKey(); return true;
     case WM_QUERYENDSESSION:
         PressExitKey();
         result = TRUE;
         return true;
-    case WM_DESTROY: KeepLastPicture(); return false;
     case WM_NCDESTROY: ForgetScreenWindow(); return false;
     default: return false;
     }
@@ -105,7 +108,7 @@ LRESULT CALLBACK PlayersProcedure(HWND window, UINT message, WPARAM wParam, LPAR
         return goesOn;
     }
     LRESULT answer = 0;
-    if (window == ScreenWindow() && AnswerDesktop(message, answer))
+    if (window == ScreenWindow() && AnswerDesktop(message, lParam, answer))
         return answer;
     const WNDPROC procedure = ProcedureOf(window);
     if (message == WM_NCDESTROY)

@@ -1,0 +1,245 @@
+// The device's screen on a desktop, two of its pixels to each of the device's.
+#include "platform/windows/screen/device_screen.h"
+
+#include "platform/ce.h"
+#include "platform/windows/screen/screenshot.h"
+#include "platform/windows/screen/window_procedures.h"
+#include "tests/platform/scratch_device.h"
+#include "tests/platform/screen/desktop_view.h"
+
+#include <gtest/gtest.h>
+
+#include <vector>
+
+namespace {
+
+namespace screen = cardsong::screen;
+using namespace cardsong::test;
+
+constexpr COLORREF kGround = RGB(0, 0, 0);
+constexpr COLORREF kMark = RGB(255, 0, 0);
+constexpr RECT kMarkPlace{ 10, 20, 11, 22 };
+constexpr WORD kButton = 7;
+
+struct Seen {
+    UINT message;
+    WPARAM wParam;
+    LPARAM lParam;
+};
+std::vector<Seen> g_seen;
+RECT g_itemRect;
+SIZE g_size;
+
+void Paint(HWND window)
+{
+    PAINTSTRUCT paint;
+    const HDC context = BeginPaint(window, &paint);
+    const RECT whole{ 0, 0, 320, 240 };
+    FillRect(context, &whole, static_cast<HBRUSH>(GetStockObject(BLACK_BRUSH)));
+    const HBRUSH red = CreateSolidBrush(kMark);
+    FillRect(context, &kMarkPlace, red);
+    DeleteObject(red);
+    EndPaint(window, &paint);
+}
+
+LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam)
+{
+    switch (message) {
+    case WM_CREATE: MoveWindow(window, 0, 0, 320, 240, TRUE); return 0;
+    case WM_PAINT: Paint(window); return 0;
+    case WM_SIZE: g_size = { LOWORD(lParam), HIWORD(lParam) }; return 0;
+    case WM_DRAWITEM: g_itemRect = reinterpret_cast<const DRAWITEMSTRUCT*>(lParam)->rcItem; return TRUE;
+    case WM_LBUTTONDOWN:
+    case WM_KEYDOWN:
+    case WM_COMMAND: g_seen.push_back({ message, wParam, lParam }); return 0;
+    default: return DefWindowProcW(window, message, wParam, lParam);
+    }
+}
+
+class DeviceScreen : public testing::Test {
+protected:
+    DeviceScreen()
+    {
+        static const bool s_isSetUp = [] {
+            screen::SetUpScreen({ screen::Frame::Window, 2 });
+            WNDCLASSW description{};
+            description.lpfnWndProc = Procedure;
+            description.lpszClassName = TEXT("SCREENTEST");
+            return RegisterClassW(&description) != 0;
+        }();
+        EXPECT_TRUE(s_isSetUp);
+#pragma pack(push, 2)
+        struct {
+            DLGTEMPLATE head{ WS_POPUP, 0, 0, 0, 0, 50, 50 };
+            WORD menu = 0;
+            WCHAR windowClass[11] = TEXT("SCREENTEST");
+            WORD title = 0;
+        } dialog;
+#pragma pack(pop)
+        m_window = CreateDialogIndirectParamW(nullptr, &dialog.head, nullptr, nullptr, 0);
+        ShowWindow(m_window, SW_SHOW);
+        UpdateWindow(m_window);
+        Pump();
+        g_seen.clear();
+    }
+    ~DeviceScreen() override
+    {
+        DestroyWindow(m_window);
+        Pump();
+    }
+
+    static void Pump()
+    {
+        MSG message;
+        while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE))
+            DispatchMessageW(&message);
+    }
+    HWND AddButton() const
+    {
+        return CreateWindowExW(0, TEXT("button"), TEXT(""), WS_CHILD | WS_VISIBLE | BS_OWNERDRAW, 100, 50, 30, 20,
+                               m_window, reinterpret_cast<HMENU>(ULONG_PTR{ kButton }), nullptr, nullptr);
+    }
+
+    HWND m_window = nullptr;
+};
+
+TEST_F(DeviceScreen, ItsWindowHasTheFrameOfADesktopWindowAroundEnlargedPixels)
+{
+    EXPECT_EQ(screen::ScreenWindow(), m_window);
+    EXPECT_EQ(DesktopClientSize(m_window).cx, 640);
+    EXPECT_EQ(DesktopClientSize(m_window).cy, 480);
+    EXPECT_NE(GetWindowLongPtrW(m_window, GWL_STYLE) & WS_CAPTION, 0);
+    WCHAR title[20] = {};
+    GetWindowTextW(m_window, title, 20);
+    EXPECT_EQ(WString(title), TEXT("Cardsong"));
+    EXPECT_TRUE(IsOnDesktop(m_window));
+}
+
+TEST_F(DeviceScreen, ThePlayerSeesAScreenOfTheDevicesSizeAtItsOrigin)
+{
+    RECT rect{};
+    EXPECT_TRUE(GetClientRect(m_window, &rect));
+    EXPECT_EQ(rect.right, 320);
+    EXPECT_EQ(rect.bottom, 240);
+    EXPECT_TRUE(GetWindowRect(m_window, &rect));
+    EXPECT_EQ(rect.left, 0);
+    EXPECT_EQ(rect.top, 0);
+    EXPECT_EQ(rect.right, 320);
+    EXPECT_EQ(rect.bottom, 240);
+    POINT point{ 3, 4 };
+    EXPECT_TRUE(ClientToScreen(m_window, &point));
+    EXPECT_EQ(point.x, 3);
+    EXPECT_EQ(point.y, 4);
+    EXPECT_EQ(g_size.cx, 320);
+    EXPECT_EQ(g_size.cy, 240);
+}
+
+TEST_F(DeviceScreen, EachPixelIsRepeated)
+{
+    const int left = 2 * kMarkPlace.left, top = 2 * kMarkPlace.top;
+    for (int x = left - 1; x <= left + 2; ++x) {
+        for (int y = top - 1; y <= top + 4; ++y) {
+            const bool isMarked = x >= left && x < left + 2 && y >= top && y < top + 4;
+            EXPECT_EQ(DesktopPixel(m_window, x, y), isMarked ? kMark : kGround) << x << ", " << y;
+        }
+    }
+}
+
+TEST_F(DeviceScreen, AControlLiesWhereThePlayerPutIt)
+{
+    const HWND button = AddButton();
+    EXPECT_EQ(DesktopClientSize(button).cx, 60);
+    const POINT screenCorner = DesktopCorner(m_window);
+    EXPECT_EQ(DesktopCorner(button).x - screenCorner.x, 200);
+    EXPECT_EQ(DesktopCorner(button).y - screenCorner.y, 100);
+    RECT rect{};
+    EXPECT_TRUE(GetWindowRect(button, &rect));
+    EXPECT_EQ(rect.left, 100);
+    EXPECT_EQ(rect.bottom, 70);
+    MoveWindow(button, 5, 6, 7, 8, FALSE);
+    EXPECT_EQ(DesktopClientSize(button).cy, 16);
+}
+
+TEST_F(DeviceScreen, AnOwnedWindowLiesOnTheScreenToo)
+{
+    const HWND popup = CreateWindowExW(0, TEXT("static"), TEXT(""), WS_POPUP | WS_VISIBLE, 20, 30, 40, 50, m_window,
+                                       nullptr, nullptr, nullptr);
+    const POINT screenCorner = DesktopCorner(m_window);
+    EXPECT_EQ(DesktopCorner(popup).x - screenCorner.x, 40);
+    EXPECT_EQ(DesktopCorner(popup).y - screenCorner.y, 60);
+    POINT point{ 20, 30 };
+    EXPECT_TRUE(ScreenToClient(popup, &point));
+    EXPECT_EQ(point.x, 0);
+    EXPECT_EQ(point.y, 0);
+    DestroyWindow(popup);
+}
+
+TEST_F(DeviceScreen, AnOwnerDrawnButtonAsksForTheDevicesPixels)
+{
+    UpdateWindow(AddButton());
+    Pump();
+    EXPECT_EQ(g_itemRect.right, 30);
+    EXPECT_EQ(g_itemRect.bottom, 20);
+}
+
+TEST_F(DeviceScreen, TheMouseArrivesInTheDevicesPixels)
+{
+    PostMessageW(m_window, WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(65, 41));
+    Pump();
+    ASSERT_EQ(g_seen.size(), 1U);
+    EXPECT_EQ(g_seen[0].lParam, MAKELPARAM(32, 20));
+}
+
+TEST_F(DeviceScreen, AButtonIsTappedWhereItIsSeen)
+{
+    const HWND button = AddButton();
+    PostMessageW(button, WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(59, 39)); // its last pixel
+    PostMessageW(button, WM_LBUTTONUP, 0, MAKELPARAM(59, 39));
+    Pump();
+    ASSERT_FALSE(g_seen.empty());
+    EXPECT_EQ(g_seen.back().message, static_cast<UINT>(WM_COMMAND));
+    EXPECT_EQ(LOWORD(g_seen.back().wParam), kButton);
+}
+
+TEST_F(DeviceScreen, ClosingTheWindowPressesTheExitKey)
+{
+    SetFocus(m_window);
+    SendMessageW(m_window, WM_CLOSE, 0, 0);
+    Pump();
+    EXPECT_TRUE(IsWindow(m_window));
+    ASSERT_FALSE(g_seen.empty());
+    EXPECT_EQ(g_seen[0].message, static_cast<UINT>(WM_KEYDOWN));
+    EXPECT_EQ(g_seen[0].wParam, static_cast<WPARAM>(VK_F24));
+}
+
+TEST_F(DeviceScreen, EscapeIsTheExitKey)
+{
+    PostMessageW(m_window, WM_KEYDOWN, VK_ESCAPE, 1);
+    Pump();
+    ASSERT_EQ(g_seen.size(), 1U);
+    EXPECT_EQ(g_seen[0].wParam, static_cast<WPARAM>(VK_F24));
+}
+
+TEST_F(DeviceScreen, HasNinetySixDotsToTheInch)
+{
+    const HDC context = GetDC(m_window);
+    EXPECT_EQ(GetDeviceCaps(context, LOGPIXELSY), 96);
+    EXPECT_EQ(GetDeviceCaps(context, HORZRES), 320);
+    ReleaseDC(m_window, context);
+}
+
+TEST_F(DeviceScreen, ItsPictureOutlivesItsWindow)
+{
+    const ScratchDevice device;
+    const std::string path = device.UserDirectory() + "/shot.png";
+    EXPECT_TRUE(screen::SaveScreenshot(path));
+    const std::string shown = device.ReadFile("user/shot.png");
+    EXPECT_EQ(shown.substr(0, 4), "\x89PNG");
+    DestroyWindow(m_window);
+    EXPECT_EQ(screen::ScreenWindow(), nullptr);
+    EXPECT_TRUE(screen::SaveScreenshot(path));
+    EXPECT_EQ(device.ReadFile("user/shot.png"), shown);
+    EXPECT_FALSE(screen::SaveScreenshot("Z:\\no\\such\\folder\\shot.png"));
+}
+
+} // namespace

@@ -261,7 +261,7 @@ TEST(PtrListCtrlProperty, RandomOperationsGiveThePlainListsAnswers)
 // Enough items for several doubles and halves of the capacity.
 TEST(PtrArrayCtrlProperty, RandomOperationsGiveThePlainArraysAnswersAndCapacity)
 {
-    TakeRandomSteps<ArrayRules>(3000);
+    TakeRandomSteps<ArrayRules>(1200);
 }
 
 } // namespace

@@ -38,6 +38,10 @@ def make_tones(path, tones):
     wav.unlink()
 
 
+def under_wine(program):
+    return [UNDER_WINE, program]
+
+
 class Stage:
     def __init__(self):
         self.root = pathlib.Path(tempfile.mkdtemp(prefix="cardsong-stage-"))
@@ -108,7 +112,7 @@ class Stage:
         """`program` may be a Windows program."""
         command = [program]
         if program.suffix == ".exe":
-            command = [UNDER_WINE, program]
+            command = under_wine(program)
             subprocess.run([UNDER_WINE, "cmd", "/c", "exit"], env=self.environment, check=True)  # makes the prefix
         return self.start([*command, "--device", self.root / "device", "--card", self.root / "card", "--fill", "--scale",
                            "1", "--language", "en", *options], **popen)

@@ -115,7 +115,7 @@ HWND ScreenWindow()
 
 void AdoptScreenWindow(HWND window)
 {
-    LONG_PTR style = GetWindowLongPtrW(window, GWL_STYLE);
+    LONG_PTR style = GetWindowLongPtrW(window, GWL_STYLE) | static_cast<LONG_PTR>(kDeviceStyle);
     if (g_frame == Frame::Window)
         style = (style & ~static_cast<LONG_PTR>(WS_POPUP)) | kCaption;
     SetWindowLongPtrW(window, GWL_STYLE, style);

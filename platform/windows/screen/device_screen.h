@@ -17,6 +17,9 @@ struct ScreenOptions {
     int scale = 0; // 0: as large as fits the desktop comfortably
 };
 
+// Styles that every window of a device has unasked: no window draws over its children or over those above it.
+constexpr DWORD kDeviceStyle = WS_CLIPCHILDREN | WS_CLIPSIBLINGS;
+
 // Call it before the player makes its first window.
 void SetUpScreen(const ScreenOptions& options);
 bool IsSetUp();

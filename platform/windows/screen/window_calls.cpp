@@ -48,6 +48,8 @@ ATOM RegisterClassW(const WNDCLASSW* windowClass)
 HWND CreateWindowExW(DWORD exStyle, LPCWSTR className, LPCWSTR text, DWORD style, int x, int y, int widthPx,
                      int heightPx, HWND parent, HMENU menuOrId, HINSTANCE instance, LPVOID parameter)
 {
+    if (IsSetUp())
+        style |= kDeviceStyle;
     if (IsSetUp() && x != CW_USEDEFAULT && widthPx != CW_USEDEFAULT) {
         const RECT place = PlaceOf((style & WS_CHILD) != 0, x, y, widthPx, heightPx);
         x = place.left;

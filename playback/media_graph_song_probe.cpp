@@ -156,7 +156,8 @@ bool HoldsMpegFrame(Bytes bytes, bool isWhole)
         if (frameBytes == 0)
             continue;
         const std::size_t next = at + frameBytes;
-        if (next + kHeaderBytes > bytes.size() ? isWhole : FollowsOn(header, WordAt(bytes, next)))
+        if (next + kHeaderBytes > bytes.size() ? isWhole && next <= bytes.size()
+                                               : FollowsOn(header, WordAt(bytes, next)))
             return true;
     }
     return false;

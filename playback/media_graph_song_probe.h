@@ -17,7 +17,7 @@ enum class SongKind { None, Mpeg, Asf };
 SongKind LookAtSong(const std::filesystem::path& hostPath);
 
 // Whether an MPEG audio frame (ISO/IEC 11172-3, 13818-3, any layer) that another one follows begins in `bytes`.
-// `isWhole`: nothing comes after them, so the last frame needs no follower.
+// `isWhole`: nothing comes after them, so the last frame needs no follower, but has to be whole itself.
 bool HoldsMpegFrame(std::span<const unsigned char> bytes, bool isWhole);
 
 } // namespace cardsong::playback

@@ -1,6 +1,8 @@
 // What is taken for MPEG audio before the engine sees it.
 #include "playback/media_graph_song_probe.h"
 
+#include "tests/platform/scratch_device.h"
+
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -8,6 +10,8 @@
 #include <vector>
 
 using cardsong::playback::HoldsMpegFrame;
+using cardsong::playback::LookAtSong;
+using cardsong::playback::SongKind;
 
 namespace {
 
@@ -74,6 +78,13 @@ TEST(SongProbe, LastFrameNeedsNoFollowerAtTheEndOfTheFile)
     EXPECT_FALSE(HoldsMpegFrame(lone, false));
 }
 
+TEST(SongProbe, LoneFrameHasToBeWhole)
+{
+    Bytes cut = FramesAt(0, kHeaders[0], 1);
+    cut.pop_back();
+    EXPECT_FALSE(HoldsMpegFrame(cut, true));
+}
+
 TEST(SongProbe, HeadersWithForbiddenFieldsAreNone)
 {
     const std::array<unsigned char, 4> forbidden[] = {
@@ -98,6 +109,98 @@ TEST(SongProbe, FewerBytesThanAHeaderAreNoSong)
     const Bytes header = { 0xFF, 0xFB, 0x90, 0x00 };
     for (std::size_t length = 0; length < header.size(); ++length)
         EXPECT_FALSE(HoldsMpegFrame(std::span(header).first(length), true));
+}
+
+// ---- files ----
+
+class SongFile : public testing::Test {
+protected:
+    SongKind Look(const std::string& bytes)
+    {
+        m_device.WriteFile("card/song", bytes);
+        return LookAtSong(m_device.CardDirectory() + "/song");
+    }
+    static std::string Sample(const std::string& name)
+    {
+        std::ifstream file(std::filesystem::path(CARDSONG_TEST_SONGS) / name, std::ios::binary);
+        return { std::istreambuf_iterator<char>(file), {} };
+    }
+
+    // Cuts the song down byte by byte.
+    void ExpectKnownFrom(std::size_t fewestBytes, const std::string& name, SongKind kind)
+    {
+        const std::filesystem::path file = m_device.CardDirectory() + "/song";
+        const std::string whole = Sample(name);
+        m_device.WriteFile("card/song", whole);
+        for (std::size_t length = whole.size(); length > 0; --length) {
+            std::filesystem::resize_file(file, length);
+            ASSERT_EQ(LookAtSong(file), length < fewestBytes ? SongKind::None : kind) << "cut to " << length;
+        }
+        EXPECT_EQ(Look(""), SongKind::None);
+    }
+
+    cardsong::test::ScratchDevice m_device;
+};
+
+// What stands where in short_tone.wma.
+constexpr std::size_t kWmaHeaderBytes = 494;
+constexpr std::size_t kWmaPacketSizeAt = 30 + 92; // in the file properties, the first object of the header
+constexpr std::size_t kWmaPacketBytes = 3200;
+constexpr std::size_t kWmaFirstPacketEnd = kWmaHeaderBytes + 50 + kWmaPacketBytes;
+
+TEST_F(SongFile, WmaSongHasAWholeHeaderAndAWholePacket)
+{
+    ExpectKnownFrom(kWmaFirstPacketEnd, "short_tone.wma", SongKind::Asf);
+}
+
+TEST_F(SongFile, WmaHeaderOfNoPossibleSizeIsNone)
+{
+    for (const char top : { '\x01', '\x7F', '\x80', '\xFF' }) {
+        std::string bytes = Sample("short_tone.wma");
+        bytes[23] = top;
+        EXPECT_EQ(Look(bytes), SongKind::None) << +top;
+    }
+    std::string empty = Sample("short_tone.wma");
+    empty.replace(16, 8, 8, '\0');
+    EXPECT_EQ(Look(empty), SongKind::None);
+}
+
+TEST_F(SongFile, WmaObjectsOfNoPossibleSizeEndTheSearchForThePacketSize)
+{
+    for (const char size : { '\0', '\x17', '\xFF' }) {
+        std::string bytes = Sample("short_tone.wma");
+        bytes[30] = 0; // the file properties are not known as such
+        bytes.replace(46, 8, 8, size);
+        EXPECT_EQ(Look(bytes), SongKind::None) << +size;
+    }
+}
+
+TEST_F(SongFile, WmaPacketsOfNoSizeAreNone)
+{
+    std::string bytes = Sample("short_tone.wma");
+    bytes.replace(kWmaPacketSizeAt, 4, 4, '\0');
+    EXPECT_EQ(Look(bytes), SongKind::None);
+    bytes.replace(kWmaPacketSizeAt, 4, 4, '\xFF');
+    EXPECT_EQ(Look(bytes), SongKind::None);
+}
+
+TEST_F(SongFile, WmaHeaderWithoutDataBehindItIsNone)
+{
+    std::string bytes = Sample("short_tone.wma");
+    bytes[kWmaHeaderBytes] = 0;
+    EXPECT_EQ(Look(bytes), SongKind::None);
+}
+
+TEST_F(SongFile, Mp3SongIsKnownFromItsFirstWholeFrame)
+{
+    constexpr std::size_t kFrameBytes = 182; // the one with the song's length: MPEG-2 layer III, 56 kb/s, 22.05 kHz
+    ExpectKnownFrom(kFrameBytes, "short_tone.mp3", SongKind::Mpeg);
+}
+
+TEST_F(SongFile, MissingFileAndFolderAreNone)
+{
+    EXPECT_EQ(LookAtSong(m_device.CardDirectory() + "/missing"), SongKind::None);
+    EXPECT_EQ(LookAtSong(m_device.CardDirectory()), SongKind::None);
 }
 
 } // namespace

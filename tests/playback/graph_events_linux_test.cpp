@@ -2,6 +2,7 @@
 #include "playback/media_graph_gstreamer_events.h"
 
 #include "playback/media_graph.h"
+#include "tests/playback/notice_window.h"
 
 #include <gtest/gtest.h>
 
@@ -9,6 +10,7 @@
 
 using cardsong::playback::CueResult;
 using cardsong::playback::GraphEvents;
+using cardsong::test::NoticeWindow;
 
 namespace {
 
@@ -21,45 +23,6 @@ std::vector<long> TakeAll(GraphEvents& events)
         codes.push_back(code);
     return codes;
 }
-
-int g_notices = 0;
-
-LRESULT CALLBACK CountNotices(HWND window, UINT message, WPARAM wParam, LPARAM lParam)
-{
-    if (message == kGraphEventMessage && wParam == 0 && lParam == 0)
-        ++g_notices;
-    return DefWindowProcW(window, message, wParam, lParam);
-}
-
-class NoticeWindow {
-public:
-    NoticeWindow()
-    {
-        WNDCLASSW windowClass = {};
-        windowClass.lpfnWndProc = CountNotices;
-        windowClass.lpszClassName = TEXT("NoticeWindow");
-        RegisterClassW(&windowClass);
-        m_window = CreateWindowExW(0, TEXT("NoticeWindow"), nullptr, WS_POPUP, 0, 0, 10, 10, nullptr, nullptr, nullptr,
-                                   nullptr);
-        g_notices = 0;
-    }
-    ~NoticeWindow()
-    {
-        DestroyWindow(m_window);
-        UnregisterClassW(TEXT("NoticeWindow"), nullptr);
-    }
-    HWND Handle() const { return m_window; }
-    int Notices() const
-    {
-        MSG message;
-        while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE))
-            DispatchMessageW(&message);
-        return g_notices;
-    }
-
-private:
-    HWND m_window = nullptr;
-};
 
 TEST(GraphEvents, EndIsReportedOnce)
 {
@@ -150,7 +113,7 @@ TEST(GraphEvents, CueAnewForgetsABreakButASeekDoesNot)
 
 TEST(GraphEvents, BreakPostsOneNotice)
 {
-    NoticeWindow window;
+    const NoticeWindow window;
     GraphEvents events;
     events.SetWindow(window.Handle());
     events.SetRunning(true);
@@ -160,7 +123,7 @@ TEST(GraphEvents, BreakPostsOneNotice)
 
 TEST(GraphEvents, EventThatWaitsIsAnnouncedToANewWindow)
 {
-    NoticeWindow window;
+    const NoticeWindow window;
     GraphEvents events;
     events.OnEnd(events.Play());
     EXPECT_EQ(window.Notices(), 0);
@@ -170,7 +133,7 @@ TEST(GraphEvents, EventThatWaitsIsAnnouncedToANewWindow)
 
 TEST(GraphEvents, NothingIsPostedWithoutAWindow)
 {
-    NoticeWindow window;
+    const NoticeWindow window;
     GraphEvents events;
     events.SetWindow(window.Handle());
     events.SetWindow(nullptr);

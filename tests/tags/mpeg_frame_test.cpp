@@ -132,9 +132,12 @@ TEST(MpegFrame, SampleRatesGoByVersionAndIndex)
 
 TEST(MpegFrame, ReservedRatesAndVersionsAreRefused)
 {
-    EXPECT_EQ(Result(kPlain | 3u << 10), -20);
-    EXPECT_EQ(Result(With(kPlain, kVersionMask, 1u << 19)), -20);
-    EXPECT_EQ(Result(With(kPlain, kVersionMask | 3u << 10, 1u << 19 | 1u << 10)), -20);
+    for (std::uint32_t version = 0; version < 4; ++version) {
+        for (std::uint32_t index = 0; index < 4; ++index) {
+            const std::uint32_t header = With(kPlain, kVersionMask | 3u << 10, version << 19 | index << 10);
+            EXPECT_EQ(Result(header), version == 1 || index == 3 ? -20 : 0) << version << ' ' << index;
+        }
+    }
 }
 
 TEST(MpegFrame, OtherLayersAreRefused)

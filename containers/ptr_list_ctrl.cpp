@@ -42,7 +42,7 @@ std::int32_t CPtrListCtrl::Add(void* item, std::int32_t pos) noexcept
 {
     if (pos < 0 || pos > m_count)
         pos = m_count;
-    Node* before = SearchToPos(pos - 1);
+    Node* before = pos == m_count ? m_tail : SearchToPos(pos - 1);
     if (before == nullptr)
         before = m_head;
     Node* node = new Node{ item, before->next, before };

@@ -17,7 +17,7 @@ inline constexpr unsigned kGbFreeRows = 6; // 0xAA to 0xAF hold nothing in GB231
 inline constexpr unsigned kGbRows = 0xFE - kFirstDoubleByteLead + 1 - kGbFreeRows;
 inline constexpr unsigned kGbColumns = 0xFE - kFirstGbTrail + 1;
 
-// One row per lead byte, one column per trail byte. The low 8 bits of an entry are its lead byte, the high 8 its trail
-// byte. A code without a counterpart has the white square: 0xA1F5 in GB2312, 0xA1BC in Big5.
-extern const std::uint16_t kBig5ToGb[kBig5Rows][kBig5Columns];
-extern const std::uint16_t kGbToBig5[kGbRows][kGbColumns];
+// Row by row, one for each lead byte, with a column for each trail byte. The low 8 bits of an entry are its lead byte,
+// the high 8 its trail byte. A code without a counterpart has the white square: 0xA1F5 in GB2312, 0xA1BC in Big5.
+extern const std::uint16_t kBig5ToGb[kBig5Rows * kBig5Columns];
+extern const std::uint16_t kGbToBig5[kGbRows * kGbColumns];

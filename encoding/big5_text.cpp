@@ -4,65 +4,79 @@
 
 namespace {
 
-constexpr unsigned Entry(unsigned lead, unsigned trail)
-{
-    return lead | trail << 8;
-}
+// The codes of one set in the order of its table.
+struct Big5 {
+    static constexpr unsigned kFirstTrail = kFirstBig5Trail;
+    static constexpr unsigned kCodes = kBig5Rows * kBig5Columns;
+    static constexpr const std::uint16_t* kCounterparts = kBig5ToGb;
 
-// A trail byte of 0xFF stands one column behind its row: it reads the next row's first.
-template <unsigned rows, unsigned columns>
-unsigned At(const std::uint16_t (&table)[rows][columns], unsigned row, unsigned column)
-{
-    return table[row + column / columns][column % columns];
-}
-
-unsigned GbForBig5(unsigned lead, unsigned trail)
-{
-    if (lead > kLastBig5Lead || (lead == kLastBig5Lead && trail == 0xFF))
-        return Entry(lead, trail);
-    return At(kBig5ToGb, lead - kFirstDoubleByteLead, trail - kFirstBig5Trail);
-}
+    static unsigned Index(unsigned lead, unsigned trail)
+    {
+        return (lead - kFirstDoubleByteLead) * kBig5Columns + trail - kFirstTrail;
+    }
+};
 
 // The free lead bytes 0xAA to 0xAF fall on the rows of 0xB0 to 0xB5, which stand in their place.
-unsigned Big5ForGb(unsigned lead, unsigned trail)
+struct Gb2312 {
+    static constexpr unsigned kFirstTrail = kFirstGbTrail;
+    static constexpr unsigned kCodes = (kLastGbLead - kFirstDoubleByteLead + 1 - kGbFreeRows) * kGbColumns;
+    static constexpr const std::uint16_t* kCounterparts = kGbToBig5;
+
+    static unsigned Index(unsigned lead, unsigned trail)
+    {
+        const unsigned skipped = lead >= 0xB0 ? kGbFreeRows : 0;
+        return (lead - kFirstDoubleByteLead - skipped) * kGbColumns + trail - kFirstTrail;
+    }
+};
+
+// A trail byte of 0xFF stands one column behind its row and reads the next row's first; what stands behind the last row
+// stays as it is.
+template <typename Set>
+unsigned Converted(unsigned lead, unsigned trail)
 {
-    if (lead > kLastGbLead)
-        return Entry(lead, trail);
-    const unsigned skipped = lead >= 0xB0 ? kGbFreeRows : 0;
-    return At(kGbToBig5, lead - kFirstDoubleByteLead - skipped, trail - kFirstGbTrail);
+    const unsigned index = Set::Index(lead, trail);
+    return index < Set::kCodes ? Set::kCounterparts[index] : lead | trail << 8;
 }
 
-// Reads a pair before it writes one, so that a text can be converted in its place. A lead byte at the end finds the
-// terminating zero for its trail byte, which is below every other.
-template <unsigned firstTrail, unsigned (*entryOf)(unsigned, unsigned)>
+unsigned Byte(const char* at)
+{
+    return static_cast<unsigned char>(*at);
+}
+
+// One loop for a run of pairs and one for a run of single bytes: text is made of runs. What comes next is read before a
+// pair is written, so that a text can be converted in its place; a lead byte at the end finds the terminating zero for
+// its trail byte, which is below every other.
+template <typename Set>
 void Convert(const char* source, char* destination)
 {
     if (source == nullptr || destination == nullptr)
         return;
-    while (*source != 0) {
-        const auto lead = static_cast<unsigned char>(source[0]);
-        const auto trail = static_cast<unsigned char>(source[1]);
-        if (lead < kFirstDoubleByteLead || trail < firstTrail) {
-            *destination++ = *source++;
-            continue;
+    unsigned lead = Byte(source);
+    for (;;) {
+        while (lead >= kFirstDoubleByteLead && Byte(source + 1) >= Set::kFirstTrail) {
+            const unsigned pair = Converted<Set>(lead, Byte(source + 1));
+            source += 2;
+            lead = Byte(source);
+            *destination++ = static_cast<char>(pair);
+            *destination++ = static_cast<char>(pair >> 8);
         }
-        const unsigned entry = entryOf(lead, trail);
-        destination[0] = static_cast<char>(entry);
-        destination[1] = static_cast<char>(entry >> 8);
-        source += 2;
-        destination += 2;
+        do {
+            *destination++ = static_cast<char>(lead);
+            if (lead == 0)
+                return;
+            lead = Byte(++source);
+        } while (lead < kFirstDoubleByteLead);
     }
-    *destination = 0;
 }
 
 } // namespace
 
 void Big5ToGb(const char* source, char* destination)
 {
-    Convert<kFirstBig5Trail, GbForBig5>(source, destination);
+    Convert<Big5>(source, destination);
 }
 
 void GbToBig5(const char* source, char* destination)
 {
-    Convert<kFirstGbTrail, Big5ForGb>(source, destination);
+    Convert<Gb2312>(source, destination);
 }

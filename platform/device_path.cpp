@@ -1,11 +1,23 @@
 #include "platform/device_path.h"
 
+#include <algorithm>
+
 namespace cardsong::kernel {
 namespace {
 
 constexpr bool IsLetter(WCHAR unit)
 {
     return (unit >= 'A' && unit <= 'Z') || (unit >= 'a' && unit <= 'z');
+}
+
+constexpr bool IsForeign(WCHAR unit)
+{
+    return unit < 0x20 || WStringView(TEXT("<>:\"/\\|?*")).find(unit) != WStringView::npos;
+}
+
+WStringView WithoutEnd(WStringView name)
+{
+    return name.substr(0, name.find_last_not_of(TEXT(". ")) + 1);
 }
 
 } // namespace
@@ -16,6 +28,17 @@ DevicePath DevicePath::Parent() const
     if (!parent.names.empty())
         parent.names.pop_back();
     return parent;
+}
+
+DevicePath DevicePath::Trimmed() const
+{
+    DevicePath trimmed = *this;
+    for (WString& name : trimmed.names) {
+        const auto units = WithoutEnd(name).size();
+        if (units != 0)
+            name.resize(units);
+    }
+    return trimmed;
 }
 
 DevicePath ParseDevicePath(WStringView text)
@@ -34,6 +57,17 @@ DevicePath ParseDevicePath(WStringView text)
         }
     }
     return path;
+}
+
+bool IsFileName(WStringView name)
+{
+    return !WithoutEnd(name).empty() && std::none_of(name.begin(), name.end(), IsForeign);
+}
+
+bool HasForeignName(const DevicePath& path)
+{
+    return std::any_of(path.names.begin(), path.names.end(),
+                       [](const WString& name) { return std::any_of(name.begin(), name.end(), IsForeign); });
 }
 
 bool IsDeviceName(WStringView name)

@@ -15,8 +15,16 @@ struct DevicePath {
 
     bool IsRoot() const { return names.empty(); }
     DevicePath Parent() const;
+    // With every name as a file system keeps it: without the dots and blanks at its end. A name of nothing else stays.
+    DevicePath Trimmed() const;
 };
 DevicePath ParseDevicePath(WStringView text);
+
+// Whether a file can be made by this name: no separator, wildcard, colon or control character, and more than dots and
+// blanks.
+bool IsFileName(WStringView name);
+// Whether some name of the path holds a character that no file can be made with.
+bool HasForeignName(const DevicePath& path);
 
 // Whether `name` names a stream driver: three letters, a digit and a colon ("DSK3:").
 bool IsDeviceName(WStringView name);

@@ -12,12 +12,15 @@
 #include <cwchar>
 
 #include "platform/windows/kernel/device_calls.h"
+#include "platform/windows/screen/window_calls.h"
 
 // The rooms behind the seam call the system itself.
 #ifndef CARDSONG_BEHIND_THE_SEAM
 #define CreateFileW cardsong::device::CreateFileW
 #define DeviceIoControl cardsong::device::DeviceIoControl
 #define FindFirstFileW cardsong::device::FindFirstFileW
+#define FindNextFileW cardsong::device::FindNextFileW
+#define FindClose cardsong::device::FindClose
 #define GetFileAttributesW cardsong::device::GetFileAttributesW
 #define GetFileAttributesExW cardsong::device::GetFileAttributesExW
 #define DeleteFileW cardsong::device::DeleteFileW
@@ -28,6 +31,30 @@
 #define GetUserDefaultUILanguage cardsong::device::GetUserDefaultUILanguage
 #define RegOpenKeyExW cardsong::device::RegOpenKeyExW
 #define RegCreateKeyExW cardsong::device::RegCreateKeyExW
+#define RegQueryValueExW cardsong::device::RegQueryValueExW
+#define RegSetValueExW cardsong::device::RegSetValueExW
+
+#define RegisterClassW cardsong::device::RegisterClassW
+#define CreateWindowExW cardsong::device::CreateWindowExW
+#define CreateDialogIndirectParamW cardsong::device::CreateDialogIndirectParamW
+#define SetWindowLongPtrW cardsong::device::SetWindowLongPtrW
+#define ShowWindow cardsong::device::ShowWindow
+#define SetForegroundWindow cardsong::device::SetForegroundWindow
+#define MoveWindow cardsong::device::MoveWindow
+#define SetWindowPos cardsong::device::SetWindowPos
+#define GetWindowRect cardsong::device::GetWindowRect
+#define GetClientRect cardsong::device::GetClientRect
+#define ClientToScreen cardsong::device::ClientToScreen
+#define ScreenToClient cardsong::device::ScreenToClient
+#define GetDC cardsong::device::GetDC
+#define BeginPaint cardsong::device::BeginPaint
+#define InvalidateRect cardsong::device::InvalidateRect
+#define ValidateRect cardsong::device::ValidateRect
+#define GetUpdateRect cardsong::device::GetUpdateRect
+#define GetDeviceCaps cardsong::device::GetDeviceCaps
+#define CreateFontIndirectW cardsong::device::CreateFontIndirectW
+#define GetMessageW cardsong::device::GetMessageW
+#define PeekMessageW cardsong::device::PeekMessageW
 #endif
 
 // Windows CE's entry takes a wide command line; the host room calls it.

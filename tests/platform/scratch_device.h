@@ -36,7 +36,7 @@ public:
 #endif
         kernel::InstallDeviceTree(m_before);
         std::error_code ignored;
-        std::filesystem::remove_all(m_root, ignored);
+        std::filesystem::remove_all(InEveryName(m_root), ignored);
     }
     ScratchDevice(const ScratchDevice&) = delete;
     ScratchDevice& operator=(const ScratchDevice&) = delete;
@@ -81,6 +81,15 @@ public:
     }
 
 private:
+    // The root in the form in which names such as "NUL", and long paths, are reached too.
+    static std::filesystem::path InEveryName(const std::filesystem::path& root)
+    {
+#ifdef _WIN32
+        return L"\\\\?\\" + root.wstring();
+#else
+        return root;
+#endif
+    }
     static std::filesystem::path FreshFolder()
     {
         static std::atomic<unsigned> s_count = 0;

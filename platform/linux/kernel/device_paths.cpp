@@ -50,12 +50,14 @@ Layers LayersOf(const DevicePath& path)
             layers.layers.push_back({ tree.cardDirectory });
         layers.names = names.subspan(1);
     } else if (!names.empty() && EqualIgnoringCase(names[0], kWindows)) {
-        layers.layers.push_back({ tree.userDirectory + "/Windows" });
+        if (!tree.userDirectory.empty())
+            layers.layers.push_back({ tree.userDirectory + "/Windows" });
         if (!tree.systemDirectory.empty())
             layers.layers.push_back({ tree.systemDirectory + "/Windows", true });
         layers.names = names.subspan(1);
     } else {
-        layers.layers.push_back({ tree.userDirectory });
+        if (!tree.userDirectory.empty())
+            layers.layers.push_back({ tree.userDirectory });
         layers.names = names;
     }
     return layers;
@@ -141,7 +143,7 @@ std::string WritableFolder(const DevicePath& folder, DWORD& error)
     }
     const auto found = FindOnHost(folder);
     if (!found.Found() || !IsFolder(found.hostPath)) {
-        error = ERROR_PATH_NOT_FOUND;
+        error = found.error == ERROR_INVALID_NAME ? ERROR_INVALID_NAME : ERROR_PATH_NOT_FOUND;
         return {};
     }
     if (!found.isInstalled)
@@ -151,23 +153,8 @@ std::string WritableFolder(const DevicePath& folder, DWORD& error)
     return place;
 }
 
-bool CanBeMade(std::u16string_view name)
-{
-    for (const char16_t unit : name) {
-        if (unit < 0x20 || std::u16string_view(u"<>:\"|?*").find(unit) != std::u16string_view::npos)
-            return false;
-    }
-    return HostNameFromDevice(name).has_value();
-}
-
-} // namespace
-
-bool IsVolumeRoot(const DevicePath& path)
-{
-    return path.IsRoot() || (path.names.size() == 1 && EqualIgnoringCase(path.names[0], kCard));
-}
-
-LookUp FindOnHost(const DevicePath& path)
+// With the names as they are written.
+LookUp FindExactly(const DevicePath& path)
 {
     const auto layers = LayersOf(path);
     LookUp result;
@@ -179,24 +166,10 @@ LookUp FindOnHost(const DevicePath& path)
         if (found.error == ERROR_FILE_NOT_FOUND)
             result.error = ERROR_FILE_NOT_FOUND;
     }
-    if (!path.IsRoot() && IsMadeAsNeeded(path.Parent()))
-        result.error = ERROR_FILE_NOT_FOUND; // the folder above counts as there even while nothing has made it
     return result;
 }
 
-std::string PlaceForNew(const DevicePath& path, DWORD& error)
-{
-    if (path.IsRoot() || !CanBeMade(path.names.back())) {
-        error = ERROR_INVALID_NAME;
-        return {};
-    }
-    auto folder = WritableFolder(path.Parent(), error);
-    if (folder.empty())
-        return {};
-    return folder + '/' + HostNameFromDevice(path.names.back()).value_or(std::string());
-}
-
-std::vector<std::string> HostFoldersOf(const DevicePath& path)
+std::vector<std::string> HostFoldersExactly(const DevicePath& path)
 {
     const auto layers = LayersOf(path);
     std::vector<std::string> folders;
@@ -206,6 +179,57 @@ std::vector<std::string> HostFoldersOf(const DevicePath& path)
             folders.push_back(found.hostPath);
     }
     return folders;
+}
+
+bool IsCard(const DevicePath& path)
+{
+    return path.names.size() == 1 && EqualIgnoringCase(path.names[0], kCard);
+}
+
+} // namespace
+
+bool IsVolumeRoot(const DevicePath& path)
+{
+    return path.IsRoot() || IsCard(path);
+}
+
+LookUp FindOnHost(const DevicePath& path)
+{
+    auto result = FindExactly(path);
+    const auto trimmed = path.Trimmed();
+    if (!result.Found() && trimmed.names != path.names)
+        result = FindExactly(trimmed);
+    if (result.Found())
+        return result;
+    if (HasForeignName(path))
+        result.error = ERROR_INVALID_NAME;
+    else if (path.IsRoot() || IsMadeAsNeeded(path.Parent()))
+        result.error = ERROR_FILE_NOT_FOUND; // the folder above counts as there even while nothing has made it
+    return result;
+}
+
+std::string PlaceForNew(const DevicePath& path, DWORD& error)
+{
+    const auto name = path.IsRoot() ? std::u16string() : path.Trimmed().names.back();
+    const auto hostName = HostNameFromDevice(name);
+    if (!IsFileName(name) || !hostName) {
+        error = ERROR_INVALID_NAME;
+        return {};
+    }
+    if (IsCard(path) || CurrentDeviceTree().userDirectory.empty()) { // a card is put in, not made
+        error = ERROR_PATH_NOT_FOUND;
+        return {};
+    }
+    auto folder = WritableFolder(path.Parent(), error);
+    if (folder.empty())
+        return {};
+    return folder + '/' + *hostName;
+}
+
+std::vector<std::string> HostFoldersOf(const DevicePath& path)
+{
+    auto folders = HostFoldersExactly(path);
+    return folders.empty() ? HostFoldersExactly(path.Trimmed()) : folders;
 }
 
 std::vector<std::u16string> MountedNames()

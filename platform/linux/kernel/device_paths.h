@@ -13,12 +13,15 @@ namespace cardsong::kernel {
 bool IsVolumeRoot(const DevicePath& path);
 
 struct LookUp {
-    DWORD error = ERROR_SUCCESS; // ERROR_FILE_NOT_FOUND: the folder exists, the name does not; ERROR_PATH_NOT_FOUND
+    // ERROR_FILE_NOT_FOUND: the folder exists, the name does not; ERROR_PATH_NOT_FOUND; ERROR_INVALID_NAME: no file
+    // has such a name.
+    DWORD error = ERROR_SUCCESS;
     std::string hostPath;        // of what was found
     bool isInstalled = false;    // found in the installed tree, which is never written
 
     bool Found() const { return error == ERROR_SUCCESS; }
 };
+// By the names as they are written, else by the names without the dots and blanks at their ends.
 LookUp FindOnHost(const DevicePath& path);
 
 // The host path at which a file or folder named by `path` is made; the folder above it is made in the user's tree when

@@ -27,8 +27,9 @@ const DeviceTree& CurrentDeviceTree()
 
 std::optional<std::string> FindHostPath(std::u16string_view devicePath)
 {
-    auto found = FindOnHost(ParseDevicePath(devicePath));
-    if (!found.Found())
+    const auto path = ParseDevicePath(devicePath);
+    auto found = FindOnHost(path);
+    if (devicePath.empty() || !found.Found() || (path.endsInSeparator && HostFoldersOf(path).empty()))
         return std::nullopt;
     return std::move(found.hostPath);
 }

@@ -118,13 +118,12 @@ OpenedFile OpenDeviceFile(std::u16string_view devicePath, DWORD access, DWORD di
         return Failure(ERROR_FILE_EXISTS);
     if (found.Found() && !path.endsInSeparator)
         return OpenExisting(path, found, access, disposition == CREATE_ALWAYS || disposition == TRUNCATE_EXISTING);
-    if (path.endsInSeparator)
-        return Failure(found.Found() ? ERROR_ACCESS_DENIED : ERROR_PATH_NOT_FOUND);
     const bool creates = disposition != OPEN_EXISTING && disposition != TRUNCATE_EXISTING;
-    if (creates)
-        return CreateFresh(path, access, attributes);
-    const bool hasWildcard = path.names.back().find_first_of(u"*?\"<>|") != std::u16string::npos;
-    return Failure(hasWildcard ? ERROR_INVALID_NAME : found.error);
+    if (path.endsInSeparator) {
+        const bool isFolder = found.Found() && !HostFoldersOf(path).empty();
+        return Failure(isFolder ? ERROR_ACCESS_DENIED : found.Found() || creates ? ERROR_INVALID_NAME : found.error);
+    }
+    return creates ? CreateFresh(path, access, attributes) : Failure(found.error);
 }
 
 } // namespace cardsong::kernel

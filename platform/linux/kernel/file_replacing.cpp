@@ -1,6 +1,6 @@
 // One file in the place of another, in one step.
 #include "platform/linux/kernel/device_paths.h"
-#include "platform/linux/kernel/host_files.h"
+#include "platform/linux/kernel/open_files.h"
 
 #include <cerrno>
 #include <cstdio>
@@ -26,7 +26,7 @@ std::string PlaceOfTarget(const DevicePath& target, DWORD& error)
     const auto found = FindOnHost(target);
     if (found.Found() && !found.isInstalled) {
         const auto facts = ReadHostFacts(found.hostPath);
-        if (facts && !facts->IsFolder() && (facts->attributes & FILE_ATTRIBUTE_READONLY) == 0)
+        if (facts && !facts->IsFolder() && (facts->attributes & FILE_ATTRIBUTE_READONLY) == 0 && !IsOpen(*facts))
             return found.hostPath;
         error = ERROR_ACCESS_DENIED;
         return {};
@@ -42,6 +42,10 @@ DWORD ReplaceFile(const DevicePath& target, const DevicePath& source)
     const auto facts = ReadHostFacts(from.hostPath);
     if (from.isInstalled || !facts || facts->IsFolder())
         return ERROR_ACCESS_DENIED;
+    if (source.endsInSeparator || target.endsInSeparator)
+        return ERROR_INVALID_NAME;
+    if (IsOpen(*facts))
+        return ERROR_SHARING_VIOLATION;
     DWORD error = ERROR_PATH_NOT_FOUND;
     const auto to = PlaceOfTarget(target, error);
     if (to.empty())

@@ -1,6 +1,6 @@
 // Finding files: the listing of a folder, the user's entries laid over the installed ones.
+#include "platform/file_patterns.h"
 #include "platform/linux/kernel/device_paths.h"
-#include "platform/linux/kernel/file_patterns.h"
 #include "platform/linux/kernel/handles.h"
 #include "platform/linux/kernel/host_files.h"
 #include "platform/linux/kernel/host_names.h"
@@ -155,20 +155,14 @@ std::vector<std::string> ChainOf(DevicePath path)
 
 // One file or folder by its name, or a folder with a separator at the end: such a path answers with the folder itself,
 // on an empty card too. That is how the device's programs ask for a card ("SDMMC\"), though elsewhere it finds nothing.
-std::vector<Entry> FindOne(DevicePath path, DWORD& error)
+std::vector<Entry> FindOne(const DevicePath& path, DWORD& error)
 {
     if (path.IsRoot())
         return {};
     auto found = FindOnHost(path);
-    auto& name = path.names.back();
-    const auto blanks = name.size() - 1 - name.find_last_not_of(u' ');
-    if (!found.Found() && blanks != 0 && blanks < name.size()) {
-        name.resize(name.size() - blanks);
-        found = FindOnHost(path);
-    }
     const bool isMounted = IsVolumeRoot(path);
     if (found.Found() && path.endsInSeparator && HostFoldersOf(path).empty())
-        found.error = ERROR_PATH_NOT_FOUND; // a file is no folder
+        found.error = ERROR_FILE_NOT_FOUND; // a file is no folder
     if (!found.Found()) {
         error = found.error;
         return {};
@@ -195,7 +189,7 @@ HANDLE FindFirstFileW(LPCWSTR pattern, WIN32_FIND_DATAW* data)
         const auto folder = path.Parent();
         const auto hostFolders = HostFoldersOf(folder);
         if (hostFolders.empty() && !folder.IsRoot())
-            error = ERROR_PATH_NOT_FOUND;
+            error = HasForeignName(folder) ? ERROR_INVALID_NAME : ERROR_PATH_NOT_FOUND;
         entries = ListFolder(folder, hostFolders, PreparePattern(path.names.back()));
         chain = ChainOf(folder);
     } else {

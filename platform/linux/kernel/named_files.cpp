@@ -30,17 +30,23 @@ std::optional<HostFacts> FactsOf(LPCWSTR name)
     }
     const auto found = FindOnHost(path);
     auto facts = found.Found() ? ReadHostFacts(found.hostPath) : std::nullopt;
-    const bool hasWildcard = text.find_first_of(u"*?\"<>|") != std::u16string_view::npos;
-    if (!facts)
-        SetLastError(found.Found() ? ERROR_ACCESS_DENIED : hasWildcard ? ERROR_INVALID_NAME : found.error);
+    if (!facts) {
+        SetLastError(found.Found() ? ERROR_ACCESS_DENIED : found.error);
+    } else if (path.endsInSeparator && !facts->IsFolder()) {
+        SetLastError(ERROR_PATH_NOT_FOUND);
+        return std::nullopt;
+    }
     return facts;
 }
 
-DWORD DeleteHostFile(const LookUp& found)
+DWORD DeleteHostFile(const DevicePath& path)
 {
+    const auto found = FindOnHost(path);
     if (!found.Found())
         return found.error;
     const auto facts = ReadHostFacts(found.hostPath);
+    if (path.endsInSeparator && facts && !facts->IsFolder())
+        return ERROR_INVALID_NAME;
     if (!facts || facts->IsFolder() || found.isInstalled || (facts->attributes & FILE_ATTRIBUTE_READONLY) != 0)
         return ERROR_ACCESS_DENIED;
     if (IsOpen(*facts))
@@ -101,7 +107,7 @@ BOOL DeleteFileW(LPCWSTR name)
 {
     if (!name || !*name)
         return Fail(ERROR_PATH_NOT_FOUND);
-    const auto error = DeleteHostFile(FindOnHost(ParseDevicePath(name)));
+    const auto error = DeleteHostFile(ParseDevicePath(name));
     return error == ERROR_SUCCESS ? TRUE : Fail(error);
 }
 

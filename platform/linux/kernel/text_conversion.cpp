@@ -54,9 +54,7 @@ int WideCharToMultiByte(UINT codePage, DWORD, LPCWSTR source, int sourceUnits, L
                         LPCSTR defaultChar, BOOL* usedDefault)
 {
     codePage = Resolve(codePage);
-    const bool asksForDefault = defaultChar || usedDefault;
-    if (!source || sourceUnits == 0 || targetBytes < 0 || (!target && targetBytes != 0) || !IsKnownCodePage(codePage) ||
-        (codePage == CP_UTF8 && asksForDefault))
+    if (!source || sourceUnits == 0 || targetBytes < 0 || (!target && targetBytes != 0) || !IsKnownCodePage(codePage))
         return Fail(ERROR_INVALID_PARAMETER);
     const auto length = sourceUnits < 0 ? wcslen(source) + 1 : static_cast<std::size_t>(sourceUnits);
     bool isClean = true;

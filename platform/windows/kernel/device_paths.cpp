@@ -1,148 +1,173 @@
 #include "platform/windows/kernel/device_paths.h"
 
-#include "platform/windows/kernel/utf8.h"
-
-#include <span>
+#include "platform/windows/kernel/host_paths.h"
 
 namespace cardsong::kernel {
 namespace {
 
 using Names = std::span<const WString>;
 
-// Longer paths reach the system only in its extended form.
-constexpr std::size_t kPlainPathUnits = 240;
-
 bool IsSameName(const WString& name, const wchar_t* other)
 {
     return CompareStringOrdinal(name.c_str(), -1, other, -1, TRUE) == CSTR_EQUAL;
 }
 
-bool Exists(const HostPath& path)
+bool StartsWith(const DevicePath& path, const wchar_t* folder)
 {
-    return ::GetFileAttributesW(path.c_str()) != INVALID_FILE_ATTRIBUTES;
+    return !path.IsRoot() && IsSameName(path.names[0], folder);
 }
 
-HostPath HostFolder(const std::string& utf8)
+// The path below a folder of the device tree's record; empty when there is no such folder.
+HostPath BelowRecorded(const std::string& folder, Names names)
 {
-    HostPath path = Utf16FromUtf8(utf8);
-    for (wchar_t& unit : path) {
-        if (unit == L'/')
-            unit = L'\\';
-    }
-    return path;
-}
-
-HostPath Below(HostPath path, Names names)
-{
-    for (const WString& name : names) {
-        path += L'\\';
-        path += name;
-    }
-    if (path.size() > kPlainPathUnits && !path.starts_with(L"\\\\"))
-        path.insert(0, L"\\\\?\\");
-    return path;
+    const HostPath hostFolder = HostFolder(folder);
+    return hostFolder.empty() ? HostPath() : Below(hostFolder, names);
 }
 
 HostPath Installed(const DevicePath& path)
 {
-    const std::string& system = CurrentDeviceTree().systemDirectory;
-    const bool isCovered = !system.empty() && !path.IsRoot() && IsSameName(path.names[0], L"Windows");
-    return isCovered ? Below(HostFolder(system), path.names) : HostPath();
+    return StartsWith(path, L"Windows") ? BelowRecorded(CurrentDeviceTree().systemDirectory, path.names) : HostPath();
 }
 
-// In the user's tree or on the card; empty without a card.
+// In the user's tree or on the card.
 HostPath OwnPlace(const DevicePath& path)
 {
     const DeviceTree& tree = CurrentDeviceTree();
-    if (path.IsRoot() || !IsSameName(path.names[0], L"SDMMC"))
-        return Below(HostFolder(tree.userDirectory), path.names);
-    if (tree.cardDirectory.empty())
-        return {};
-    return Below(HostFolder(tree.cardDirectory), Names(path.names).subspan(1));
-}
-
-// A colon would name a drive or a stream of a file, neither of which a device has.
-bool HasForeignName(const DevicePath& path)
-{
-    for (const WString& name : path.names) {
-        if (name.find(L':') != WString::npos)
-            return true;
-    }
-    return false;
-}
-
-HostPlace Fail(DWORD error)
-{
-    return { error, {}, false };
-}
-
-HostPlace Locate(LPCWSTR devicePath, DevicePath& path)
-{
-    if (devicePath == nullptr || *devicePath == L'\0')
-        return Fail(ERROR_PATH_NOT_FOUND);
-    path = ParseDevicePath(devicePath);
-    if (HasForeignName(path))
-        return Fail(ERROR_INVALID_NAME);
-    HostPlace place;
-    place.path = OwnPlace(path);
-    if (place.path.empty())
-        return Fail(path.names.size() == 1 ? ERROR_FILE_NOT_FOUND : ERROR_PATH_NOT_FOUND);
-    return place;
-}
-
-HostPlace Finish(HostPlace place, const DevicePath& path)
-{
-    if (place.error == ERROR_SUCCESS && path.endsInSeparator)
-        place.path += L'\\';
-    return place;
+    const Names names(path.names);
+    return StartsWith(path, L"SDMMC") ? BelowRecorded(tree.cardDirectory, names.subspan(1))
+                                      : BelowRecorded(tree.userDirectory, names);
 }
 
 bool IsAlwaysThere(const DevicePath& folder)
 {
-    return folder.IsRoot() || (folder.names.size() == 1 && (IsSameName(folder.names[0], L"Windows") ||
-                                                            IsSameName(folder.names[0], L"PocketStoreII")));
+    return folder.IsRoot() ||
+           (folder.names.size() == 1 && (StartsWith(folder, L"Windows") || StartsWith(folder, L"PocketStoreII")));
 }
 
-void MakeFolders(const HostPath& path)
+HostPlace Fail(DWORD error)
 {
-    for (auto end = path.find(L'\\', 3); end != HostPath::npos; end = path.find(L'\\', end + 1))
-        ::CreateDirectoryW(path.substr(0, end).c_str(), nullptr);
-    ::CreateDirectoryW(path.c_str(), nullptr); // a failure shows when the file is made
+    return { error, {}, false, false };
+}
+
+// With the names as they are written.
+HostPlace Find(const DevicePath& path)
+{
+    HostPlace place;
+    place.path = OwnPlace(path);
+    place.exists = !place.path.empty() && Exists(place.path);
+    HostPath installed = place.exists ? HostPath() : Installed(path);
+    place.isInstalled = !installed.empty() && Exists(installed);
+    if (place.isInstalled) {
+        place.path = std::move(installed);
+        place.exists = true;
+    }
+    return place;
+}
+
+HostPlace FindTrimmedToo(const DevicePath& path)
+{
+    HostPlace place = Find(path);
+    const DevicePath trimmed = path.Trimmed();
+    return place.exists || trimmed.names == path.names ? place : Find(trimmed);
+}
+
+// What is told of a name that is nowhere: whether the folder above it is. In the user's tree the system knows.
+HostPlace Missing(HostPlace place, const DevicePath& path)
+{
+    const DevicePath folder = path.Parent();
+    if (path.IsRoot() || IsAlwaysThere(folder) || FindTrimmedToo(folder).isInstalled)
+        return Fail(ERROR_FILE_NOT_FOUND);
+    return place.path.empty() ? Fail(ERROR_PATH_NOT_FOUND) : place;
+}
+
+HostPlace FolderForNew(const DevicePath& folder)
+{
+    HostPlace place = FindTrimmedToo(folder);
+    if (IsAlwaysThere(folder))
+        place = { ERROR_SUCCESS, OwnPlace(folder), true, false };
+    else if (!place.exists || !IsFolder(place.path))
+        return Fail(ERROR_PATH_NOT_FOUND);
+    else if (place.isInstalled)
+        place.path = OwnPlace(Find(folder).exists ? folder : folder.Trimmed());
+    else
+        return place;
+    if (place.path.empty())
+        return Fail(ERROR_PATH_NOT_FOUND);
+    MakeFolders(place.path);
+    return place;
+}
+
+void KeepSeparator(HostPlace& place, const DevicePath& path)
+{
+    if (place.error == ERROR_SUCCESS && path.endsInSeparator && !place.path.ends_with(L'\\'))
+        place.path += L'\\';
 }
 
 } // namespace
 
-HostPlace PlaceOf(LPCWSTR devicePath)
+bool IsCard(const DevicePath& path)
 {
-    DevicePath path;
-    HostPlace place = Locate(devicePath, path);
-    if (place.error == ERROR_SUCCESS && !Exists(place.path)) {
-        HostPath installed = Installed(path);
-        place.isInstalled = !installed.empty() && Exists(installed);
-        if (place.isInstalled)
-            place.path = std::move(installed);
-    }
-    return Finish(std::move(place), path);
+    return path.names.size() == 1 && StartsWith(path, L"SDMMC");
 }
 
-HostPlace WritablePlaceOf(LPCWSTR devicePath)
+HostPlace PlaceOf(const DevicePath& path)
 {
-    DevicePath path;
-    HostPlace place = Locate(devicePath, path);
-    if (place.error == ERROR_SUCCESS && !path.IsRoot()) {
-        const DevicePath folder = path.Parent();
-        const HostPath installed = Installed(folder);
-        if (IsAlwaysThere(folder) || (!installed.empty() && Exists(installed)))
-            MakeFolders(OwnPlace(folder));
+    if (HasForeignName(path))
+        return Fail(ERROR_INVALID_NAME);
+    HostPlace place = FindTrimmedToo(path);
+    if (!place.exists)
+        place = Missing(std::move(place), path);
+    KeepSeparator(place, path);
+    return place;
+}
+
+HostPlace PlaceOf(LPCWSTR devicePath)
+{
+    if (devicePath == nullptr || *devicePath == L'\0')
+        return Fail(ERROR_PATH_NOT_FOUND);
+    return PlaceOf(ParseDevicePath(devicePath));
+}
+
+HostPlace PlaceForNew(LPCWSTR devicePath)
+{
+    if (devicePath == nullptr || *devicePath == L'\0')
+        return Fail(ERROR_PATH_NOT_FOUND);
+    const DevicePath path = ParseDevicePath(devicePath);
+    if (path.IsRoot() || HasForeignName(path) || !IsFileName(path.names.back()))
+        return Fail(ERROR_INVALID_NAME);
+    if (IsCard(path))
+        return Fail(ERROR_PATH_NOT_FOUND); // a card is put in, not made
+    HostPlace place = FolderForNew(path.Parent());
+    if (place.error != ERROR_SUCCESS)
+        return place;
+    const WString name = path.Trimmed().names.back();
+    place = { ERROR_SUCCESS, Below(place.path, Names(&name, 1)), false, false };
+    KeepSeparator(place, path);
+    return place;
+}
+
+std::vector<HostPath> HostFoldersOf(const DevicePath& path)
+{
+    std::vector<HostPath> folders;
+    for (const DevicePath& spelling : { path, path.Trimmed() }) {
+        for (HostPath folder : { OwnPlace(spelling), Installed(spelling) }) {
+            if (!folder.empty() && IsFolder(folder))
+                folders.push_back(std::move(folder));
+        }
+        if (!folders.empty())
+            break;
     }
-    return Finish(std::move(place), path);
+    return folders;
 }
 
 std::optional<HostPath> FindHostPath(WStringView devicePath)
 {
-    HostPlace place = PlaceOf(WString(devicePath).c_str());
+    const WString text(devicePath);
+    HostPlace place = PlaceOf(text.c_str());
     if (place.error != ERROR_SUCCESS || !Exists(place.path))
         return std::nullopt;
+    if (place.path.ends_with(L'\\') && !place.path.ends_with(L":\\"))
+        place.path.pop_back();
     return std::move(place.path);
 }
 

@@ -13,6 +13,7 @@ DeviceTree& TheTree()
 
 void InstallDeviceTree(const DeviceTree& tree)
 {
+    SetErrorMode(GetErrorMode() | SEM_FAILCRITICALERRORS); // a drive without a medium is no card, and no question
     TheTree() = tree;
 }
 

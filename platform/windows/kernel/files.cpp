@@ -1,12 +1,19 @@
-// Files and modules by device path: the path is translated, the system does the rest.
+// Files by device path: the path is translated, the system does the rest.
 #include "platform/windows/kernel/device_calls.h"
 #include "platform/windows/kernel/device_paths.h"
+#include "platform/windows/kernel/host_paths.h"
 #include "platform/windows/kernel/stream_drivers.h"
+
+#include <cerrno>
 
 namespace cardsong::device {
 namespace {
 
 using namespace kernel;
+
+// All else could change a file.
+constexpr DWORD kReadingRights =
+    GENERIC_READ | GENERIC_EXECUTE | FILE_GENERIC_READ | FILE_GENERIC_EXECUTE; // these two hold SYNCHRONIZE and more
 
 template <typename Result>
 Result Fail(DWORD error, Result result)
@@ -15,29 +22,65 @@ Result Fail(DWORD error, Result result)
     return result;
 }
 
+HostPlace FailedPlace(DWORD error)
+{
+    return { error, {}, false, false };
+}
+
 // The user's copy of an installed file that is to be changed; the copy appears whole or not at all.
 bool CopyToUser(const HostPath& installed, const HostPath& place)
 {
     const HostPath unfinished = place + L".unfinished";
-    return CopyFileW(installed.c_str(), unfinished.c_str(), FALSE) &&
-           MoveFileExW(unfinished.c_str(), place.c_str(), MOVEFILE_REPLACE_EXISTING);
+    const bool isCopied = CopyFileW(installed.c_str(), unfinished.c_str(), FALSE) &&
+                          SetFileAttributesW(unfinished.c_str(), FILE_ATTRIBUTE_ARCHIVE) &&
+                          MoveFileExW(unfinished.c_str(), place.c_str(), MOVEFILE_REPLACE_EXISTING);
+    const DWORD error = GetLastError();
+    if (!isCopied)
+        ::DeleteFileW(unfinished.c_str());
+    SetLastError(error);
+    return isCopied;
 }
 
-bool IsWriting(DWORD access, DWORD disposition)
+// Asked here because not every system that runs this program asks: some let their administrator write to any file.
+bool IsReadOnlyFile(const HostPath& path)
 {
-    return (access & (GENERIC_WRITE | GENERIC_ALL)) != 0 || disposition != OPEN_EXISTING;
+    const DWORD attributes = ::GetFileAttributesW(path.c_str());
+    return attributes != INVALID_FILE_ATTRIBUTES &&
+           (attributes & (FILE_ATTRIBUTE_DIRECTORY | FILE_ATTRIBUTE_READONLY)) == FILE_ATTRIBUTE_READONLY;
 }
 
-// Where a file is that is to be opened; an installed one that is to be written has become the user's own.
-HostPlace PlaceToOpen(LPCWSTR name, bool isWriting, bool keepsContents)
+// An installed file that is to be changed has become the user's own.
+HostPlace PlaceToChange(LPCWSTR name, const HostPlace& found, DWORD disposition)
 {
-    HostPlace place = PlaceOf(name);
-    if (place.error != ERROR_SUCCESS || !isWriting)
-        return place;
-    HostPlace own = WritablePlaceOf(name);
-    if (place.isInstalled && keepsContents && !CopyToUser(place.path, own.path))
+    if (found.exists && !found.isInstalled)
+        return IsReadOnlyFile(found.path) ? FailedPlace(ERROR_ACCESS_DENIED) : found;
+    if (found.exists && IsFolder(found.path))
+        return FailedPlace(ERROR_ACCESS_DENIED);
+    HostPlace own = PlaceForNew(name);
+    if (own.error != ERROR_SUCCESS)
+        return own;
+    if (own.path.ends_with(L'\\'))
+        return FailedPlace(ERROR_INVALID_NAME);
+    if (found.exists && disposition != CREATE_ALWAYS && !CopyToUser(found.path, own.path))
         own.error = GetLastError();
     return own;
+}
+
+HostPlace PlaceToOpen(LPCWSTR name, DWORD access, DWORD disposition, DWORD flags)
+{
+    const bool creates = disposition != OPEN_EXISTING && disposition != TRUNCATE_EXISTING;
+    const bool changes = (access & ~kReadingRights) != 0 || (flags & FILE_FLAG_DELETE_ON_CLOSE) != 0 ||
+                         disposition == CREATE_ALWAYS || disposition == TRUNCATE_EXISTING;
+    const HostPlace found = PlaceOf(name);
+    if (found.exists && disposition == CREATE_NEW)
+        return FailedPlace(ERROR_FILE_EXISTS);
+    return (found.exists && changes) || (!found.exists && creates) ? PlaceToChange(name, found, disposition) : found;
+}
+
+bool CanBeOpened(DWORD access, DWORD disposition)
+{
+    const bool isKnown = disposition >= CREATE_NEW && disposition <= TRUNCATE_EXISTING;
+    return isKnown && (disposition != TRUNCATE_EXISTING || (access & (GENERIC_WRITE | GENERIC_ALL)) != 0);
 }
 
 } // namespace
@@ -47,25 +90,17 @@ HANDLE CreateFileW(LPCWSTR name, DWORD access, DWORD share, SECURITY_ATTRIBUTES*
 {
     if (name != nullptr && IsDeviceName(name))
         return OpenStreamDriver(name);
-    if (name != nullptr && disposition == CREATE_NEW && PlaceOf(name).isInstalled)
-        return Fail(ERROR_FILE_EXISTS, INVALID_HANDLE_VALUE);
-    const bool keepsContents = disposition != CREATE_ALWAYS;
-    const HostPlace place = PlaceToOpen(name, IsWriting(access, disposition), keepsContents);
+    if (name != nullptr && *name != L'\0' && !CanBeOpened(access, disposition))
+        return Fail(ERROR_INVALID_PARAMETER, INVALID_HANDLE_VALUE);
+    const bool replaces = disposition == CREATE_ALWAYS && PlaceOf(name).exists;
+    const HostPlace place = PlaceToOpen(name, access, disposition, flagsAndAttributes);
     if (place.error != ERROR_SUCCESS)
         return Fail(place.error, INVALID_HANDLE_VALUE);
-    return ::CreateFileW(place.path.c_str(), access, share, security, disposition, flagsAndAttributes, templateFile);
-}
-
-// A path that ends in a separator answers with the folder itself, on an empty card too. That is how the device's
-// programs ask for a card ("SDMMC\"), though the desktop finds nothing there.
-HANDLE FindFirstFileW(LPCWSTR pattern, WIN32_FIND_DATAW* data)
-{
-    HostPlace place = PlaceOf(pattern);
-    if (place.error != ERROR_SUCCESS)
-        return Fail(place.error, INVALID_HANDLE_VALUE);
-    while (!place.path.empty() && place.path.back() == L'\\')
-        place.path.pop_back();
-    return ::FindFirstFileW(place.path.c_str(), data);
+    const HANDLE file =
+        ::CreateFileW(place.path.c_str(), access, share, security, disposition, flagsAndAttributes, templateFile);
+    if (replaces && file != INVALID_HANDLE_VALUE)
+        SetLastError(ERROR_ALREADY_EXISTS); // of an installed file the system saw nothing
+    return file;
 }
 
 DWORD GetFileAttributesW(LPCWSTR name)
@@ -92,31 +127,27 @@ BOOL DeleteFileW(LPCWSTR name)
 
 BOOL CreateDirectoryW(LPCWSTR name, SECURITY_ATTRIBUTES* security)
 {
-    if (PlaceOf(name).isInstalled)
+    if (PlaceOf(name).exists)
         return Fail(ERROR_ALREADY_EXISTS, FALSE);
-    const HostPlace place = WritablePlaceOf(name);
+    const HostPlace place = PlaceForNew(name);
     return place.error == ERROR_SUCCESS ? ::CreateDirectoryW(place.path.c_str(), security) : Fail(place.error, FALSE);
 }
 
 std::FILE* _wfopen(const wchar_t* name, const wchar_t* mode)
 {
-    if (name == nullptr || mode == nullptr || IsDeviceName(name))
+    const std::wstring_view how = mode != nullptr ? mode : L"";
+    const bool isMode = how.starts_with(L'r') || how.starts_with(L'w') || how.starts_with(L'a');
+    if (!isMode || name == nullptr || IsDeviceName(name)) {
+        errno = isMode ? ENOENT : EINVAL;
         return nullptr;
-    const std::wstring_view how = mode;
-    const bool isWriting = how.find_first_of(L"wa+") != std::wstring_view::npos;
-    const HostPlace place = PlaceToOpen(name, isWriting, !how.starts_with(L'w'));
-    return place.error == ERROR_SUCCESS ? ::_wfopen(place.path.c_str(), mode) : nullptr;
-}
-
-// Only as data: no code of a module ever runs here.
-HMODULE LoadLibraryExW(LPCWSTR name, HANDLE file, DWORD flags)
-{
-    if (name == nullptr || *name == L'\0' || (flags & LOAD_LIBRARY_AS_DATAFILE) == 0)
-        return Fail(ERROR_INVALID_PARAMETER, HMODULE{});
-    const bool isBare = WStringView(name).find_first_of(L"\\/") == WStringView::npos;
-    const HostPlace place = PlaceOf(((isBare ? WString(L"\\Windows\\") : WString()) + name).c_str());
-    return place.error == ERROR_SUCCESS ? ::LoadLibraryExW(place.path.c_str(), file, flags)
-                                        : Fail(place.error, HMODULE{});
+    }
+    const bool writes = !how.starts_with(L'r') || how.find(L'+') != std::wstring_view::npos;
+    const DWORD disposition = how[0] == L'r' ? OPEN_EXISTING : how[0] == L'w' ? CREATE_ALWAYS : OPEN_ALWAYS;
+    const HostPlace place = PlaceToOpen(name, writes ? GENERIC_WRITE : GENERIC_READ, disposition, 0);
+    if (place.error == ERROR_SUCCESS)
+        return ::_wfopen(place.path.c_str(), mode);
+    errno = place.error == ERROR_ACCESS_DENIED ? EACCES : ENOENT;
+    return nullptr;
 }
 
 } // namespace cardsong::device

@@ -32,17 +32,40 @@ struct Key {
     std::wstring path;
 };
 
-// A device takes leading separators as if they were not there.
+// Separators at the start, at the end and side by side count as if they were not there.
+std::wstring Tidy(std::wstring_view path)
+{
+    std::wstring tidy;
+    while (!path.empty()) {
+        const auto end = std::min(path.find(L'\\'), path.size());
+        if (end != 0)
+            tidy.append(tidy.empty() ? L"" : L"\\").append(path.substr(0, end));
+        path.remove_prefix(std::min(end + 1, path.size()));
+    }
+    return tidy;
+}
+
 Key KeyOf(HKEY parent, LPCWSTR path)
 {
-    std::wstring_view rest = path != nullptr ? path : L"";
-    rest.remove_prefix(std::min(rest.find_first_not_of(L'\\'), rest.size()));
+    std::wstring below = Tidy(path != nullptr ? path : L"");
     if (parent != HKEY_LOCAL_MACHINE)
-        return { parent, std::wstring(rest) };
-    std::wstring machine = kernel::MachineKeyOfDevice();
-    if (!rest.empty())
-        machine.append(L"\\").append(rest);
-    return { HKEY_CURRENT_USER, std::move(machine) };
+        return { parent, std::move(below) };
+    return { HKEY_CURRENT_USER, kernel::MachineKeyOfDevice().append(below.empty() ? L"" : L"\\").append(below) };
+}
+
+// Calls `function` with the key itself, or with the device's own in the place of the machine's, which is always there.
+template <typename Function>
+LSTATUS WithKey(HKEY key, Function function)
+{
+    if (key != HKEY_LOCAL_MACHINE)
+        return function(key);
+    HKEY root = nullptr;
+    const LSTATUS status = device::RegOpenKeyExW(key, nullptr, 0, KEY_READ | KEY_WRITE, &root);
+    if (status != ERROR_SUCCESS)
+        return status;
+    const LSTATUS result = function(root);
+    RegCloseKey(root);
+    return result;
 }
 
 } // namespace
@@ -50,6 +73,8 @@ Key KeyOf(HKEY parent, LPCWSTR path)
 LSTATUS RegOpenKeyExW(HKEY parent, LPCWSTR path, DWORD options, REGSAM access, HKEY* key)
 {
     const Key place = KeyOf(parent, path);
+    if (parent == HKEY_LOCAL_MACHINE && KeyOf(nullptr, path).path.empty())
+        return ::RegCreateKeyExW(place.parent, place.path.c_str(), 0, nullptr, 0, access, nullptr, key, nullptr);
     return ::RegOpenKeyExW(place.parent, place.path.c_str(), options, access, key);
 }
 
@@ -59,6 +84,16 @@ LSTATUS RegCreateKeyExW(HKEY parent, LPCWSTR path, DWORD reserved, LPWSTR classN
     const Key place = KeyOf(parent, path);
     return ::RegCreateKeyExW(place.parent, place.path.c_str(), reserved, className, options, access, security, key,
                              disposition);
+}
+
+LSTATUS RegQueryValueExW(HKEY key, LPCWSTR name, LPDWORD reserved, LPDWORD type, LPBYTE data, LPDWORD sizeBytes)
+{
+    return WithKey(key, [&](HKEY own) { return ::RegQueryValueExW(own, name, reserved, type, data, sizeBytes); });
+}
+
+LSTATUS RegSetValueExW(HKEY key, LPCWSTR name, DWORD reserved, DWORD type, const BYTE* data, DWORD sizeBytes)
+{
+    return WithKey(key, [&](HKEY own) { return ::RegSetValueExW(own, name, reserved, type, data, sizeBytes); });
 }
 
 } // namespace cardsong::device

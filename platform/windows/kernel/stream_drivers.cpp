@@ -1,6 +1,7 @@
 #include "platform/windows/kernel/stream_drivers.h"
 
 #include "platform/windows/kernel/device_paths.h"
+#include "platform/windows/kernel/host_paths.h"
 
 namespace cardsong::kernel {
 namespace {
@@ -22,7 +23,7 @@ HANDLE OpenCardFolder()
                          OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS, nullptr);
 }
 
-bool IsFolder(HANDLE handle)
+bool IsFolderHandle(HANDLE handle)
 {
     BY_HANDLE_FILE_INFORMATION facts;
     return GetFileInformationByHandle(handle, &facts) && (facts.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
@@ -34,7 +35,7 @@ HANDLE OpenStreamDriver(WStringView name)
 {
     const bool isDisk = IsSameName(name, L"DSK3:");
     const HANDLE card = isDisk || IsSameName(name, L"SDH1:") ? OpenCardFolder() : INVALID_HANDLE_VALUE;
-    if (card == INVALID_HANDLE_VALUE || !IsFolder(card)) {
+    if (card == INVALID_HANDLE_VALUE || !IsFolderHandle(card)) {
         if (card != INVALID_HANDLE_VALUE)
             CloseHandle(card);
         SetLastError(ERROR_FILE_NOT_FOUND);
@@ -48,16 +49,18 @@ HANDLE OpenStreamDriver(WStringView name)
 
 } // namespace cardsong::kernel
 
-BOOL cardsong::device::DeviceIoControl(HANDLE device, DWORD code, LPVOID input, DWORD inputBytes, LPVOID output,
-                                       DWORD outputBytes, LPDWORD returnedBytes, OVERLAPPED* overlapped)
+// No call reaches a driver of this machine: every other code is unknown to the device's own.
+BOOL cardsong::device::DeviceIoControl(HANDLE device, DWORD code, LPVOID, DWORD, LPVOID, DWORD, LPDWORD returnedBytes,
+                                       OVERLAPPED*)
 {
     using namespace kernel;
-    if (code != kCardHostIsReady || !IsFolder(device))
-        return ::DeviceIoControl(device, code, input, inputBytes, output, outputBytes, returnedBytes, overlapped);
+    SetLastError(ERROR_SUCCESS);
+    if (GetFileType(device) == FILE_TYPE_UNKNOWN && GetLastError() != ERROR_SUCCESS)
+        return FALSE;
     if (returnedBytes != nullptr)
         *returnedBytes = 0;
-    const auto card = FindHostPath(L"\\SDMMC");
-    if (!card)
+    const bool isReady = code == kCardHostIsReady && IsFolderHandle(device) && IsFolder(PlaceOf(L"\\SDMMC").path);
+    if (!isReady)
         SetLastError(ERROR_INVALID_FUNCTION);
-    return card ? TRUE : FALSE;
+    return isReady ? TRUE : FALSE;
 }

@@ -142,12 +142,16 @@ TEST(WideChar, WhatThePageLacksIsTheDefaultCharacter)
     EXPECT_FALSE(usedDefault);
 }
 
-TEST(WideChar, Utf8TakesNoDefaultCharacter)
+TEST(WideChar, Utf8LacksNothingButHalfPairs)
 {
     char buffer[8];
-    BOOL usedDefault = FALSE;
-    EXPECT_EQ(WideCharToMultiByte(CP_UTF8, 0, TEXT("a"), 1, buffer, 8, nullptr, &usedDefault), 0);
-    EXPECT_EQ(GetLastError(), kInvalidParameter);
+    BOOL usedDefault = TRUE;
+    EXPECT_EQ(WideCharToMultiByte(CP_UTF8, 0, TEXT("a"), 1, buffer, 8, nullptr, &usedDefault), 1);
+    EXPECT_FALSE(usedDefault);
+    const WCHAR half = 0xD800;
+    EXPECT_EQ(WideCharToMultiByte(CP_UTF8, 0, &half, 1, buffer, 8, "_", &usedDefault), 3);
+    EXPECT_EQ(std::string(buffer, 3), "\xEF\xBF\xBD");
+    EXPECT_TRUE(usedDefault);
 }
 
 TEST(WideChar, BytesAreCountedAndSmallBuffersRefused)

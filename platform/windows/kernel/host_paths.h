@@ -1,0 +1,27 @@
+// Puts together paths as this system takes them. Knows no device path.
+#pragma once
+
+#include "platform/device_tree.h"
+
+#include <span>
+
+namespace cardsong::kernel {
+
+// A folder of the device tree's record, whole from its drive on; empty when the record is. A drive keeps the separator
+// at its end, any other folder has none.
+HostPath HostFolder(const std::string& utf8);
+
+// The path of what lies below a folder under these names. It takes the system's extended form where the plain one would
+// be cut, or a name be taken for another: "NUL" for a device, "a." for "a".
+HostPath Below(const HostPath& folder, std::span<const WString> names);
+
+// A search pattern below a folder.
+HostPath PatternBelow(const HostPath& folder, const WString& pattern);
+
+bool Exists(const HostPath& path);
+bool IsFolder(const HostPath& path);
+
+// Makes a folder and those above it; a failure shows when a file is made there.
+void MakeFolders(const HostPath& path);
+
+} // namespace cardsong::kernel

@@ -56,8 +56,7 @@ void RecyclePixels::operator()(std::uint16_t* pixels) const
 
 PixelMemory AllocatePixels(std::int64_t rowWords, std::int64_t rows, FirstPixels first)
 {
-    if (rowWords <= 0 || rows <= 0 || rowWords > kMaxBitmapSidePx + 1 || rows > kMaxBitmapSidePx ||
-        rows > kMaxBitmapPixels / rowWords)
+    if (rowWords <= 0 || rows <= 0 || rows > kMaxBitmapPixels / rowWords)
         return nullptr;
     const auto words = static_cast<std::size_t>(rowWords * rows);
     if (PixelMemory kept = TakeKeptBlock(words)) {
@@ -120,11 +119,16 @@ using namespace cardsong::gdi;
 HBITMAP CreateCompatibleBitmap(HDC like, int widthPx, int heightPx)
 {
     const std::lock_guard lock(RoomLock());
-    if (Find<Context>(like) == nullptr)
+    const Context* context = Find<Context>(like);
+    if (context == nullptr)
         return nullptr;
     if (widthPx == 0 || heightPx == 0)
         return static_cast<HBITMAP>(DefaultBitmap());
     auto bitmap = MakeBitmap(widthPx, heightPx);
+    if (bitmap && context->isMonochrome) {
+        bitmap->isMonochrome = true;
+        bitmap->rowBytes = (widthPx + 15) / 16 * 2;
+    }
     return bitmap ? static_cast<HBITMAP>(AddObject(std::move(bitmap))) : nullptr;
 }
 

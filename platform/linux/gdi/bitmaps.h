@@ -7,7 +7,6 @@ namespace cardsong::gdi {
 
 // 16 million pixels, 32 MB: a foreign picture may ask for more than the machine should give.
 constexpr std::int64_t kMaxBitmapPixels = 4096LL * 4096;
-constexpr int kMaxBitmapSidePx = 65535;
 
 // Rows of `rowWords` words. Null when the size is out of range or memory is short. Under the room's lock, as is the
 // release.

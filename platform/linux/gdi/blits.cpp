@@ -4,54 +4,65 @@
 #include <cstring>
 #include <optional>
 #include <utility>
+#include <vector>
 
 namespace cardsong::gdi {
 namespace {
 
-// One axis of a blit: which source pixels each target pixel is made of, all in the surfaces' own pixels.
+// One axis of a blit: which source pixels each target pixel is made of, all in the surfaces' own pixels. Both lines are
+// laid over each other: of the longer one, each pixel belongs to that pixel of the shorter one in which its middle
+// lies, and to the lower one if it lies between two.
 class Axis {
 public:
     Axis(std::int64_t target, std::int64_t targetExtent, std::int64_t source, std::int64_t sourceExtent)
         : m_target(RangeOf(target, targetExtent)), m_source(RangeOf(source, sourceExtent)),
-          m_mirrored((targetExtent < 0) != (sourceExtent < 0))
+          m_isTargetMirrored(targetExtent < 0), m_isSourceMirrored(sourceExtent < 0)
     {
     }
     Range Target() const { return m_target; }
-    std::int64_t TargetLength() const { return m_target.high - m_target.low; }
-    std::int64_t SourceLength() const { return m_source.high - m_source.low; }
-    bool IsCopy() const { return TargetLength() == SourceLength() && !m_mirrored; }
+    bool IsCopy() const { return TargetLength() == SourceLength() && m_isTargetMirrored == m_isSourceMirrored; }
     std::int64_t Offset() const { return m_source.low - m_target.low; }
 
-    // The one source pixel that stands for target pixel `at`.
-    std::int64_t Nearest(std::int64_t at) const
-    {
-        return Mirror((at - m_target.low) * SourceLength() / TargetLength());
-    }
-
     // All source pixels that fall on target pixel `at`. A line shrunk to one pixel leaves its last pixel out, as the
-    // real system does.
+    // real system does, unless it is mirrored.
     Range Merged(std::int64_t at) const
     {
-        const std::int64_t from = (at - m_target.low) * SourceLength() / TargetLength();
-        std::int64_t to = (at - m_target.low + 1) * SourceLength() / TargetLength();
-        if (TargetLength() == 1 && SourceLength() > 1)
+        const std::uint64_t target = m_isTargetMirrored ? Index(m_target.high - 1 - at) : Index(at - m_target.low);
+        const std::uint64_t from = IsShrunk() ? FirstOf(target) : MiddleOf(target);
+        std::uint64_t to = IsShrunk() ? FirstOf(target + 1) : from + 1;
+        if (TargetLength() == 1 && SourceLength() > 1 && !m_isTargetMirrored && !m_isSourceMirrored)
             --to;
-        if (to <= from)
-            to = from + 1;
-        const std::int64_t a = Mirror(from);
-        const std::int64_t b = Mirror(to - 1);
-        return { std::min(a, b), std::max(a, b) + 1 };
+        const auto low = static_cast<std::int64_t>(from);
+        const auto high = static_cast<std::int64_t>(to);
+        return m_isSourceMirrored ? Range{ m_source.high - high, m_source.high - low }
+                                  : Range{ m_source.low + low, m_source.low + high };
+    }
+
+    // The one source pixel that stands for target pixel `at` where pixels are not joined: the last of them.
+    std::int64_t Standing(std::int64_t at) const
+    {
+        const Range merged = Merged(at);
+        return m_isSourceMirrored ? merged.low : merged.high - 1;
     }
 
 private:
-    std::int64_t Mirror(std::int64_t index) const
+    // Without sign, since twice a product of two extents takes 64 bits.
+    static std::uint64_t Index(std::int64_t value) { return static_cast<std::uint64_t>(value); }
+    std::uint64_t TargetLength() const { return Index(m_target.high - m_target.low); }
+    std::uint64_t SourceLength() const { return Index(m_source.high - m_source.low); }
+    bool IsShrunk() const { return SourceLength() > TargetLength(); }
+    // The first source pixel whose middle lies beyond the start of target pixel `index`.
+    std::uint64_t FirstOf(std::uint64_t index) const { return (2 * index * SourceLength() / TargetLength() + 1) / 2; }
+    // The source pixel in which the middle of target pixel `index` lies.
+    std::uint64_t MiddleOf(std::uint64_t index) const
     {
-        return m_mirrored ? m_source.high - 1 - index : m_source.low + index;
+        return ((2 * index + 1) * SourceLength() - 1) / (2 * TargetLength());
     }
 
     Range m_target;
     Range m_source;
-    bool m_mirrored;
+    bool m_isTargetMirrored;
+    bool m_isSourceMirrored;
 };
 
 struct Blit {
@@ -111,11 +122,16 @@ std::optional<std::uint16_t> Merge(const Surface& source, Range x, Range y)
 void StretchMerging(const Blit& blit)
 {
     ForEachVisiblePart(blit.target, CutTarget(blit), [&](const RECT& part) {
+        std::vector<Range> columns;
+        for (LONG x = part.left; x < part.right; ++x)
+            columns.push_back(blit.x.Merged(x));
         for (LONG y = part.top; y < part.bottom; ++y) {
             const Range rows = blit.y.Merged(y);
-            for (LONG x = part.left; x < part.right; ++x) {
-                if (const auto pixel = Merge(blit.source, blit.x.Merged(x), rows))
-                    *blit.target.target.At(x, y) = *pixel;
+            std::uint16_t* target = blit.target.target.At(part.left, y);
+            for (const Range& column : columns) {
+                if (const auto pixel = Merge(blit.source, column, rows))
+                    *target = *pixel;
+                ++target;
             }
         }
     });
@@ -124,15 +140,19 @@ void StretchMerging(const Blit& blit)
 void StretchKeyed(const Blit& blit, std::uint16_t key)
 {
     ForEachVisiblePart(blit.target, CutTarget(blit), [&](const RECT& part) {
+        std::vector<std::int64_t> columns;
+        for (LONG x = part.left; x < part.right; ++x)
+            columns.push_back(blit.x.Standing(x));
         for (LONG y = part.top; y < part.bottom; ++y) {
-            const std::int64_t sourceY = blit.y.Nearest(y);
-            for (LONG x = part.left; x < part.right; ++x) {
-                const std::int64_t sourceX = blit.x.Nearest(x);
+            const std::int64_t sourceY = blit.y.Standing(y);
+            std::uint16_t* target = blit.target.target.At(part.left, y) - 1;
+            for (const std::int64_t sourceX : columns) {
+                ++target;
                 if (sourceX < 0 || sourceX >= blit.source.widthPx || sourceY < 0 || sourceY >= blit.source.heightPx)
                     continue;
                 const std::uint16_t pixel = *blit.source.At(static_cast<int>(sourceX), static_cast<int>(sourceY));
                 if (pixel != key)
-                    *blit.target.target.At(x, y) = pixel;
+                    *target = pixel;
             }
         }
     });

@@ -63,10 +63,14 @@ int FillRect(HDC handle, const RECT* rect, HBRUSH brushHandle)
 {
     const std::lock_guard lock(RoomLock());
     const Context* context = Find<Context>(handle);
-    const Brush* brush = Find<Brush>(brushHandle);
-    if (context == nullptr || brush == nullptr || rect == nullptr)
+    if (rect == nullptr)
         return 0;
-    if (brush->isHollow)
+    if (context == nullptr)
+        return 1; // the call tells of no dead handle
+    const Brush* brush = Find<Brush>(brushHandle);
+    if (brush == nullptr)
+        brush = Find<Brush>(context->brush);
+    if (brush == nullptr || brush->isHollow)
         return 1;
     ForEachVisiblePart(*context, ToTarget(*context, *rect), [&](const RECT& part) {
         if (brush->patternPixels)

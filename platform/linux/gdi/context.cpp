@@ -25,6 +25,26 @@ void RemoveContext(HDC handle)
     RemoveObject(handle);
 }
 
+BOOL DeleteMemoryContext(HDC handle)
+{
+    const Context* context = Find<Context>(handle);
+    if (context == nullptr || context->isScreen)
+        return FALSE;
+    RemoveContext(handle);
+    return TRUE;
+}
+
+void ReduceToBlackAndWhite(const Surface& surface, const RECT& part)
+{
+    const std::uint16_t white = PixelFromColor(RGB(255, 255, 255));
+    for (LONG y = part.top; y < part.bottom; ++y) {
+        for (LONG x = part.left; x < part.right; ++x) {
+            if (*surface.At(x, y) != white)
+                *surface.At(x, y) = 0;
+        }
+    }
+}
+
 RECT ToTarget(const Context& context, const RECT& rect)
 {
     const auto shift = [](LONG value, LONG by) { return static_cast<std::int64_t>(value) + by; };
@@ -49,6 +69,7 @@ HANDLE SelectBitmap(Context& context, HANDLE handle, Bitmap& bitmap)
     const HANDLE before = context.bitmap;
     HoldObject(handle);
     context.bitmap = handle;
+    context.isMonochrome = bitmap.isMonochrome;
     DrawOn(context, isDefault ? Surface{ context.ownPixel, 2, 1, 1 } : bitmap.surface);
     ReleaseObject(before);
     return before;
@@ -76,6 +97,7 @@ HDC CreateCompatibleDC(HDC like)
         return nullptr;
     auto context = std::make_unique<Context>();
     context->bitmap = DefaultBitmap();
+    context->isMonochrome = true;
     HoldObject(context->bitmap);
     DrawOn(*context, { context->ownPixel, 2, 1, 1 });
     return AddContext(std::move(context));
@@ -84,11 +106,7 @@ HDC CreateCompatibleDC(HDC like)
 BOOL DeleteDC(HDC handle)
 {
     const std::lock_guard lock(RoomLock());
-    const Context* context = Find<Context>(handle);
-    if (context == nullptr || context->isScreen)
-        return FALSE;
-    RemoveContext(handle);
-    return TRUE;
+    return DeleteMemoryContext(handle);
 }
 
 HGDIOBJ SelectObject(HDC handle, HGDIOBJ chosen)

@@ -15,6 +15,7 @@ struct Context final : Object {
     Context() : Object(kKind) {}
 
     bool isScreen = false;
+    bool isMonochrome = false; // as its bitmap
     Surface target;
     POINT origin{};                            // the target's pixel that the context calls 0,0
     std::vector<RECT> visible;                 // parts of the target that may be touched; disjoint
@@ -33,8 +34,12 @@ struct Context final : Object {
 HDC AddContext(std::unique_ptr<Context> context);
 // Lets go of everything that the context holds and forgets it.
 void RemoveContext(HDC handle);
+// As DeleteDC.
+BOOL DeleteMemoryContext(HDC handle);
 // Counts a drawing call that reached the screen.
 void NoteScreenDrawn();
+// What was drawn in colours and is not white becomes black.
+void ReduceToBlackAndWhite(const Surface& surface, const RECT& part);
 
 // Calls `draw(part)` for each visible part of `rect`, which is in the target's pixels.
 template <typename Draw>
@@ -46,6 +51,8 @@ void ForEachVisiblePart(const Context& context, const RECT& rect, Draw draw)
         if (IsEmpty(part))
             continue;
         draw(part);
+        if (context.isMonochrome)
+            ReduceToBlackAndWhite(context.target, part);
         drawn = true;
     }
     if (drawn && context.isScreen)

@@ -1,5 +1,6 @@
 #include "platform/linux/gdi/objects.h"
 
+#include "platform/linux/gdi/context.h"
 #include "platform/linux/gdi/font_face.h"
 
 #include <array>
@@ -124,6 +125,7 @@ HANDLE DefaultBitmap()
         auto object = std::make_unique<Bitmap>();
         object->surface = { nullptr, 1, 1, 1 };
         object->rowBytes = 2;
+        object->isMonochrome = true;
         return AddStock(std::move(object));
     }();
     return bitmap;
@@ -162,8 +164,10 @@ BOOL DeleteObject(HGDIOBJ handle)
 {
     const std::lock_guard lock(RoomLock());
     Object* object = FindObject(handle);
-    if (object == nullptr || object->kind == ObjectKind::Context)
+    if (object == nullptr)
         return FALSE;
+    if (object->kind == ObjectKind::Context)
+        return DeleteMemoryContext(static_cast<HDC>(handle));
     if (object->isStock)
         return TRUE;
     if (object->selections > 0)
@@ -187,7 +191,7 @@ int DescribeBitmap(const Bitmap& bitmap, int sizeBytes, LPVOID record)
     description.bmHeight = bitmap.surface.heightPx;
     description.bmWidthBytes = bitmap.rowBytes;
     description.bmPlanes = 1;
-    description.bmBitsPixel = 16;
+    description.bmBitsPixel = bitmap.isMonochrome ? 1 : 16;
     description.bmBits = bitmap.isSection ? bitmap.pixels.get() : nullptr;
     std::memcpy(record, &description, sizeof(description));
     return kRecordBytes;

@@ -43,7 +43,8 @@ struct Bitmap final : Object {
     PixelMemory pixels;
     Surface surface;
     LONG rowBytes = 0;
-    bool isSection = false; // its owner sees the pixels
+    bool isSection = false;    // its owner sees the pixels
+    bool isMonochrome = false; // its pixels are black or white, though kept as words
 };
 
 struct Brush final : Object {

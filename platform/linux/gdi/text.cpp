@@ -86,10 +86,12 @@ std::vector<TextLine> LinesOf(const FontFace& face, const Placement& placement)
 {
     if (placement.IsSingleLine())
         return { { 0, placement.text.size() } };
-    std::optional<int> width;
-    if (placement.Has(DT_WORDBREAK))
-        width = static_cast<int>(std::clamp<std::int64_t>(placement.Width(), 0, INT32_MAX));
-    return CutLines(face, placement.text, width);
+    std::optional<LineRoom> room;
+    if (placement.Has(DT_WORDBREAK) && placement.Width() >= 0) {
+        const auto width = static_cast<int>(std::min<std::int64_t>(placement.Width(), INT32_MAX));
+        room = { width, !placement.Has(DT_CENTER) && !placement.Has(DT_RIGHT) };
+    }
+    return CutLines(face, placement.text, room);
 }
 
 std::int64_t TopOf(const FontFace& face, const Placement& placement)
@@ -117,6 +119,17 @@ std::u16string ShownLine(const FontFace& face, const Placement& placement, const
     if (!placement.Has(DT_WORD_ELLIPSIS))
         return std::u16string(text);
     return ShortenLine(face, text, static_cast<int>(std::clamp<std::int64_t>(placement.Width(), 0, INT32_MAX)));
+}
+
+// Where nothing leaves the rectangle, the first line that reaches past its bottom is the last one. A single line is
+// placed already.
+void DropLinesBelow(const FontFace& face, const Placement& placement, std::vector<TextLine>& lines)
+{
+    if (placement.Has(DT_NOCLIP) || placement.Has(DT_CALCRECT))
+        return;
+    const auto whole = static_cast<std::size_t>(std::max<std::int64_t>(0, placement.Height()) / face.HeightPx());
+    if (lines.size() > whole + 1)
+        lines.resize(whole + 1);
 }
 
 void PaintLines(const TextPainter& painter, const Placement& placement, const std::vector<TextLine>& lines,
@@ -152,7 +165,8 @@ LONG ToCoordinate(std::int64_t value)
 // Draws or, with DT_CALCRECT, only measures. Returns the height from the rectangle's top to the end of the text.
 int PlaceText(const Context& context, const FontFace& face, const Placement& placement, RECT& rect)
 {
-    const std::vector<TextLine> lines = LinesOf(face, placement);
+    std::vector<TextLine> lines = LinesOf(face, placement);
+    DropLinesBelow(face, placement, lines);
     const std::int64_t top = TopOf(face, placement);
     const std::int64_t bottom = top + static_cast<std::int64_t>(lines.size()) * face.HeightPx();
     if (placement.Has(DT_CALCRECT)) {

@@ -40,10 +40,12 @@ bool MayBreakBefore(std::u16string_view text, std::size_t at)
     return IsBlank(before) || IsIdeographic(before) || IsIdeographic(after);
 }
 
-// Cuts one paragraph, whose first unit is `start` of the whole text.
-void CutWords(const FontFace& face, std::u16string_view paragraph, std::size_t start, int widthPx,
+// Cuts one paragraph, whose first unit is `start` of the whole text. Blanks at a break belong to no line, save those
+// that `room` lets stay on theirs.
+void CutWords(const FontFace& face, std::u16string_view paragraph, std::size_t start, LineRoom room,
               std::vector<TextLine>& lines)
 {
+    const int widthPx = room.widthPx;
     const std::vector<int> extents = TextExtents(face, paragraph);
     std::size_t lineStart = 0;
     std::size_t lastBreak = 0;
@@ -51,7 +53,8 @@ void CutWords(const FontFace& face, std::u16string_view paragraph, std::size_t s
         return extents[end - 1] - (lineStart > 0 ? extents[lineStart - 1] : 0);
     };
     const auto endLine = [&](std::size_t end) {
-        while (end > lineStart && end < paragraph.size() && IsBlank(paragraph[end - 1]))
+        while (end > lineStart && end < paragraph.size() && IsBlank(paragraph[end - 1]) &&
+               !(room.keepsBlanks && widthTo(end) <= widthPx))
             --end;
         lines.push_back({ start + lineStart, end - lineStart });
     };
@@ -79,9 +82,8 @@ PrefixedText ResolvePrefixes(std::u16string_view text)
     PrefixedText shown;
     shown.text.reserve(text.size());
     for (std::size_t i = 0; i < text.size(); ++i) {
-        if (text[i] == u'&') {
-            if (++i == text.size())
-                break;
+        if (text[i] == u'&' && i + 1 < text.size()) { // the last of all marks nothing and is shown
+            ++i;
             if (text[i] != u'&')
                 shown.underlined = shown.text.size();
         }
@@ -90,7 +92,7 @@ PrefixedText ResolvePrefixes(std::u16string_view text)
     return shown;
 }
 
-std::vector<TextLine> CutLines(const FontFace& face, std::u16string_view text, std::optional<int> widthPx)
+std::vector<TextLine> CutLines(const FontFace& face, std::u16string_view text, std::optional<LineRoom> room)
 {
     std::vector<TextLine> lines;
     std::size_t start = 0;
@@ -99,13 +101,15 @@ std::vector<TextLine> CutLines(const FontFace& face, std::u16string_view text, s
         while (end < text.size() && !IsLineEnd(text[end]))
             ++end;
         const auto paragraph = text.substr(start, end - start);
-        if (widthPx && !paragraph.empty())
-            CutWords(face, paragraph, start, *widthPx, lines);
+        if (room && !paragraph.empty())
+            CutWords(face, paragraph, start, *room, lines);
         else
             lines.push_back({ start, end - start });
         if (end == text.size())
             break;
-        start = text.compare(end, 2, u"\r\n") == 0 ? end + 2 : end + 1;
+        start = end + 1;
+        if (start < text.size() && IsLineEnd(text[start]) && text[start] != text[end])
+            ++start; // CR and LF, in either order, are one
         if (start == text.size())
             break; // a line end at the very end opens no further line
     }
@@ -119,10 +123,10 @@ std::u16string ShortenLine(const FontFace& face, std::u16string_view line, int w
     const int room = widthPx - TextWidth(face, kEllipsis);
     const std::vector<int> extents = TextExtents(face, line);
     const auto fit = std::upper_bound(extents.begin(), extents.end(), room) - extents.begin();
-    std::size_t kept = std::max<std::size_t>(1, static_cast<std::size_t>(fit)); // something is always shown
-    if (kept < line.size() && (line[kept] & 0xFC00) == 0xDC00)
-        kept = kept > 1 ? kept - 1 : 2;
-    return std::u16string(line.substr(0, std::min(kept, line.size()))).append(kEllipsis);
+    auto kept = static_cast<std::size_t>(fit);
+    if (kept > 0 && kept < line.size() && (line[kept] & 0xFC00) == 0xDC00)
+        --kept;
+    return std::u16string(line.substr(0, kept)).append(kEllipsis);
 }
 
 } // namespace cardsong::gdi

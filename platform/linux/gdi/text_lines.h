@@ -23,10 +23,14 @@ struct TextLine {
     std::size_t start = 0;
     std::size_t units = 0;
 };
-// Cuts at CR, LF and CR LF; with `widthPx` also between words, so that a line fits if its first word does.
-std::vector<TextLine> CutLines(const FontFace& face, std::u16string_view text, std::optional<int> widthPx);
+struct LineRoom {
+    int widthPx = 0;
+    bool keepsBlanks = false; // a line that ends between words keeps the blanks there that fit
+};
+// Cuts at CR, LF and both in a row; with `room` also between words, so that a line fits if its first word does.
+std::vector<TextLine> CutLines(const FontFace& face, std::u16string_view text, std::optional<LineRoom> room);
 
-// `line` as it stands if it fits `widthPx`, else its beginning and "...".
+// `line` as it stands if it fits `widthPx`, else as much of its beginning as does with "..." after it, or "..." alone.
 std::u16string ShortenLine(const FontFace& face, std::u16string_view line, int widthPx);
 
 } // namespace cardsong::gdi

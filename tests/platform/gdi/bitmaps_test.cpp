@@ -83,6 +83,73 @@ TEST(GdiBitmaps, ACompatibleBitmapHasTheContextsDepthAndHiddenPixels)
     DeleteObject(bitmap);
 }
 
+class BlackAndWhite : public testing::Test {
+protected:
+    BlackAndWhite() : m_dc(CreateCompatibleDC(nullptr)), m_bitmap(CreateCompatibleBitmap(m_dc, 5, 3)) {}
+    ~BlackAndWhite() override
+    {
+        DeleteDC(m_dc);
+        DeleteObject(m_bitmap);
+    }
+
+    HDC m_dc;
+    HBITMAP m_bitmap;
+};
+
+TEST_F(BlackAndWhite, IsWhatAFreshMemoryContextIsCompatibleWith)
+{
+    BITMAP record{};
+    ASSERT_EQ(GetObjectW(m_bitmap, sizeof(record), &record), static_cast<int>(sizeof(record)));
+    EXPECT_EQ(record.bmWidth, 5);
+    EXPECT_EQ(record.bmHeight, 3);
+    EXPECT_EQ(record.bmBitsPixel, 1);
+    EXPECT_EQ(record.bmWidthBytes, 2);
+}
+
+TEST_F(BlackAndWhite, IsWhatAContextWithSuchABitmapIsCompatibleWith)
+{
+    SelectObject(m_dc, m_bitmap);
+    const HBITMAP second = CreateCompatibleBitmap(m_dc, 40, 1);
+    BITMAP record{};
+    GetObjectW(second, sizeof(record), &record);
+    EXPECT_EQ(record.bmBitsPixel, 1);
+    EXPECT_EQ(record.bmWidthBytes, 6);
+    DeleteObject(second);
+}
+
+TEST_F(BlackAndWhite, ColoursBecomeBlackAndWhiteStays)
+{
+    SelectObject(m_dc, m_bitmap);
+    const RECT left = { 0, 0, 1, 1 };
+    const RECT right = { 1, 0, 2, 1 };
+    FillRect(m_dc, &left, static_cast<HBRUSH>(GetStockObject(WHITE_BRUSH)));
+    const HBRUSH red = CreateSolidBrush(RGB(255, 0, 0));
+    FillRect(m_dc, &right, red);
+    EXPECT_EQ(GetPixel(m_dc, 0, 0), RGB(255, 255, 255));
+    EXPECT_EQ(GetPixel(m_dc, 1, 0), RGB(0, 0, 0));
+    DeleteObject(red);
+}
+
+TEST_F(BlackAndWhite, ACopiedPictureKeepsItsWhiteOnly)
+{
+    SelectObject(m_dc, m_bitmap);
+    Canvas picture(3, 1);
+    picture.Set({ 0xFFFF, 0x07E0, 0xFFFF });
+    EXPECT_TRUE(BitBlt(m_dc, 0, 0, 3, 1, picture.Dc(), 0, 0, SRCCOPY));
+    EXPECT_TRUE(BitBlt(picture.Dc(), 0, 0, 3, 1, m_dc, 0, 0, SRCCOPY));
+    EXPECT_EQ(picture.Pixels(), (std::vector<std::uint16_t>{ 0xFFFF, 0, 0xFFFF }));
+}
+
+TEST(GdiBitmaps, ASectionMayBeAsLongAsItLikes)
+{
+    for (const auto& size : { SIZE{ 100000, 1 }, SIZE{ 1, 100000 } }) {
+        void* bits = nullptr;
+        const HBITMAP bitmap = CreateSection(DescribeRgb565(size.cx, size.cy), &bits);
+        EXPECT_NE(bits, nullptr) << size.cx << " x " << size.cy;
+        EXPECT_TRUE(DeleteObject(bitmap));
+    }
+}
+
 TEST(GdiBitmaps, ACompatibleBitmapNeedsALivingContext)
 {
     EXPECT_EQ(CreateCompatibleBitmap(nullptr, 4, 4), nullptr);

@@ -117,6 +117,71 @@ TEST(StretchBlt, ToOnePixelLeavesTheLastSourcePixelOut)
     EXPECT_EQ(target.At(0, 0), 0x0FF0);
 }
 
+// Shows where each source pixel of a line went: source pixel n clears bit n, so a joined pixel lacks several bits.
+Words StretchLine(int sourcePx, int sourceExtent, int targetPx, int targetExtent)
+{
+    Canvas source(sourcePx, 1);
+    for (int x = 0; x < sourcePx; ++x)
+        source.At(x, 0) = static_cast<std::uint16_t>(~(1u << x));
+    Canvas target(targetPx, 1);
+    EXPECT_TRUE(StretchBlt(target.Dc(), targetExtent < 0 ? targetPx - 1 : 0, 0, targetExtent, 1, source.Dc(),
+                           sourceExtent < 0 ? sourcePx - 1 : 0, 0, sourceExtent, 1, SRCCOPY));
+    Words joined = target.Pixels();
+    for (auto& word : joined)
+        word = static_cast<std::uint16_t>(~word);
+    return joined;
+}
+
+Words StretchLine(int sourcePx, int targetPx)
+{
+    return StretchLine(sourcePx, sourcePx, targetPx, targetPx);
+}
+
+TEST(StretchBlt, EnlargesByAnyRatioToThePixelUnderEachMiddle)
+{
+    EXPECT_EQ(StretchLine(2, 3), (Words{ 1, 1, 2 }));
+    EXPECT_EQ(StretchLine(3, 4), (Words{ 1, 2, 2, 4 }));
+    EXPECT_EQ(StretchLine(3, 5), (Words{ 1, 1, 2, 4, 4 }));
+    EXPECT_EQ(StretchLine(4, 7), (Words{ 1, 1, 2, 2, 4, 8, 8 }));
+    EXPECT_EQ(StretchLine(5, 9), (Words{ 1, 1, 2, 2, 4, 8, 8, 16, 16 }));
+}
+
+TEST(StretchBlt, ShrinksByAnyRatioJoiningEachPixelToTheOneItsMiddleLiesIn)
+{
+    EXPECT_EQ(StretchLine(3, 2), (Words{ 1 | 2, 4 }));
+    EXPECT_EQ(StretchLine(4, 3), (Words{ 1, 2 | 4, 8 }));
+    EXPECT_EQ(StretchLine(5, 2), (Words{ 1 | 2 | 4, 8 | 16 }));
+    EXPECT_EQ(StretchLine(5, 3), (Words{ 1 | 2, 4, 8 | 16 }));
+    EXPECT_EQ(StretchLine(6, 4), (Words{ 1 | 2, 4, 8 | 16, 32 }));
+}
+
+TEST(StretchBlt, AMirroredTargetIsTheSamePictureBackwards)
+{
+    EXPECT_EQ(StretchLine(3, 3, 2, -2), (Words{ 4, 1 | 2 }));
+    EXPECT_EQ(StretchLine(2, 2, 3, -3), (Words{ 2, 1, 1 }));
+}
+
+TEST(StretchBlt, AMirroredSourceIsReadFromItsEnd)
+{
+    EXPECT_EQ(StretchLine(3, -3, 2, 2), (Words{ 4 | 2, 1 }));
+    EXPECT_EQ(StretchLine(2, -2, 3, 3), (Words{ 2, 2, 1 }));
+}
+
+TEST(StretchBlt, MirroredToOnePixelJoinsAllPixels)
+{
+    EXPECT_EQ(StretchLine(3, 3, 1, -1), (Words{ 7 }));
+    EXPECT_EQ(StretchLine(3, -3, 1, 1), (Words{ 7 }));
+}
+
+TEST(StretchBlt, ACutTargetShowsWhatTheWholeOneWouldThere)
+{
+    Canvas source(3, 1);
+    source.Set({ 1, 2, 3 });
+    Canvas target(3, 1);
+    EXPECT_TRUE(StretchBlt(target.Dc(), -2, 0, 8, 1, source.Dc(), 0, 0, 3, 1, SRCCOPY));
+    EXPECT_EQ(target.Pixels(), (Words{ 1, 2, 2 })); // of 1 1 1 2 2 3 3 3
+}
+
 TEST(StretchBlt, CutsTheTargetWhenItReachesOut)
 {
     Canvas source(2, 1);
@@ -144,6 +209,16 @@ TEST(TransparentImage, EnlargesByRepeating)
     target.Fill(9);
     EXPECT_TRUE(TransparentImage(target.Dc(), 0, 0, 4, 2, source.Dc(), 0, 0, 2, 1, RGB(255, 0, 255)));
     EXPECT_EQ(target.Pixels(), (Words{ 1, 1, 9, 9, 1, 1, 9, 9 }));
+}
+
+TEST(TransparentImage, EnlargesByAnyRatio)
+{
+    Canvas source(3, 1);
+    source.Set({ 1, 0xF81F, 3 });
+    Canvas target(4, 1);
+    target.Fill(9);
+    EXPECT_TRUE(TransparentImage(target.Dc(), 0, 0, 4, 1, source.Dc(), 0, 0, 3, 1, RGB(255, 0, 255)));
+    EXPECT_EQ(target.Pixels(), (Words{ 1, 9, 9, 3 }));
 }
 
 TEST(TransparentImage, RefusesNegativeExtents)

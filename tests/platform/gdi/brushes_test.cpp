@@ -44,6 +44,36 @@ TEST(FillRect, StockGrayIsHalfway)
     EXPECT_EQ(canvas.At(0, 0), 0x8410);
 }
 
+TEST(FillRect, WithADeadBrushTakesTheSelectedOne)
+{
+    Canvas canvas(2, 1);
+    const HBRUSH red = CreateSolidBrush(RGB(255, 0, 0));
+    const HBRUSH dead = CreateSolidBrush(RGB(0, 0, 255));
+    DeleteObject(dead);
+    const HGDIOBJ before = SelectObject(canvas.Dc(), red);
+    const RECT rect = { 1, 0, 2, 1 };
+    EXPECT_NE(FillRect(canvas.Dc(), &rect, dead), 0);
+    EXPECT_EQ(canvas.Pixels(), (Words{ 0, 0xF800 }));
+    SelectObject(canvas.Dc(), before);
+    DeleteObject(red);
+}
+
+TEST(FillRect, TellsOfNoDeadContext)
+{
+    const HDC dead = CreateCompatibleDC(nullptr);
+    DeleteDC(dead);
+    const RECT rect = { 0, 0, 1, 1 };
+    EXPECT_NE(FillRect(dead, &rect, static_cast<HBRUSH>(GetStockObject(WHITE_BRUSH))), 0);
+}
+
+TEST(FillRect, OfAnEmptyRectangleDrawsNothing)
+{
+    Canvas canvas(2, 1);
+    const RECT rect = { 1, 0, 1, 1 };
+    EXPECT_NE(FillRect(canvas.Dc(), &rect, static_cast<HBRUSH>(GetStockObject(WHITE_BRUSH))), 0);
+    EXPECT_EQ(canvas.Pixels(), (Words{ 0, 0 }));
+}
+
 TEST(PatternBrush, RepeatsFromTheContextsOrigin)
 {
     Canvas tile(2, 2);

@@ -50,6 +50,13 @@ TEST(GdiObjects, ADeletedContextLetsGoOfItsBitmap)
     EXPECT_TRUE(DeleteObject(bitmap));
 }
 
+TEST(GdiObjects, DeleteObjectEndsAMemoryContextToo)
+{
+    const HDC dc = CreateCompatibleDC(nullptr);
+    EXPECT_TRUE(DeleteObject(dc));
+    EXPECT_FALSE(DeleteDC(dc));
+}
+
 TEST(GdiObjects, SelectReturnsTheObjectBefore)
 {
     Canvas canvas(2, 2);
@@ -82,7 +89,6 @@ TEST(GdiObjects, ADeletedContextFailsEveryCall)
 {
     const HDC dc = CreateCompatibleDC(nullptr);
     EXPECT_TRUE(DeleteDC(dc));
-    const RECT rect = { 0, 0, 1, 1 };
     EXPECT_FALSE(DeleteDC(dc));
     EXPECT_EQ(CreateCompatibleDC(dc), nullptr);
     EXPECT_EQ(SelectObject(dc, GetStockObject(WHITE_BRUSH)), nullptr);
@@ -90,17 +96,13 @@ TEST(GdiObjects, ADeletedContextFailsEveryCall)
     EXPECT_EQ(SetTextColor(dc, 0), CLR_INVALID);
     EXPECT_EQ(SetBkColor(dc, 0), CLR_INVALID);
     EXPECT_EQ(SetBkMode(dc, TRANSPARENT), 0);
-    EXPECT_EQ(FillRect(dc, &rect, static_cast<HBRUSH>(GetStockObject(WHITE_BRUSH))), 0);
     EXPECT_EQ(GetDeviceCaps(dc, LOGPIXELSY), 0);
 }
 
 TEST(GdiObjects, AForeignKindIsRefused)
 {
     Canvas canvas(2, 2);
-    const RECT rect = { 0, 0, 1, 1 };
-    const HBRUSH bitmapAsBrush = reinterpret_cast<HBRUSH>(canvas.Handle());
     const HDC brushAsContext = reinterpret_cast<HDC>(GetStockObject(WHITE_BRUSH));
-    EXPECT_EQ(FillRect(canvas.Dc(), &rect, bitmapAsBrush), 0);
     EXPECT_EQ(GetPixel(brushAsContext, 0, 0), CLR_INVALID);
     EXPECT_FALSE(BitBlt(canvas.Dc(), 0, 0, 1, 1, brushAsContext, 0, 0, SRCCOPY));
 }

@@ -153,6 +153,77 @@ TEST_F(Text, LineEndsMakeLines)
     EXPECT_EQ(Draw(TEXT("a\nb"), rect, DT_CALCRECT | DT_SINGLELINE), m_lineHeight);
 }
 
+TEST_F(Text, ReturnAndFeedInEitherOrderAreOneLineEnd)
+{
+    RECT rect = { 0, 0, 200, 100 };
+    EXPECT_EQ(Draw(TEXT("a\n\rb"), rect, DT_CALCRECT), 2 * m_lineHeight);
+    EXPECT_EQ(Draw(TEXT("a\r\rb"), rect, DT_CALCRECT), 3 * m_lineHeight);
+    EXPECT_EQ(Draw(TEXT("a\n\nb"), rect, DT_CALCRECT), 3 * m_lineHeight);
+    EXPECT_EQ(Draw(TEXT("a\n"), rect, DT_CALCRECT), m_lineHeight);
+}
+
+TEST_F(Text, LinesEndWithTheFirstThatReachesPastTheRectangle)
+{
+    const WString text = TEXT("a\nb\nc\nd");
+    EXPECT_EQ(Draw(text, { 0, 0, 200, m_lineHeight + 5 }, 0), 2 * m_lineHeight);
+    EXPECT_EQ(Draw(text, { 0, 0, 200, m_lineHeight }, 0), 2 * m_lineHeight);
+    EXPECT_EQ(Draw(text, { 0, 0, 200, m_lineHeight + 5 }, DT_NOCLIP), 4 * m_lineHeight);
+    EXPECT_EQ(Draw(text, { 0, 0, 200, m_lineHeight + 5 }, DT_CALCRECT), 4 * m_lineHeight);
+}
+
+TEST_F(Text, CalcRectOfALineInTheMiddleReachesToItsEnd)
+{
+    RECT rect = { 5, 10, 6, 110 };
+    const int height = 50 - m_lineHeight / 2 + m_lineHeight;
+    EXPECT_EQ(DrawTextW(Dc(), TEXT("abc"), -1, &rect, DT_CALCRECT | DT_SINGLELINE | DT_VCENTER), height);
+    EXPECT_EQ(rect.top, 10);
+    EXPECT_EQ(rect.bottom, 10 + height);
+    EXPECT_EQ(rect.right, 5 + Width(TEXT("abc")));
+}
+
+TEST_F(Text, CalcRectOfALineAtTheBottomKeepsTheHeight)
+{
+    RECT rect = { 5, 10, 6, 110 };
+    EXPECT_EQ(DrawTextW(Dc(), TEXT("abc"), -1, &rect, DT_CALCRECT | DT_SINGLELINE | DT_BOTTOM), 100);
+    EXPECT_EQ(rect.top, 10);
+    EXPECT_EQ(rect.bottom, 110);
+}
+
+TEST_F(Text, CalcRectOfALineOnTheRightStartsOnTheLeftAllTheSame)
+{
+    for (const UINT place : { DT_CENTER, DT_RIGHT }) {
+        RECT rect = { 5, 10, 100, 20 };
+        DrawTextW(Dc(), TEXT("abc"), -1, &rect, DT_CALCRECT | DT_SINGLELINE | place);
+        EXPECT_EQ(rect.left, 5) << place;
+        EXPECT_EQ(rect.right, 5 + Width(TEXT("abc"))) << place;
+    }
+}
+
+TEST_F(Text, ALineOnTheLeftKeepsTheBlankAtItsBreak)
+{
+    const WString text = TEXT("one two three");
+    RECT rect = { 0, 0, Width(text) - 1, 0 };
+    DrawTextW(Dc(), text.c_str(), -1, &rect, DT_CALCRECT | DT_WORDBREAK);
+    EXPECT_EQ(rect.right, Width(TEXT("one two ")));
+}
+
+TEST_F(Text, ALineInTheMiddleLeavesTheBlankAtItsBreak)
+{
+    const WString text = TEXT("one two three");
+    for (const UINT place : { DT_CENTER, DT_RIGHT }) {
+        RECT rect = { 0, 0, Width(text) - 1, 0 };
+        DrawTextW(Dc(), text.c_str(), -1, &rect, DT_CALCRECT | DT_WORDBREAK | place);
+        EXPECT_EQ(rect.right, Width(TEXT("one two"))) << place;
+    }
+}
+
+TEST_F(Text, ARectangleInsideOutBreaksNoLine)
+{
+    RECT rect = { 100, 0, 50, 0 };
+    EXPECT_EQ(DrawTextW(Dc(), TEXT("one two three"), -1, &rect, DT_CALCRECT | DT_WORDBREAK), m_lineHeight);
+    EXPECT_EQ(rect.right, 100 + Width(TEXT("one two three")));
+}
+
 TEST_F(Text, WordBreakKeepsWordsWhole)
 {
     const WString text = TEXT("one two");
@@ -171,12 +242,14 @@ TEST_F(Text, AWordWiderThanTheLineStandsAlone)
 
 TEST_F(Text, IsDrawnWithinItsRectangle)
 {
+    SetBkMode(Dc(), OPAQUE);
+    SetBkColor(Dc(), RGB(0, 0, 255));
     Draw(TEXT("WWWWWWWWWWWW"), { 20, 30, 60, 40 }, DT_SINGLELINE);
     const RECT drawn = m_canvas.Drawn(kGround);
-    EXPECT_GE(drawn.left, 20);
-    EXPECT_GE(drawn.top, 30);
+    EXPECT_EQ(drawn.left, 20);
+    EXPECT_EQ(drawn.top, 30);
     EXPECT_EQ(drawn.right, 60);
-    EXPECT_LE(drawn.bottom, 40);
+    EXPECT_EQ(drawn.bottom, 40);
 }
 
 TEST_F(Text, NoClipLetsItLeaveItsRectangle)
@@ -226,6 +299,15 @@ TEST_F(Text, AnAmpersandIsAMarkAndTwoAreOne)
     EXPECT_EQ(rect.right, Width(TEXT("a&b")));
 }
 
+TEST_F(Text, AnAmpersandAtTheEndIsShown)
+{
+    RECT rect = { 0, 0, 0, 0 };
+    DrawTextW(Dc(), TEXT("a&"), -1, &rect, DT_CALCRECT | DT_SINGLELINE);
+    EXPECT_EQ(rect.right, Width(TEXT("a&")));
+    DrawTextW(Dc(), TEXT("&"), 1, &rect, DT_CALCRECT | DT_SINGLELINE);
+    EXPECT_EQ(rect.right, Width(TEXT("&")));
+}
+
 TEST_F(Text, AMarkUnderlinesTheNextCharacter)
 {
     Draw(TEXT("H"), { 0, 0, 200, 100 }, DT_SINGLELINE);
@@ -243,6 +325,26 @@ TEST_F(Text, AnEllipsisKeepsTheTextInItsWidth)
     m_canvas.Fill(kGround);
     Draw(TEXT("W"), { 0, 0, 150, 100 }, DT_SINGLELINE | DT_WORD_ELLIPSIS);
     EXPECT_LE(m_canvas.Drawn(kGround).right, Width(TEXT("W")) + 1);
+}
+
+TEST_F(Text, AnEllipsisCutsWithinAWordWhereItJustFits)
+{
+    SetBkMode(Dc(), OPAQUE);
+    SetBkColor(Dc(), RGB(0, 0, 255));
+    const int fitting = Width(TEXT("abc..."));
+    Draw(TEXT("abcdefgh"), { 0, 0, fitting, 100 }, DT_SINGLELINE | DT_WORD_ELLIPSIS);
+    EXPECT_EQ(m_canvas.Drawn(kGround).right, fitting);
+    m_canvas.Fill(kGround);
+    Draw(TEXT("abcdefgh"), { 0, 0, fitting - 1, 100 }, DT_SINGLELINE | DT_WORD_ELLIPSIS);
+    EXPECT_EQ(m_canvas.Drawn(kGround).right, Width(TEXT("ab...")));
+}
+
+TEST_F(Text, AnEllipsisStandsAloneWhereNoCharacterFits)
+{
+    SetBkMode(Dc(), OPAQUE);
+    SetBkColor(Dc(), RGB(0, 0, 255));
+    Draw(TEXT("WWWW"), { 0, 0, 1, 100 }, DT_SINGLELINE | DT_WORD_ELLIPSIS | DT_NOCLIP);
+    EXPECT_EQ(m_canvas.Drawn(kGround).right, Width(TEXT("...")));
 }
 
 TEST_F(Text, AnOpaqueBackgroundFillsTheCell)

@@ -2,7 +2,11 @@
 
 #include "encoding/big5_gb_tables.h"
 
+#include <array>
+
 namespace {
+
+using RowStarts = std::array<std::uint32_t, 256>;
 
 // The codes of one set in the order of its table.
 struct Big5 {
@@ -10,9 +14,9 @@ struct Big5 {
     static constexpr unsigned kCodes = kBig5Rows * kBig5Columns;
     static constexpr const std::uint16_t* kCounterparts = kBig5ToGb;
 
-    static unsigned Index(unsigned lead, unsigned trail)
+    static constexpr unsigned RowStart(unsigned lead)
     {
-        return (lead - kFirstDoubleByteLead) * kBig5Columns + trail - kFirstTrail;
+        return lead > kLastBig5Lead ? kCodes : (lead - kFirstDoubleByteLead) * kBig5Columns - kFirstTrail;
     }
 };
 
@@ -22,20 +26,35 @@ struct Gb2312 {
     static constexpr unsigned kCodes = (kLastGbLead - kFirstDoubleByteLead + 1 - kGbFreeRows) * kGbColumns;
     static constexpr const std::uint16_t* kCounterparts = kGbToBig5;
 
-    static unsigned Index(unsigned lead, unsigned trail)
+    static constexpr unsigned RowStart(unsigned lead)
     {
-        const unsigned skipped = lead >= 0xB0 ? kGbFreeRows : 0;
-        return (lead - kFirstDoubleByteLead - skipped) * kGbColumns + trail - kFirstTrail;
+        const unsigned row = lead - kFirstDoubleByteLead - (lead >= 0xB0 ? kGbFreeRows : 0);
+        return lead > kLastGbLead ? kCodes : row * kGbColumns - kFirstTrail;
     }
 };
+
+// For each lead byte what to add a trail byte to; without a row, what lies behind all codes.
+template <typename Set>
+constexpr RowStarts MakeRowStarts()
+{
+    RowStarts starts = {};
+    for (unsigned lead = kFirstDoubleByteLead; lead < starts.size(); ++lead)
+        starts[lead] = Set::RowStart(lead);
+    return starts;
+}
+
+template <typename Set>
+constexpr RowStarts kRowStarts = MakeRowStarts<Set>();
 
 // A trail byte of 0xFF stands one column behind its row and reads the next row's first; what stands behind the last row
 // stays as it is.
 template <typename Set>
 unsigned Converted(unsigned lead, unsigned trail)
 {
-    const unsigned index = Set::Index(lead, trail);
-    return index < Set::kCodes ? Set::kCounterparts[index] : lead | trail << 8;
+    const unsigned index = kRowStarts<Set>[lead] + trail;
+    if (index < Set::kCodes) [[likely]]
+        return Set::kCounterparts[index];
+    return lead | trail << 8;
 }
 
 unsigned Byte(const char* at)
@@ -53,12 +72,18 @@ void Convert(const char* source, char* destination)
         return;
     unsigned lead = Byte(source);
     for (;;) {
-        while (lead >= kFirstDoubleByteLead && Byte(source + 1) >= Set::kFirstTrail) {
-            const unsigned pair = Converted<Set>(lead, Byte(source + 1));
-            source += 2;
-            lead = Byte(source);
-            *destination++ = static_cast<char>(pair);
-            *destination++ = static_cast<char>(pair >> 8);
+        if (lead >= kFirstDoubleByteLead) {
+            unsigned trail = Byte(source + 1);
+            while (trail >= Set::kFirstTrail) {
+                const unsigned pair = Converted<Set>(lead, trail);
+                source += 2;
+                lead = Byte(source);
+                *destination++ = static_cast<char>(pair);
+                *destination++ = static_cast<char>(pair >> 8);
+                if (lead < kFirstDoubleByteLead)
+                    break;
+                trail = Byte(source + 1);
+            }
         }
         do {
             *destination++ = static_cast<char>(lead);

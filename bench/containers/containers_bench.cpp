@@ -29,7 +29,7 @@ private:
     std::list<void*>::iterator At(std::int32_t index)
     {
         const auto count = static_cast<std::int32_t>(m_items.size());
-        return index < count / 2 ? std::next(m_items.begin(), index) : std::prev(m_items.end(), count - index);
+        return index <= count / 2 ? std::next(m_items.begin(), index) : std::prev(m_items.end(), count - index);
     }
 
     std::list<void*> m_items;

@@ -183,7 +183,8 @@ int ParsePlayListRecord(WStringView text, CPtrListCtrl& list)
     WStringView number;
     WStringView fileName;
     WStringView folder;
-    if (!TakeField(text, number) || !TakeField(text, fileName) || !TakeField(text, folder) || fileName.empty())
+    if (!TakeField(text, number) || !TakeField(text, fileName) || !TakeField(text, folder) || fileName.empty() ||
+        fileName.front() == 0)
         return 0;
     std::unique_ptr<MediaFileEntry> entry(NewMediaEntry(fileName, folder));
     if (!entry || !IsThere(*entry))

@@ -201,6 +201,12 @@ TEST_F(PlayListFile, RecordsAcrossTheBlocksOfReadingAreWhole)
         EXPECT_EQ(At(PlayList, i).duration, i);
 }
 
+TEST_F(PlayListFile, ANameThatBeginsWithAZeroIsNone)
+{
+    device.WriteFile("card/a.mp3");
+    EXPECT_TRUE(Load(Utf16("1$") + std::string(2, '\0') + Utf16("$\\SDMMC$1") + "\r\n").empty());
+}
+
 TEST_F(PlayListFile, ARecordTooLongIsDroppedAndTheNextRead)
 {
     device.WriteFile("card/a.mp3");

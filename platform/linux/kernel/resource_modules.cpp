@@ -197,7 +197,8 @@ int LoadStringW(HINSTANCE module, UINT id, LPWSTR buffer, int bufferUnits)
         return units;
     }
     const int copied = std::min(units, bufferUnits - 1);
-    std::memcpy(buffer, text.data(), static_cast<std::size_t>(copied) * sizeof(WCHAR));
+    if (copied > 0)
+        std::memcpy(buffer, text.data(), static_cast<std::size_t>(copied) * sizeof(WCHAR));
     buffer[copied] = u'\0';
     return copied;
 }

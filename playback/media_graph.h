@@ -14,8 +14,8 @@ struct _AMMediaType;
 // Posted, with both parameters 0, to the notify window when an event waits to be taken.
 constexpr UINT kGraphEventMessage = WM_USER + 20;
 
-// Event codes that every engine reports. A song that breaks off reports kGraphErrorAbort and then kGraphComplete, so
-// that whoever waits for its end goes on.
+// Event codes that every engine reports, some among others of their own. A song that breaks off reports
+// kGraphErrorAbort and then kGraphComplete, so that whoever waits for its end goes on.
 constexpr long kGraphComplete = 1;
 constexpr long kGraphUserAbort = 2;
 constexpr long kGraphErrorAbort = 3;
@@ -36,7 +36,8 @@ public:
     MediaGraph(const MediaGraph&) = delete;
     MediaGraph& operator=(const MediaGraph&) = delete;
 
-    // Makes an empty graph. False when the engine cannot, and when there is a graph already.
+    // Makes an empty graph. False when the engine cannot, and when there is a graph already. The thread has called
+    // CoInitializeEx.
     virtual bool Init();
     // Leaves nothing of the graph; no notice is posted from here on.
     virtual void ReleaseAll();
@@ -45,13 +46,14 @@ public:
     virtual bool Attach(IGraphBuilder* graph);
 
     // Builds the chain for the file of a device path. False when there is no such file or nothing in it can be played:
-    // the graph is then empty, lasts 0 seconds and reports no event.
+    // the graph is then empty, lasts 0 seconds and has no end. False too where no device takes sound, if the engine
+    // needs one; how long the song lasts is then not known.
     bool RenderFile(const WCHAR* path);
 
     bool Run();
     // Cues the song: returns once its first sound is ready, or at once when it turns out to be broken.
     bool Pause();
-    // The position stays: a later Run goes on from it.
+    // A later Run goes on from the position: where playing stopped or, with some engines, where it was last put.
     bool Stop();
     // The state that was asked for, also while the graph is still on its way there.
     bool IsRunning() const;
@@ -66,13 +68,14 @@ public:
     bool TakeEvent(long& code);
     void DrainEvents();
 
-    // The output is untouched on failure. A length may grow more exact while the song plays.
+    // The output is untouched on failure. A length may grow more exact while the song plays. A place before the
+    // beginning is the beginning, one past the end is the end; one that is no number is refused.
     bool GetDuration(double& seconds) const;
     bool GetCurrentPosition(double& seconds) const;
     bool GetStopPosition(double& seconds) const;
     bool SetPosition(double seconds);
     bool SetPositions(double start, double stop);
-    // 1.0 is the song's own speed; only speeds above 0.
+    // 1.0 is the song's own speed; ask only for speeds above 0.
     bool SetRate(double rate);
     bool GetRate(double& rate) const;
 
@@ -95,5 +98,5 @@ public:
 private:
     struct Engine;
     bool QueryInterfaces();
-    std::unique_ptr<Engine> m_engine; // null: no graph
+    std::unique_ptr<Engine> m_engine; // null or empty: no graph
 };

@@ -23,10 +23,31 @@ struct Target {
     LPARAM place;
 };
 
+struct Search {
+    POINT onDesktop;
+    HWND found;
+};
+
+// From the topmost window down.
+BOOL CALLBACK LookAtWindow(HWND window, LPARAM parameter)
+{
+    auto& search = *reinterpret_cast<Search*>(parameter);
+    DWORD process = 0;
+    GetWindowThreadProcessId(window, &process);
+    RECT place{};
+    if (process != GetCurrentProcessId() || !IsWindowVisible(window) || !IsWindowEnabled(window) ||
+        !GetWindowRect(window, &place) || !PtInRect(&place, search.onDesktop))
+        return TRUE;
+    search.found = window;
+    return FALSE;
+}
+
 // The innermost window under a point of the desktop that would get a click there.
 Target WindowUnder(POINT onDesktop)
 {
-    HWND window = screen::ScreenWindow();
+    Search search{ onDesktop, screen::ScreenWindow() };
+    EnumWindows(LookAtWindow, reinterpret_cast<LPARAM>(&search));
+    HWND window = search.found;
     for (;;) {
         POINT place = onDesktop;
         ScreenToClient(window, &place);

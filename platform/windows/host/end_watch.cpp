@@ -2,8 +2,14 @@
 
 #include "platform/windows/screen/window_procedures.h"
 
+#include <cstdlib>
+
 namespace cardsong::host {
 namespace {
+
+// A player that does not answer the exit key so often hangs, and must not keep its user.
+constexpr int kPatience = 3;
+constexpr int kGaveUpStatus = 130;
 
 // Set while something asks the program to end; one for the process, as the console's handler is.
 HANDLE EndWanted()
@@ -12,9 +18,13 @@ HANDLE EndWanted()
     return s_event;
 }
 
-BOOL WINAPI OnConsole(DWORD)
+BOOL WINAPI OnConsole(DWORD event)
 {
     SetEvent(EndWanted());
+    // After a break the program goes on until the player has ended; at any other event the system ends it as soon as
+    // this returns, or when it has waited long enough.
+    if (event != CTRL_C_EVENT && event != CTRL_BREAK_EVENT)
+        Sleep(INFINITE);
     return TRUE;
 }
 
@@ -49,9 +59,11 @@ void EndWatch::Watch(double seconds)
 {
     const HANDLE events[] = { m_stop, EndWanted() };
     DWORD limitMs = seconds > 0 ? static_cast<DWORD>(seconds * 1000.0) : INFINITE;
-    for (bool isFirst = true; WaitForMultipleObjects(2, events, FALSE, limitMs) != WAIT_OBJECT_0; isFirst = false) {
+    for (int asked = 0; WaitForMultipleObjects(2, events, FALSE, limitMs) != WAIT_OBJECT_0; ++asked) {
         limitMs = INFINITE;
-        if (isFirst)
+        if (asked == kPatience)
+            std::_Exit(kGaveUpStatus);
+        if (asked == 0)
             m_beforeEnd();
         screen::PressExitKey();
     }

@@ -85,6 +85,7 @@ int RunSession(const Options& options)
     LayOutDevice(options);
     screen::SetUpScreen(ScreenFor(options));
 
+    AllowSetForegroundWindow(ASFW_ANY); // a second start lets the running player come to the front
     EndWatch endWatch;
     std::atomic<bool> saved = options.screenshotFile.empty();
     endWatch.Start(options.runForSeconds, [&] { saved = saved || screen::SaveScreenshot(options.screenshotFile); });

@@ -17,6 +17,7 @@ constexpr wchar_t kBackdropClass[] = L"CardsongBackdrop";
 Frame g_frame = Frame::Window;
 int g_scale = 1;
 bool g_isSetUp = false;
+UINT g_dpi = USER_DEFAULT_SCREEN_DPI; // of the frame around the screen
 std::atomic<HWND> g_window = nullptr;
 std::atomic<LONG> g_left = 0; // of the client area, where the window was never moved yet
 std::atomic<LONG> g_top = 0;
@@ -45,12 +46,9 @@ POINT FirstPlace(const RECT& area)
              (area.top + area.bottom - kScreenHeightPx * g_scale) / 2 };
 }
 
-// A window beyond every monitor would have no pixels to draw; one without opacity has.
-void Hide(HWND window)
+void AddExStyle(HWND window, LONG_PTR style)
 {
-    const LONG_PTR style = GetWindowLongPtrW(window, GWL_EXSTYLE);
-    SetWindowLongPtrW(window, GWL_EXSTYLE, style | WS_EX_TOOLWINDOW | WS_EX_LAYERED | WS_EX_TRANSPARENT);
-    SetLayeredWindowAttributes(window, 0, 0, LWA_ALPHA);
+    SetWindowLongPtrW(window, GWL_EXSTYLE, GetWindowLongPtrW(window, GWL_EXSTYLE) | style);
 }
 
 // A black window of the whole monitor, which owns the screen window and so lies below it.
@@ -92,6 +90,7 @@ void SetUpScreen(const ScreenOptions& options)
     else
         g_scale =
             options.frame == Frame::Hidden ? 1 : host::ComfortableScale(work.right - work.left, work.bottom - work.top);
+    g_dpi = GetDpiForSystem();
     const POINT place = FirstPlace(options.frame == Frame::FullScreen ? whole : work);
     g_left = place.x;
     g_top = place.y;
@@ -101,6 +100,11 @@ void SetUpScreen(const ScreenOptions& options)
 bool IsSetUp()
 {
     return g_isSetUp;
+}
+
+bool IsHidden()
+{
+    return g_isSetUp && g_frame == Frame::Hidden;
 }
 
 int Scale()
@@ -119,10 +123,10 @@ void AdoptScreenWindow(HWND window)
     if (g_frame == Frame::Window)
         style = (style & ~static_cast<LONG_PTR>(WS_POPUP)) | kCaption;
     SetWindowLongPtrW(window, GWL_STYLE, style);
-    if (g_frame == Frame::Hidden)
-        Hide(window);
-    if (g_frame == Frame::FullScreen)
+    if (g_frame == Frame::FullScreen) {
         SetWindowLongPtrW(window, GWLP_HWNDPARENT, reinterpret_cast<LONG_PTR>(MakeBackdrop()));
+        AddExStyle(window, WS_EX_APPWINDOW); // an owned window has no place in the task bar unasked
+    }
     const RECT place = PlaceOfScreenWindow();
     g_window = window;
     SetWindowPos(window, nullptr, place.left, place.top, place.right - place.left, place.bottom - place.top,
@@ -139,8 +143,33 @@ RECT PlaceOfScreenWindow()
     const POINT origin = Origin();
     RECT place{ origin.x, origin.y, origin.x + kScreenWidthPx * g_scale, origin.y + kScreenHeightPx * g_scale };
     if (g_frame == Frame::Window)
-        AdjustWindowRectExForDpi(&place, static_cast<DWORD>(kCaption), FALSE, 0, GetDpiForSystem());
+        AdjustWindowRectExForDpi(&place, static_cast<DWORD>(kCaption), FALSE, 0, g_dpi);
     return place;
+}
+
+SIZE TakeWay()
+{
+    if (IsIconic(g_window))
+        return {};
+    const POINT now = Origin();
+    return { now.x - g_left.exchange(now.x), now.y - g_top.exchange(now.y) };
+}
+
+void TakeDpi(UINT dpi, POINT outerCorner)
+{
+    g_dpi = dpi;
+    const RECT place = PlaceOfScreenWindow();
+    SetWindowPos(g_window, nullptr, outerCorner.x, outerCorner.y, place.right - place.left, place.bottom - place.top,
+                 SWP_NOZORDER | SWP_NOACTIVATE);
+}
+
+// A window beyond every monitor would have no pixels to draw; one without opacity has.
+void HideLikeScreen(HWND window)
+{
+    if (g_frame != Frame::Hidden)
+        return;
+    AddExStyle(window, WS_EX_TOOLWINDOW | WS_EX_LAYERED | WS_EX_TRANSPARENT);
+    SetLayeredWindowAttributes(window, 0, 0, LWA_ALPHA);
 }
 
 RECT Enlarge(const RECT& rect)

@@ -28,11 +28,18 @@ int Scale();
 
 // The window that shows the screen: the first one without a parent that the player makes. Null before and after.
 HWND ScreenWindow();
+bool IsHidden();
 // `window` becomes the screen's: it gets the frame of a desktop window, and its client area lies where the screen is.
 void AdoptScreenWindow(HWND window);
 void ForgetScreenWindow();
 // The desktop's place of the screen window's outer edges.
 RECT PlaceOfScreenWindow();
+// How far the screen window has gone over the desktop since the last call.
+SIZE TakeWay();
+// The screen window is on a monitor of so many dots to the inch now: its frame changes, its pixels do not.
+void TakeDpi(UINT dpi, POINT outerCorner);
+// Takes a window without a parent out of everybody's sight when the screen is hidden; else changes nothing.
+void HideLikeScreen(HWND window);
 
 // Between the device's pixels and the desktop's. A rectangle that is made smaller is rounded outwards, so that none of
 // its pixels is lost.

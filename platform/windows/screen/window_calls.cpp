@@ -76,6 +76,27 @@ LONG_PTR SetWindowLongPtrW(HWND window, int index, LONG_PTR value)
     return ReplaceProcedure(window, reinterpret_cast<WNDPROC>(value));
 }
 
+// What nobody sees takes the keyboard from nobody.
+BOOL ShowWindow(HWND window, int command)
+{
+    if (IsHidden() && command == SW_SHOW && !IsChild(window))
+        command = SW_SHOWNA;
+    return ::ShowWindow(window, command);
+}
+
+// On a device the lowest bit of the handle asks for the last active pop-up of the window.
+BOOL SetForegroundWindow(HWND window)
+{
+    if (!IsSetUp())
+        return ::SetForegroundWindow(window);
+    const auto target = reinterpret_cast<HWND>(reinterpret_cast<ULONG_PTR>(window) & ~ULONG_PTR{ 1 });
+    if (IsHidden())
+        return ::IsWindow(target);
+    if (::IsIconic(ScreenWindow()))
+        ::ShowWindow(ScreenWindow(), SW_RESTORE);
+    return ::SetForegroundWindow(target);
+}
+
 BOOL MoveWindow(HWND window, int x, int y, int widthPx, int heightPx, BOOL repaint)
 {
     if (!IsSetUp())

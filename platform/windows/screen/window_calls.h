@@ -12,6 +12,8 @@ HWND CreateWindowExW(DWORD exStyle, LPCWSTR className, LPCWSTR text, DWORD style
 HWND CreateDialogIndirectParamW(HINSTANCE instance, LPCDLGTEMPLATEW dialogTemplate, HWND parent, DLGPROC procedure,
                                 LPARAM parameter);
 LONG_PTR SetWindowLongPtrW(HWND window, int index, LONG_PTR value);
+BOOL ShowWindow(HWND window, int command);
+BOOL SetForegroundWindow(HWND window);
 BOOL MoveWindow(HWND window, int x, int y, int widthPx, int heightPx, BOOL repaint);
 BOOL SetWindowPos(HWND window, HWND after, int x, int y, int widthPx, int heightPx, UINT flags);
 BOOL GetWindowRect(HWND window, LPRECT rect);
@@ -24,6 +26,7 @@ BOOL InvalidateRect(HWND window, const RECT* rect, BOOL erase);
 BOOL ValidateRect(HWND window, const RECT* rect);
 BOOL GetUpdateRect(HWND window, LPRECT rect, BOOL erase);
 int GetDeviceCaps(HDC context, int index);
+HFONT CreateFontIndirectW(const LOGFONTW* description);
 BOOL GetMessageW(LPMSG message, HWND window, UINT first, UINT last);
 BOOL PeekMessageW(LPMSG message, HWND window, UINT first, UINT last, UINT remove);
 

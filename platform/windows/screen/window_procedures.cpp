@@ -74,8 +74,29 @@ LRESULT Erase(WNDPROC procedure, HWND window, WPARAM wParam, LPARAM lParam)
     return result;
 }
 
+BOOL CALLBACK MoveAlong(HWND window, LPARAM way)
+{
+    if (window == ScreenWindow() ||
+        GetWindowLongPtrW(window, GWLP_WNDPROC) != reinterpret_cast<LONG_PTR>(PlayersProcedure))
+        return TRUE;
+    const SIZE& by = *reinterpret_cast<const SIZE*>(way);
+    RECT place{};
+    GetWindowRect(window, &place);
+    SetWindowPos(window, nullptr, place.left + by.cx, place.top + by.cy, 0, 0,
+                 SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE | SWP_ASYNCWINDOWPOS);
+    return TRUE;
+}
+
+// The player's other windows lie on the screen, wherever it goes.
+void TakeWindowsAlong()
+{
+    SIZE way = TakeWay();
+    if (way.cx != 0 || way.cy != 0)
+        EnumWindows(MoveAlong, reinterpret_cast<LPARAM>(&way));
+}
+
 // What the desktop asks of the screen's window and a device never does. True when it was answered.
-bool AnswerDesktop(UINT message, LPARAM lParam, LRESULT& result)
+bool AnswerDesktop(UINT message, WPARAM wParam, LPARAM lParam, LRESULT& result)
 {
     switch (message) {
     case WM_WINDOWPOSCHANGING: // the last message before there is nothing more to see
@@ -83,10 +104,17 @@ bool AnswerDesktop(UINT message, LPARAM lParam, LRESULT& result)
             KeepLastPicture();
         return false;
     case WM_CLOSE: PressExitKey(); return true;
-    case WM_QUERYENDSESSION:
-        PressExitKey();
-        result = TRUE;
+    case WM_QUERYENDSESSION: result = TRUE; return true;
+    case WM_ENDSESSION:
+        if (wParam != FALSE) // the process ends with the answer: the player has to save now
+            SendMessageW(ScreenWindow(), WM_KEYDOWN, VK_F24, kFirstStroke);
         return true;
+    case WM_DPICHANGED: {
+        const RECT& wished = *reinterpret_cast<const RECT*>(lParam);
+        TakeDpi(HIWORD(wParam), { wished.left, wished.top });
+        return true;
+    }
+    case WM_MOVE: TakeWindowsAlong(); return false;
     case WM_NCDESTROY: ForgetScreenWindow(); return false;
     default: return false;
     }
@@ -101,6 +129,8 @@ bool IsMouse(UINT message)
 
 LRESULT CALLBACK PlayersProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam)
 {
+    if (message == WM_NCCREATE && (GetWindowLongPtrW(window, GWL_STYLE) & WS_CHILD) == 0)
+        HideLikeScreen(window);
     if (message == WM_NCCREATE && std::exchange(t_screenWindowComes, false)) {
         AdoptScreenWindow(window);
         const LRESULT goesOn = CallWindowProcW(ProcedureOf(window), window, message, wParam, lParam);
@@ -108,7 +138,7 @@ LRESULT CALLBACK PlayersProcedure(HWND window, UINT message, WPARAM wParam, LPAR
         return goesOn;
     }
     LRESULT answer = 0;
-    if (window == ScreenWindow() && AnswerDesktop(message, lParam, answer))
+    if (window == ScreenWindow() && AnswerDesktop(message, wParam, lParam, answer))
         return answer;
     const WNDPROC procedure = ProcedureOf(window);
     if (message == WM_NCDESTROY)
@@ -132,8 +162,11 @@ void RememberProcedure(ATOM windowClass, WNDPROC procedure)
 
 LONG_PTR ReplaceProcedure(HWND window, WNDPROC procedure)
 {
+    const auto playersBefore = reinterpret_cast<LONG_PTR>(ProcedureOf(window));
     SetPropW(window, kProcedureProperty, reinterpret_cast<HANDLE>(procedure));
-    return SetWindowLongPtrW(window, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(&PlayersProcedure));
+    const auto ours = reinterpret_cast<LONG_PTR>(&PlayersProcedure);
+    const LONG_PTR before = SetWindowLongPtrW(window, GWLP_WNDPROC, ours);
+    return before == ours ? playersBefore : before;
 }
 
 ScreenWindowComes::ScreenWindowComes(bool comes)

@@ -29,6 +29,7 @@ struct Seen {
 std::vector<Seen> g_seen;
 RECT g_itemRect;
 SIZE g_size;
+WNDPROC g_replaced;
 
 void Paint(HWND window)
 {
@@ -240,6 +241,114 @@ TEST_F(DeviceScreen, ItsPictureOutlivesItsWindow)
     EXPECT_TRUE(screen::SaveScreenshot(path));
     EXPECT_EQ(device.ReadFile("user/shot.png"), shown);
     EXPECT_FALSE(screen::SaveScreenshot("Z:\\no\\such\\folder\\shot.png"));
+}
+
+LRESULT CALLBACK OtherProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam)
+{
+    g_seen.push_back({ message, wParam, lParam });
+    return CallWindowProcW(g_replaced, window, message, wParam, lParam);
+}
+
+TEST_F(DeviceScreen, AProcedureThatIsReplacedTwiceIsReachedOnce)
+{
+    const HWND button = AddButton();
+    const auto other = reinterpret_cast<LONG_PTR>(OtherProcedure);
+    const LONG_PTR systems = SetWindowLongPtrW(button, GWLP_WNDPROC, other);
+    EXPECT_EQ(SetWindowLongPtrW(button, GWLP_WNDPROC, systems), other);
+    EXPECT_EQ(SetWindowLongPtrW(button, GWLP_WNDPROC, other), systems);
+    g_replaced = reinterpret_cast<WNDPROC>(systems);
+    g_seen.clear();
+    SendMessageW(button, BM_GETCHECK, 0, 0);
+    EXPECT_EQ(g_seen.size(), 1U);
+
+    g_replaced = reinterpret_cast<WNDPROC>(SetWindowLongPtrW(m_window, GWLP_WNDPROC, other));
+    EXPECT_EQ(g_replaced, &Procedure);
+    g_seen.clear();
+    SendMessageW(m_window, WM_COMMAND, 1, 0);
+    EXPECT_EQ(g_seen.size(), 2U); // the other one, then the class's own
+}
+
+TEST_F(DeviceScreen, NoWindowDrawsOverItsChildren)
+{
+    const HWND button = AddButton();
+    for (const HWND window : { m_window, button })
+        EXPECT_EQ(GetWindowLongPtrW(window, GWL_STYLE) & LONG_PTR{ screen::kDeviceStyle },
+                  LONG_PTR{ screen::kDeviceStyle });
+}
+
+TEST_F(DeviceScreen, AnEndOfTheSessionIsAllowedAndPressesTheExitKeyWhenItComes)
+{
+    EXPECT_TRUE(SendMessageW(m_window, WM_QUERYENDSESSION, 0, 0));
+    SendMessageW(m_window, WM_ENDSESSION, FALSE, 0); // another program refused
+    Pump();
+    EXPECT_TRUE(g_seen.empty());
+    SendMessageW(m_window, WM_ENDSESSION, TRUE, 0);
+    ASSERT_EQ(g_seen.size(), 1U); // without a message loop
+    EXPECT_EQ(g_seen[0].wParam, static_cast<WPARAM>(VK_F24));
+}
+
+TEST_F(DeviceScreen, OnAMonitorWithSmallerDotsOnlyTheFrameChanges)
+{
+    const RECT wished{ 50, 60, 1500, 1200 };
+    SendMessageW(m_window, WM_DPICHANGED, MAKEWPARAM(192, 192), reinterpret_cast<LPARAM>(&wished));
+    EXPECT_EQ(DesktopPlace(m_window).left, 50);
+    EXPECT_EQ(DesktopPlace(m_window).top, 60);
+    EXPECT_EQ(DesktopPlace(m_window).right - 50, DesktopFrameWidth(640, 192));
+    SendMessageW(m_window, WM_DPICHANGED, MAKEWPARAM(96, 96), reinterpret_cast<LPARAM>(&wished));
+    EXPECT_EQ(DesktopClientSize(m_window).cx, 640);
+}
+
+TEST_F(DeviceScreen, ThePlayersWindowsGoWithTheirScreen)
+{
+    const HWND popup = CreateWindowExW(0, TEXT("SCREENTEST"), TEXT(""), WS_POPUP | WS_VISIBLE, 20, 30, 40, 50, m_window,
+                                       nullptr, nullptr, nullptr);
+    MoveWindow(popup, 20, 30, 40, 50, FALSE); // its procedure has put it elsewhere
+    DragWindow(m_window, 17, 9);
+    Pump();
+    EXPECT_EQ(DesktopCorner(popup).x - DesktopCorner(m_window).x, 40);
+    EXPECT_EQ(DesktopCorner(popup).y - DesktopCorner(m_window).y, 60);
+    DestroyWindow(popup);
+}
+
+TEST_F(DeviceScreen, AHandleThatAsksForTheLastPopUpIsUnderstood)
+{
+    SetForegroundWindow(reinterpret_cast<HWND>(reinterpret_cast<ULONG_PTR>(m_window) | 1));
+    EXPECT_EQ(GetForegroundWindow(), m_window);
+}
+
+TEST_F(DeviceScreen, ANamelessFontWritesChinese)
+{
+    LOGFONTW description{};
+    description.lfHeight = -16;
+    const HFONT font = CreateFontIndirectW(&description);
+    const HDC context = CreateCompatibleDC(nullptr);
+    const HGDIOBJ before = SelectObject(context, font);
+    WORD glyphs[2] = {};
+    GetGlyphIndicesW(context, TEXT("a\u6B4C"), 2, glyphs, GGI_MARK_NONEXISTING_GLYPHS);
+    EXPECT_NE(glyphs[0], 0xFFFF);
+    EXPECT_NE(glyphs[1], 0xFFFF);
+    SelectObject(context, before);
+    DeleteDC(context);
+    DeleteObject(font);
+}
+
+TEST(HiddenScreen, IsSeenByNobodyAndTakesNoKeyboard)
+{
+    const HWND before = GetForegroundWindow();
+    screen::SetUpScreen({ screen::Frame::Hidden, 1 });
+    WNDCLASSW description{};
+    description.lpfnWndProc = Procedure;
+    description.lpszClassName = TEXT("HIDDENTEST");
+    RegisterClassW(&description);
+    const HWND window =
+        CreateWindowExW(0, TEXT("HIDDENTEST"), TEXT(""), WS_POPUP, 0, 0, 100, 100, nullptr, nullptr, nullptr, nullptr);
+    ShowWindow(window, SW_SHOW);
+    SetForegroundWindow(window);
+    EXPECT_TRUE(IsWindowVisible(window));
+    EXPECT_FALSE(IsOnDesktop(window));
+    EXPECT_EQ(GetForegroundWindow(), before);
+    DestroyWindow(window);
+    screen::SetUpScreen({ screen::Frame::Window, 2 });
 }
 
 } // namespace

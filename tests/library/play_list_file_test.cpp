@@ -2,6 +2,7 @@
 
 #include "tests/library/lists.h"
 #include "tests/platform/scratch_device.h"
+#include "tests/tags/bytes.h"
 
 #include <gtest/gtest.h>
 
@@ -199,6 +200,18 @@ TEST_F(PlayListFile, RecordsAcrossTheBlocksOfReadingAreWhole)
     ASSERT_EQ(Load(bytes).size(), 100u);
     for (std::int32_t i = 0; i < 100; ++i)
         EXPECT_EQ(At(PlayList, i).duration, i);
+}
+
+TEST_F(PlayListFile, TheSampleIsOneSong)
+{
+    device.WriteFile("card/\xE5\x95\x8A.wma");
+    device.WriteFile("user/Windows/play_list.txt", cardsong::test::SampleText("play_list/one_song.txt"));
+    Load();
+    ASSERT_EQ(PlayList.GetCount(), 1);
+    EXPECT_EQ(WString(At(PlayList, 0).fileName), TEXT("\x554A.wma"));
+    EXPECT_EQ(At(PlayList, 0).duration, 215.0);
+    SavePlayList(PlayList);
+    EXPECT_EQ(Written(), cardsong::test::SampleText("play_list/one_song.txt"));
 }
 
 TEST_F(PlayListFile, ANameThatBeginsWithAZeroIsNone)

@@ -5,6 +5,8 @@
 #include "platform/linux/kernel/host_names.h"
 #include "platform/linux/kernel/unicode.h"
 
+#include <algorithm>
+#include <filesystem>
 #include <span>
 #include <sys/stat.h>
 
@@ -28,16 +30,13 @@ struct Layers {
     Names names;
 };
 
-bool IsFolder(const std::string& hostPath)
+// Of what exists.
+std::optional<HostKind> KindOf(const std::string& hostPath)
 {
     struct stat facts = {};
-    return stat(hostPath.c_str(), &facts) == 0 && S_ISDIR(facts.st_mode);
-}
-
-bool Exists(const std::string& hostPath)
-{
-    struct stat facts = {};
-    return stat(hostPath.c_str(), &facts) == 0;
+    if (stat(hostPath.c_str(), &facts) != 0)
+        return std::nullopt;
+    return S_ISREG(facts.st_mode) ? HostKind::File : S_ISDIR(facts.st_mode) ? HostKind::Folder : HostKind::Neither;
 }
 
 Layers LayersOf(const DevicePath& path)
@@ -83,24 +82,26 @@ LookUp FindInLayer(const Layer& layer, Names names)
 {
     LookUp result;
     result.isInstalled = layer.isInstalled;
-    result.hostPath = ExactPath(layer.hostRoot, names);
-    if (!result.hostPath.empty() && Exists(result.hostPath))
+    const auto take = [&result](std::string hostPath) {
+        const auto kind = KindOf(hostPath);
+        result.kind = kind.value_or(HostKind::Neither);
+        result.hostPath = std::move(hostPath);
+        return kind.has_value();
+    };
+    if (take(ExactPath(layer.hostRoot, names)))
         return result;
     if (names.empty()) {
         result.error = ERROR_FILE_NOT_FOUND;
         return result;
     }
     const auto folder = FindInLayer(layer, names.first(names.size() - 1));
-    if (!folder.Found() || !IsFolder(folder.hostPath)) {
+    if (!folder.Found() || folder.kind != HostKind::Folder) {
         result.error = ERROR_PATH_NOT_FOUND;
         return result;
     }
     const auto hostName = FindNameIgnoringCase(folder.hostPath, names.back());
-    if (!hostName || !Exists(folder.hostPath + '/' + *hostName)) {
+    if (!hostName || !take(folder.hostPath + '/' + *hostName))
         result.error = ERROR_FILE_NOT_FOUND;
-        return result;
-    }
-    result.hostPath = folder.hostPath + '/' + *hostName;
     return result;
 }
 
@@ -142,7 +143,7 @@ std::string WritableFolder(const DevicePath& folder, DWORD& error)
         return place;
     }
     const auto found = FindOnHost(folder);
-    if (!found.Found() || !IsFolder(found.hostPath)) {
+    if (!found.Found() || found.kind != HostKind::Folder) {
         error = found.error == ERROR_INVALID_NAME ? ERROR_INVALID_NAME : ERROR_PATH_NOT_FOUND;
         return {};
     }
@@ -175,7 +176,7 @@ std::vector<std::string> HostFoldersExactly(const DevicePath& path)
     std::vector<std::string> folders;
     for (const auto& layer : layers.layers) {
         const auto found = FindInLayer(layer, layers.names);
-        if (found.Found() && IsFolder(found.hostPath))
+        if (found.Found() && found.kind == HostKind::Folder)
             folders.push_back(found.hostPath);
     }
     return folders;
@@ -223,7 +224,22 @@ std::string PlaceForNew(const DevicePath& path, DWORD& error)
     auto folder = WritableFolder(path.Parent(), error);
     if (folder.empty())
         return {};
+    if (LeadsOffTheCard(path, folder)) {
+        error = ERROR_ACCESS_DENIED;
+        return {};
+    }
     return folder + '/' + *hostName;
+}
+
+bool LeadsOffTheCard(const DevicePath& path, const std::string& hostPath)
+{
+    if (path.IsRoot() || !EqualIgnoringCase(path.names[0], kCard))
+        return false;
+    std::error_code error;
+    const auto card = std::filesystem::canonical(CurrentDeviceTree().cardDirectory, error);
+    const auto place = error ? std::filesystem::path() : std::filesystem::canonical(hostPath, error);
+    const auto differs = std::mismatch(card.begin(), card.end(), place.begin(), place.end()).first;
+    return error || differs != card.end();
 }
 
 std::vector<std::string> HostFoldersOf(const DevicePath& path)

@@ -12,12 +12,15 @@ namespace cardsong::kernel {
 // Whether the path is a volume of its own, whose listing has no "." and "..": the root, the card.
 bool IsVolumeRoot(const DevicePath& path);
 
+enum class HostKind { File, Folder, Neither };
+
 struct LookUp {
     // ERROR_FILE_NOT_FOUND: the folder exists, the name does not; ERROR_PATH_NOT_FOUND; ERROR_INVALID_NAME: no file
     // has such a name.
     DWORD error = ERROR_SUCCESS;
-    std::string hostPath;        // of what was found
-    bool isInstalled = false;    // found in the installed tree, which is never written
+    std::string hostPath;              // of what was found
+    HostKind kind = HostKind::Neither; // of what a link there leads to
+    bool isInstalled = false;          // found in the installed tree, which is never written
 
     bool Found() const { return error == ERROR_SUCCESS; }
 };
@@ -27,6 +30,10 @@ LookUp FindOnHost(const DevicePath& path);
 // The host path at which a file or folder named by `path` is made; the folder above it is made in the user's tree when
 // so far only the installed tree has it. Empty, with `error` set, when the folder above does not exist.
 std::string PlaceForNew(const DevicePath& path, DWORD& error);
+
+// Whether the existing file or folder at `hostPath`, found under `path`, lies off the card, where only a link can lead:
+// there nothing is written. The user's own tree may be put together with links.
+bool LeadsOffTheCard(const DevicePath& path, const std::string& hostPath);
 
 // The host folders whose entries together are the listing of an existing folder, the one that wins first.
 std::vector<std::string> HostFoldersOf(const DevicePath& path);

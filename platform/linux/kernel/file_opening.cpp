@@ -1,6 +1,7 @@
 #include "platform/linux/kernel/file_opening.h"
 
 #include "platform/linux/kernel/device_paths.h"
+#include "platform/linux/kernel/host_files.h"
 
 #include <array>
 #include <cerrno>
@@ -62,13 +63,18 @@ std::string CopyToUser(const DevicePath& path, const std::string& installedPath,
     return {};
 }
 
-OpenedFile OpenExisting(const DevicePath& path, const LookUp& found, DWORD access, bool losesContents)
+bool MayBeWritten(const DevicePath& path, const LookUp& found)
 {
     const auto facts = ReadHostFacts(found.hostPath);
-    if (!facts || facts->IsFolder())
-        return Failure(ERROR_ACCESS_DENIED);
+    const bool isReadOnly = !facts || ((facts->attributes & FILE_ATTRIBUTE_READONLY) != 0 && !found.isInstalled);
+    return !isReadOnly && !LeadsOffTheCard(path, found.hostPath);
+}
+
+// A scan opens thousands of songs for reading: nothing more is asked of them than the look has told.
+OpenedFile OpenExisting(const DevicePath& path, const LookUp& found, DWORD access, bool losesContents)
+{
     const bool isWritten = (access & GENERIC_WRITE) != 0 || losesContents;
-    if (isWritten && (facts->attributes & FILE_ATTRIBUTE_READONLY) != 0 && !found.isInstalled)
+    if (found.kind != HostKind::File || (isWritten && !MayBeWritten(path, found)))
         return Failure(ERROR_ACCESS_DENIED);
     DWORD error = ERROR_ACCESS_DENIED;
     const bool isCopied = isWritten && found.isInstalled;
@@ -83,7 +89,6 @@ OpenedFile OpenExisting(const DevicePath& path, const LookUp& found, DWORD acces
         return Failure(ErrorFromHost(errno));
     opened.existed = true;
     opened.losesContents = losesContents;
-    opened.facts = isCopied ? ReadHostFacts(hostPath).value_or(*facts) : *facts;
     return opened;
 }
 
@@ -99,7 +104,6 @@ OpenedFile CreateFresh(const DevicePath& path, DWORD access, DWORD attributes)
         return Failure(ErrorFromHost(errno));
     if ((attributes & (FILE_ATTRIBUTE_READONLY | FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_SYSTEM)) != 0)
         StoreAttributes(opened.descriptor, attributes | FILE_ATTRIBUTE_ARCHIVE);
-    opened.facts = ReadHostFacts(hostPath).value_or(HostFacts{});
     return opened;
 }
 

@@ -2,7 +2,7 @@
 // nothing that is not an ordinary file. Knows no handle.
 #pragma once
 
-#include "platform/linux/kernel/host_files.h"
+#include "platform/linux/ce/kernel.h"
 
 #include <string_view>
 
@@ -12,7 +12,6 @@ struct OpenedFile {
     int descriptor = -1; // owned by the caller; -1 when it failed, with `error` set
     bool existed = false;
     DWORD error = ERROR_SUCCESS;
-    HostFacts facts;
     bool losesContents = false; // the caller still has to truncate it
 };
 

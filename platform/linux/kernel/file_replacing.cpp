@@ -13,7 +13,7 @@ namespace {
 // The new name is on the disk when this returns; a file system that cannot promise that has done what it can.
 void FlushFolderOf(const std::string& hostPath)
 {
-    const int folder = open(hostPath.substr(0, hostPath.rfind('/')).c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    const int folder = open(FolderOf(hostPath).c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
     if (folder < 0)
         return;
     fsync(folder);
@@ -26,7 +26,8 @@ std::string PlaceOfTarget(const DevicePath& target, DWORD& error)
     const auto found = FindOnHost(target);
     if (found.Found() && !found.isInstalled) {
         const auto facts = ReadHostFacts(found.hostPath);
-        if (facts && !facts->IsFolder() && (facts->attributes & FILE_ATTRIBUTE_READONLY) == 0 && !IsOpen(*facts))
+        if (facts && !facts->IsFolder() && (facts->attributes & FILE_ATTRIBUTE_READONLY) == 0 &&
+            !IsOpen(facts->identity) && !LeadsOffTheCard(target, FolderOf(found.hostPath)))
             return found.hostPath;
         error = ERROR_ACCESS_DENIED;
         return {};
@@ -44,7 +45,9 @@ DWORD ReplaceFile(const DevicePath& target, const DevicePath& source)
         return ERROR_ACCESS_DENIED;
     if (source.endsInSeparator || target.endsInSeparator)
         return ERROR_INVALID_NAME;
-    if (IsOpen(*facts))
+    if (LeadsOffTheCard(source, FolderOf(from.hostPath)))
+        return ERROR_ACCESS_DENIED;
+    if (IsOpen(facts->identity))
         return ERROR_SHARING_VIOLATION;
     DWORD error = ERROR_PATH_NOT_FOUND;
     const auto to = PlaceOfTarget(target, error);

@@ -123,7 +123,8 @@ HANDLE OpenFile(std::u16string_view name, DWORD access, DWORD share, DWORD dispo
 {
     auto opened = OpenDeviceFile(name, access, disposition, attributes);
     auto error = opened.error;
-    auto entry = opened.descriptor < 0 ? std::nullopt : OpenFileEntry::Enter(opened.facts, access, share);
+    auto entry =
+        opened.descriptor < 0 ? std::nullopt : OpenFileEntry::Enter(IdentityOf(opened.descriptor), access, share);
     if (opened.descriptor >= 0 && !entry)
         error = ERROR_SHARING_VIOLATION;
     else if (opened.losesContents && ftruncate(opened.descriptor, 0) != 0)

@@ -9,21 +9,19 @@
 #include <algorithm>
 #include <dirent.h>
 #include <mutex>
-#include <sys/stat.h>
 
 namespace cardsong::kernel {
 namespace {
 
 struct Entry {
-    Entry(std::u16string deviceName, std::string path, bool isNoFolder = false)
-        : name(std::move(deviceName)), folded(ToLower(name)), hostPath(std::move(path)), mayBeLink(isNoFolder)
+    Entry(std::u16string deviceName, std::string path)
+        : name(std::move(deviceName)), folded(ToLower(name)), hostPath(std::move(path))
     {
     }
 
     std::u16string name; // as the device sees it
     std::u16string folded;
     std::string hostPath;
-    bool mayBeLink;
 };
 
 void FillFindData(const std::u16string& name, const HostFacts& facts, WIN32_FIND_DATAW& data)
@@ -42,10 +40,7 @@ void FillFindData(const std::u16string& name, const HostFacts& facts, WIN32_FIND
 // comes.
 class FindObject final : public KernelObject {
 public:
-    FindObject(std::vector<Entry> entries, std::vector<std::string> chain)
-        : m_entries(std::move(entries)), m_chain(std::move(chain))
-    {
-    }
+    explicit FindObject(std::vector<Entry> entries) : m_entries(std::move(entries)) {}
     bool ClosesWithCloseHandle() const override { return false; }
 
     // False at the end.
@@ -55,7 +50,7 @@ public:
         while (m_next < m_entries.size()) {
             const Entry& entry = m_entries[m_next++];
             const auto facts = ReadHostFacts(entry.hostPath);
-            if (!facts || (entry.mayBeLink && facts->IsFolder() && LeadsBack(*facts)))
+            if (!facts)
                 continue;
             FillFindData(entry.name, *facts, data);
             return true;
@@ -64,18 +59,8 @@ public:
     }
 
 private:
-    // A link to a folder that the path has already passed through would never end for who walks the whole tree.
-    bool LeadsBack(const HostFacts& folder) const
-    {
-        return std::any_of(m_chain.begin(), m_chain.end(), [&folder](const std::string& above) {
-            struct stat facts = {};
-            return stat(above.c_str(), &facts) == 0 && facts.st_ino == folder.inode && facts.st_dev == folder.device;
-        });
-    }
-
     std::mutex m_mutex;
     std::vector<Entry> m_entries;
-    std::vector<std::string> m_chain;
     std::size_t m_next = 0;
 };
 
@@ -89,7 +74,7 @@ void ListHostFolder(const std::string& hostFolder, std::u16string_view pattern, 
         const std::string_view hostName = found->d_name;
         auto name = DeviceNameFromHost(hostName);
         if (hostName != "." && hostName != ".." && MatchesPattern(name, pattern))
-            entries.push_back({ std::move(name), hostFolder + '/' + found->d_name, found->d_type != DT_DIR });
+            entries.push_back({ std::move(name), hostFolder + '/' + found->d_name });
     }
 }
 
@@ -141,18 +126,6 @@ std::vector<Entry> ListFolder(const DevicePath& path, const std::vector<std::str
     return all;
 }
 
-// The host folders on the way to `path`, itself included, for the search for links that lead back.
-std::vector<std::string> ChainOf(DevicePath path)
-{
-    std::vector<std::string> chain;
-    for (;; path = path.Parent()) {
-        for (auto& folder : HostFoldersOf(path))
-            chain.push_back(std::move(folder));
-        if (path.IsRoot())
-            return chain;
-    }
-}
-
 // One file or folder by its name, or a folder with a separator at the end: such a path answers with the folder itself,
 // on an empty card too. That is how the device's programs ask for a card ("SDMMC\"), though elsewhere it finds nothing.
 std::vector<Entry> FindOne(const DevicePath& path, DWORD& error)
@@ -180,7 +153,6 @@ HANDLE FindFirstFileW(LPCWSTR pattern, WIN32_FIND_DATAW* data)
 {
     DWORD error = ERROR_FILE_NOT_FOUND;
     std::vector<Entry> entries;
-    std::vector<std::string> chain;
     const auto path = ParseDevicePath(pattern ? std::u16string_view(pattern) : std::u16string_view());
     const bool isSearch = !path.IsRoot() && !path.endsInSeparator && HasWildcard(path.names.back());
     if (!pattern || !*pattern) {
@@ -191,11 +163,10 @@ HANDLE FindFirstFileW(LPCWSTR pattern, WIN32_FIND_DATAW* data)
         if (hostFolders.empty() && !folder.IsRoot())
             error = HasForeignName(folder) ? ERROR_INVALID_NAME : ERROR_PATH_NOT_FOUND;
         entries = ListFolder(folder, hostFolders, PreparePattern(path.names.back()));
-        chain = ChainOf(folder);
     } else {
         entries = FindOne(path, error);
     }
-    const auto find = std::make_shared<FindObject>(std::move(entries), std::move(chain));
+    const auto find = std::make_shared<FindObject>(std::move(entries));
     if (!data || !find->Next(*data)) {
         SetLastError(data ? error : ERROR_INVALID_PARAMETER);
         return INVALID_HANDLE_VALUE;

@@ -11,6 +11,6 @@ BOOL GetFolderIdentity(LPCWSTR path, FolderIdentity* identity)
         SetLastError(ERROR_PATH_NOT_FOUND);
         return FALSE;
     }
-    *identity = { facts->device, facts->inode };
+    *identity = { facts->identity.device, facts->identity.inode };
     return TRUE;
 }

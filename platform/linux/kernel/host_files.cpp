@@ -56,6 +56,14 @@ DWORD AttributesOf(const std::string& hostPath, const struct statx& facts)
     return attributes == 0 ? FILE_ATTRIBUTE_NORMAL : attributes;
 }
 
+// Zeros on a failure, which no open file meets.
+struct stat StatOf(int descriptor)
+{
+    struct stat facts = {};
+    fstat(descriptor, &facts);
+    return facts;
+}
+
 } // namespace
 
 std::optional<HostFacts> ReadHostFacts(const std::string& hostPath)
@@ -71,9 +79,19 @@ std::optional<HostFacts> ReadHostFacts(const std::string& hostPath)
     result.accessed = ToFileTime(facts.stx_atime);
     result.written = ToFileTime(facts.stx_mtime);
     result.sizeBytes = S_ISDIR(facts.stx_mode) ? 0 : facts.stx_size;
-    result.device = makedev(facts.stx_dev_major, facts.stx_dev_minor);
-    result.inode = facts.stx_ino;
+    result.identity = { makedev(facts.stx_dev_major, facts.stx_dev_minor), facts.stx_ino };
     return result;
+}
+
+HostIdentity IdentityOf(int descriptor)
+{
+    const auto facts = StatOf(descriptor);
+    return { facts.st_dev, facts.st_ino };
+}
+
+std::uint64_t SizeOf(int descriptor)
+{
+    return static_cast<std::uint64_t>(StatOf(descriptor).st_size);
 }
 
 void StoreAttributes(int descriptor, DWORD attributes)
@@ -91,6 +109,11 @@ void MarkForArchiving(int descriptor)
         [&](char* text, std::size_t bytes) { return fgetxattr(descriptor, kAttributeName, text, bytes); });
     if (stored && (*stored & FILE_ATTRIBUTE_ARCHIVE) == 0)
         StoreAttributes(descriptor, *stored | FILE_ATTRIBUTE_ARCHIVE);
+}
+
+std::string FolderOf(const std::string& hostPath)
+{
+    return hostPath.substr(0, hostPath.rfind('/'));
 }
 
 DWORD ErrorFromHost(int hostError)

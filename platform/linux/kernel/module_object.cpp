@@ -1,6 +1,7 @@
 #include "platform/linux/kernel/module_object.h"
 
 #include "platform/linux/kernel/file_opening.h"
+#include "platform/linux/kernel/host_files.h"
 
 #include <algorithm>
 #include <unistd.h>
@@ -91,7 +92,7 @@ std::shared_ptr<ModuleObject> LoadModule(std::u16string_view path, DWORD& error)
         error = opened.error == ERROR_PATH_NOT_FOUND ? ERROR_FILE_NOT_FOUND : opened.error;
         return nullptr;
     }
-    const auto sizeBytes = opened.facts.sizeBytes;
+    const auto sizeBytes = SizeOf(opened.descriptor);
     std::shared_ptr<ModuleObject> module;
     if (sizeBytes == 0)
         error = ERROR_FILE_INVALID;

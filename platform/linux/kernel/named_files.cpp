@@ -49,7 +49,9 @@ DWORD DeleteHostFile(const DevicePath& path)
         return ERROR_INVALID_NAME;
     if (!facts || facts->IsFolder() || found.isInstalled || (facts->attributes & FILE_ATTRIBUTE_READONLY) != 0)
         return ERROR_ACCESS_DENIED;
-    if (IsOpen(*facts))
+    if (LeadsOffTheCard(path, FolderOf(found.hostPath)))
+        return ERROR_ACCESS_DENIED; // a link on the card itself may go
+    if (IsOpen(facts->identity))
         return ERROR_SHARING_VIOLATION;
     return unlink(found.hostPath.c_str()) == 0 ? ERROR_SUCCESS : ErrorFromHost(errno);
 }

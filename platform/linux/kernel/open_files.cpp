@@ -10,8 +10,7 @@ namespace {
 
 struct Entry {
     std::uint64_t id;
-    std::uint64_t device;
-    std::uint64_t inode;
+    HostIdentity file;
     DWORD access;
     DWORD share;
 };
@@ -36,17 +35,16 @@ bool Allows(DWORD share, DWORD access)
 
 } // namespace
 
-std::optional<OpenFileEntry> OpenFileEntry::Enter(const HostFacts& file, DWORD access, DWORD share)
+std::optional<OpenFileEntry> OpenFileEntry::Enter(const HostIdentity& file, DWORD access, DWORD share)
 {
     auto& table = TheTable();
     const std::lock_guard lock(table.mutex);
     for (const Entry& other : table.entries) {
-        const bool isSameFile = other.device == file.device && other.inode == file.inode;
         const bool onlyAsks = access == 0 || other.access == 0; // asking for attributes disturbs nobody
-        if (isSameFile && !onlyAsks && (!Allows(other.share, access) || !Allows(share, other.access)))
+        if (other.file == file && !onlyAsks && (!Allows(other.share, access) || !Allows(share, other.access)))
             return std::nullopt;
     }
-    table.entries.push_back({ ++table.lastId, file.device, file.inode, access, share });
+    table.entries.push_back({ ++table.lastId, file, access, share });
     return OpenFileEntry(table.lastId);
 }
 
@@ -61,13 +59,12 @@ OpenFileEntry::~OpenFileEntry()
     std::erase_if(table.entries, [this](const Entry& entry) { return entry.id == m_id; });
 }
 
-bool IsOpen(const HostFacts& file)
+bool IsOpen(const HostIdentity& file)
 {
     auto& table = TheTable();
     const std::lock_guard lock(table.mutex);
-    return std::any_of(table.entries.begin(), table.entries.end(), [&file](const Entry& entry) {
-        return entry.device == file.device && entry.inode == file.inode;
-    });
+    return std::any_of(table.entries.begin(), table.entries.end(),
+                       [&file](const Entry& entry) { return entry.file == file; });
 }
 
 } // namespace cardsong::kernel

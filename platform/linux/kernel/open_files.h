@@ -12,7 +12,7 @@ class OpenFileEntry {
 public:
     // Nothing when another opening of the same file forbids `access` (GENERIC_...) or `share` (FILE_SHARE_...) forbids
     // what another opening already does.
-    static std::optional<OpenFileEntry> Enter(const HostFacts& file, DWORD access, DWORD share);
+    static std::optional<OpenFileEntry> Enter(const HostIdentity& file, DWORD access, DWORD share);
 
     OpenFileEntry(OpenFileEntry&& other) noexcept;
     OpenFileEntry& operator=(OpenFileEntry&&) = delete;
@@ -25,6 +25,6 @@ private:
 };
 
 // Whether any handle of the process is open on the file.
-bool IsOpen(const HostFacts& file);
+bool IsOpen(const HostIdentity& file);
 
 } // namespace cardsong::kernel

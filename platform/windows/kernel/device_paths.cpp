@@ -140,10 +140,17 @@ HostPlace PlaceForNew(LPCWSTR devicePath)
     HostPlace place = FolderForNew(path.Parent());
     if (place.error != ERROR_SUCCESS)
         return place;
+    if (LeadsOffTheCard(path, place.path))
+        return Fail(ERROR_ACCESS_DENIED);
     const WString name = path.Trimmed().names.back();
     place = { ERROR_SUCCESS, Below(place.path, Names(&name, 1)), false, false };
     KeepSeparator(place, path);
     return place;
+}
+
+bool LeadsOffTheCard(const DevicePath& devicePath, const HostPath& path)
+{
+    return StartsWith(devicePath, L"SDMMC") && !LiesBelow(path, HostFolder(CurrentDeviceTree().cardDirectory));
 }
 
 std::vector<HostPath> HostFoldersOf(const DevicePath& path)

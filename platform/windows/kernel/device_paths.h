@@ -24,6 +24,10 @@ HostPlace PlaceOf(const DevicePath& path);
 // that so far only the installed tree has, are made on the way.
 HostPlace PlaceForNew(LPCWSTR devicePath);
 
+// Whether the existing file or folder at `path`, found under `devicePath`, lies off the card, where only a link can
+// lead: there nothing is written. The user's own tree may be put together with links.
+bool LeadsOffTheCard(const DevicePath& devicePath, const HostPath& path);
+
 // The folders whose entries together are the listing of an existing folder, the one that wins first.
 std::vector<HostPath> HostFoldersOf(const DevicePath& path);
 

@@ -6,10 +6,11 @@ namespace cardsong::kernel {
 namespace {
 
 // Why what is at this place cannot be put elsewhere, or another in its place; ERROR_SUCCESS when it can.
-DWORD Refusal(const HostPlace& place, DWORD forbiddenAttributes)
+DWORD Refusal(LPCWSTR name, const HostPlace& place, DWORD forbiddenAttributes)
 {
     const DWORD attributes = place.exists ? ::GetFileAttributesW(place.path.c_str()) : 0;
-    return (attributes & forbiddenAttributes) != 0 ? DWORD{ ERROR_ACCESS_DENIED } : place.error;
+    const bool isElsewhere = place.exists && LeadsOffTheCard(ParseDevicePath(name), FolderOf(place.path));
+    return isElsewhere || (attributes & forbiddenAttributes) != 0 ? DWORD{ ERROR_ACCESS_DENIED } : place.error;
 }
 
 HostPlace PlaceOfTarget(LPCWSTR target)
@@ -25,13 +26,13 @@ BOOL DeleteAndRenameFile(LPCWSTR target, LPCWSTR source)
 {
     using namespace cardsong::kernel;
     const HostPlace from = PlaceOf(source);
-    DWORD error = from.isInstalled ? DWORD{ ERROR_ACCESS_DENIED } : Refusal(from, FILE_ATTRIBUTE_DIRECTORY);
+    DWORD error = from.isInstalled ? DWORD{ ERROR_ACCESS_DENIED } : Refusal(source, from, FILE_ATTRIBUTE_DIRECTORY);
     if (error == ERROR_SUCCESS && !Exists(from.path))
         error = GetLastError();
     HostPlace to;
     if (error == ERROR_SUCCESS) { // a missing file makes no folder for its target
         to = PlaceOfTarget(target);
-        error = Refusal(to, FILE_ATTRIBUTE_DIRECTORY | FILE_ATTRIBUTE_READONLY);
+        error = Refusal(target, to, FILE_ATTRIBUTE_DIRECTORY | FILE_ATTRIBUTE_READONLY);
     }
     if (error != ERROR_SUCCESS) {
         SetLastError(error);

@@ -52,8 +52,10 @@ bool IsReadOnlyFile(const HostPath& path)
 // An installed file that is to be changed has become the user's own.
 HostPlace PlaceToChange(LPCWSTR name, const HostPlace& found, DWORD disposition)
 {
-    if (found.exists && !found.isInstalled)
-        return IsReadOnlyFile(found.path) ? FailedPlace(ERROR_ACCESS_DENIED) : found;
+    if (found.exists && !found.isInstalled) {
+        const bool isFixed = IsReadOnlyFile(found.path) || LeadsOffTheCard(ParseDevicePath(name), found.path);
+        return isFixed ? FailedPlace(ERROR_ACCESS_DENIED) : found;
+    }
     if (found.exists && IsFolder(found.path))
         return FailedPlace(ERROR_ACCESS_DENIED);
     HostPlace own = PlaceForNew(name);
@@ -122,6 +124,8 @@ BOOL DeleteFileW(LPCWSTR name)
     const HostPlace place = PlaceOf(name);
     if (place.error != ERROR_SUCCESS || place.isInstalled)
         return Fail(place.isInstalled ? DWORD{ ERROR_ACCESS_DENIED } : place.error, FALSE);
+    if (place.exists && LeadsOffTheCard(ParseDevicePath(name), FolderOf(place.path)))
+        return Fail(ERROR_ACCESS_DENIED, FALSE); // a link on the card itself may go
     return ::DeleteFileW(place.path.c_str());
 }
 

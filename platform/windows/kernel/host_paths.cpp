@@ -42,6 +42,19 @@ HostPath Extended(const HostPath& path)
     return path.starts_with(L"\\\\") ? L"\\\\?\\UNC" + path.substr(1) : HostPath(kExtended) + path;
 }
 
+// Without links; empty when there is nothing.
+HostPath RealPath(const HostPath& path)
+{
+    const HANDLE file = ::CreateFileW(path.c_str(), 0, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
+                                      OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS, nullptr);
+    if (file == INVALID_HANDLE_VALUE)
+        return {};
+    HostPath real(GetFinalPathNameByHandleW(file, nullptr, 0, 0), L'\0');
+    real.resize(GetFinalPathNameByHandleW(file, real.data(), static_cast<DWORD>(real.size()), 0));
+    CloseHandle(file);
+    return real;
+}
+
 void Append(HostPath& path, const WString& name)
 {
     if (!path.ends_with(L'\\'))
@@ -82,6 +95,12 @@ HostPath PatternBelow(const HostPath& folder, const WString& pattern)
     return path.size() > kPlainPathUnits ? Extended(path) : path;
 }
 
+HostPath FolderOf(const HostPath& path)
+{
+    const auto end = path.find_last_not_of(L'\\');
+    return path.substr(0, path.rfind(L'\\', end) + 1);
+}
+
 bool Exists(const HostPath& path)
 {
     return ::GetFileAttributesW(path.c_str()) != INVALID_FILE_ATTRIBUTES;
@@ -91,6 +110,18 @@ bool IsFolder(const HostPath& path)
 {
     const DWORD attributes = ::GetFileAttributesW(path.c_str());
     return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
+}
+
+bool LiesBelow(const HostPath& path, const HostPath& folder)
+{
+    HostPath above = RealPath(folder);
+    HostPath real = RealPath(path);
+    for (HostPath* const each : { &above, &real }) {
+        if (!each->empty() && !each->ends_with(L'\\'))
+            *each += L'\\';
+    }
+    const WStringView start = WStringView(real).substr(0, above.size());
+    return !above.empty() && IsOneOf(start, { above });
 }
 
 void MakeFolders(const HostPath& path)

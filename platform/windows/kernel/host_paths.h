@@ -18,8 +18,14 @@ HostPath Below(const HostPath& folder, std::span<const WString> names);
 // A search pattern below a folder.
 HostPath PatternBelow(const HostPath& folder, const WString& pattern);
 
+// The folder in which a path lies.
+HostPath FolderOf(const HostPath& path);
+
 bool Exists(const HostPath& path);
 bool IsFolder(const HostPath& path);
+
+// Whether what exists at `path` lies below `folder` once all links are followed.
+bool LiesBelow(const HostPath& path, const HostPath& folder);
 
 // Makes a folder and those above it; a failure shows when a file is made there.
 void MakeFolders(const HostPath& path);

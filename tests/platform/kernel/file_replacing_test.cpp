@@ -60,6 +60,52 @@ TEST_F(DeleteAndRename, AnInstalledFileIsCoveredAndStaysAsItWas)
     EXPECT_EQ(m_device.ReadFile("system/Windows/list"), "installed");
 }
 
+TEST_F(DeleteAndRename, AReadOnlyFileIsNotReplaced)
+{
+    const WString target = m_device.Path(TEXT("list"));
+    CloseHandle(CreateFileW(target.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_NEW, FILE_ATTRIBUTE_READONLY, nullptr));
+    m_device.WriteFile("user/scratch/list.new", "new");
+    EXPECT_FALSE(Replace(TEXT("list"), TEXT("list.new")));
+    EXPECT_EQ(GetLastError(), DWORD{ ERROR_ACCESS_DENIED });
+    EXPECT_EQ(m_device.ReadFile("user/scratch/list.new"), "new");
+}
+
+TEST_F(DeleteAndRename, AnOpenFileIsNeitherReplacedNorPutInAPlace)
+{
+    m_device.WriteFile("user/scratch/list", "old");
+    m_device.WriteFile("user/scratch/list.new", "new");
+    for (const auto* const open : { TEXT("list"), TEXT("list.new") }) {
+        const HANDLE file = CreateFileW(m_device.Path(open).c_str(), GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE,
+                                        nullptr, OPEN_EXISTING, 0, nullptr);
+        EXPECT_FALSE(Replace(TEXT("list"), TEXT("list.new")));
+        const bool isTarget = WString(open) == TEXT("list");
+        EXPECT_EQ(GetLastError(), isTarget ? DWORD{ ERROR_ACCESS_DENIED } : DWORD{ ERROR_SHARING_VIOLATION });
+        EXPECT_TRUE(CloseHandle(file));
+    }
+    EXPECT_EQ(m_device.ReadFile("user/scratch/list"), "old");
+    EXPECT_TRUE(Replace(TEXT("list"), TEXT("list.new")));
+}
+
+TEST_F(DeleteAndRename, AnInstalledFileIsNotPutInAPlace)
+{
+    m_device.WriteFile("system/Windows/list.new", "installed");
+    EXPECT_FALSE(DeleteAndRenameFile(TEXT("\\Windows\\list"), TEXT("\\Windows\\list.new")));
+    EXPECT_EQ(GetLastError(), DWORD{ ERROR_ACCESS_DENIED });
+}
+
+TEST_F(DeleteAndRename, TakesNoNamesThatNoFileHas)
+{
+    m_device.WriteFile("user/scratch/list.new", "new");
+    EXPECT_FALSE(Replace(TEXT("a*b"), TEXT("list.new")));
+    EXPECT_EQ(GetLastError(), DWORD{ ERROR_INVALID_NAME });
+    EXPECT_FALSE(Replace(TEXT("none\\list"), TEXT("list.new")));
+    EXPECT_EQ(GetLastError(), DWORD{ ERROR_PATH_NOT_FOUND });
+    EXPECT_FALSE(Replace(TEXT("list"), TEXT("list.new\\")));
+    EXPECT_FALSE(Replace(TEXT("list\\"), TEXT("list.new")));
+    EXPECT_TRUE(Replace(TEXT("list.new"), TEXT("list.new")));
+    EXPECT_EQ(m_device.ReadFile("user/scratch/list.new"), "new");
+}
+
 TEST_F(DeleteAndRename, TakesNoMissingNames)
 {
     EXPECT_FALSE(DeleteAndRenameFile(nullptr, m_device.Path(TEXT("a")).c_str()));

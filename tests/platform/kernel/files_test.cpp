@@ -348,4 +348,64 @@ TEST_F(Files, TheRuntimeOpensNoMissingFileForReading)
     EXPECT_EQ(_wfopen(device.Path(TEXT("none.bin")).c_str(), TEXT("rb")), nullptr);
 }
 
+TEST_F(Files, AnUnknownDispositionIsRefused)
+{
+    Make(TEXT("a.txt"), "kept");
+    for (const DWORD disposition : { 0U, 6U }) {
+        EXPECT_EQ(Open(TEXT("a.txt"), GENERIC_READ, disposition), INVALID_HANDLE_VALUE);
+        EXPECT_EQ(GetLastError(), DWORD{ ERROR_INVALID_PARAMETER });
+    }
+    EXPECT_EQ(CreateFileW(nullptr, GENERIC_READ, 0, nullptr, OPEN_EXISTING, 0, nullptr), INVALID_HANDLE_VALUE);
+    EXPECT_EQ(GetLastError(), DWORD{ ERROR_PATH_NOT_FOUND });
+}
+
+TEST_F(Files, AReadOnlyFileIsRead)
+{
+    const auto path = device.Path(TEXT("r.txt"));
+    CloseHandle(CreateFileW(path.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_NEW, FILE_ATTRIBUTE_READONLY, nullptr));
+    EXPECT_EQ(Contents(TEXT("r.txt")), "");
+    EXPECT_EQ(Open(TEXT("r.txt"), GENERIC_WRITE, CREATE_ALWAYS), INVALID_HANDLE_VALUE);
+    EXPECT_EQ(GetLastError(), DWORD{ ERROR_ACCESS_DENIED });
+    EXPECT_EQ(_wfopen(path.c_str(), TEXT("ab")), nullptr);
+}
+
+TEST_F(Files, AHandleThatOnlyAsksReadsNothing)
+{
+    Make(TEXT("a.txt"), "12345");
+    const HANDLE file = Open(TEXT("a.txt"), 0, OPEN_EXISTING);
+    ASSERT_NE(file, INVALID_HANDLE_VALUE);
+    char byte = 0;
+    DWORD got = 9;
+    EXPECT_FALSE(ReadFile(file, &byte, 1, &got, nullptr));
+    EXPECT_EQ(GetLastError(), DWORD{ ERROR_ACCESS_DENIED });
+    EXPECT_EQ(GetFileSize(file, nullptr), 5U);
+    EXPECT_EQ(SetFilePointer(file, 3, nullptr, FILE_BEGIN), 3U);
+    EXPECT_TRUE(CloseHandle(file));
+}
+
+TEST_F(Files, AnUnknownMethodOfMovingIsRefused)
+{
+    Make(TEXT("a.txt"), "12345");
+    const HANDLE file = Open(TEXT("a.txt"), GENERIC_READ, OPEN_EXISTING);
+    EXPECT_EQ(SetFilePointer(file, 0, nullptr, 9), DWORD{ INVALID_SET_FILE_POINTER });
+    EXPECT_EQ(GetLastError(), DWORD{ ERROR_INVALID_PARAMETER });
+    LONG high = -1;
+    EXPECT_EQ(SetFilePointer(file, -5, &high, FILE_BEGIN), DWORD{ INVALID_SET_FILE_POINTER });
+    EXPECT_EQ(GetLastError(), 131U); // before the start
+    EXPECT_TRUE(CloseHandle(file));
+    EXPECT_EQ(GetFileSize(file, nullptr), DWORD{ INVALID_FILE_SIZE });
+    EXPECT_EQ(GetLastError(), DWORD{ ERROR_INVALID_HANDLE });
+    EXPECT_FALSE(FlushFileBuffers(file));
+    EXPECT_EQ(GetLastError(), DWORD{ ERROR_INVALID_HANDLE });
+}
+
+TEST_F(Files, OtherLevelsOfAttributesAreRefused)
+{
+    Make(TEXT("a.txt"), "x");
+    WIN32_FILE_ATTRIBUTE_DATA data = {};
+    constexpr auto kUnknown = static_cast<GET_FILEEX_INFO_LEVELS>(1);
+    EXPECT_FALSE(GetFileAttributesExW(device.Path(TEXT("a.txt")).c_str(), kUnknown, &data));
+    EXPECT_EQ(GetLastError(), DWORD{ ERROR_INVALID_PARAMETER });
+}
+
 } // namespace

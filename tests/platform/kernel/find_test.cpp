@@ -136,4 +136,82 @@ TEST_F(Find, ClosingNoSearchFails)
     EXPECT_EQ(GetLastError(), ERROR_INVALID_HANDLE);
 }
 
+// Wine 8 reads the patterns of the next two tests in its own way.
+bool IsWine()
+{
+#ifdef _WIN32
+    return GetProcAddress(GetModuleHandleW(L"ntdll.dll"), "wine_get_version") != nullptr;
+#else
+    return false;
+#endif
+}
+
+TEST_F(Find, AStarAndADotFindNamesWithoutAnExtension)
+{
+    if (IsWine())
+        GTEST_SKIP() << "Wine finds every name";
+    Make("plain");
+    Make("a.txt");
+    EXPECT_EQ(All(TEXT("p*.")), (Names{ TEXT("plain") }));
+}
+
+TEST_F(Find, AQuestionMarkMayBeNothingBeforeADot)
+{
+    if (IsWine())
+        GTEST_SKIP() << "Wine finds only names of that length";
+    Make("a.txt");
+    EXPECT_EQ(All(TEXT("a??.txt")), (Names{ TEXT("a.txt") }));
+}
+
+TEST_F(Find, AWildcardInAFolderIsAnInvalidName)
+{
+    device.MakeFolder("user/scratch/Music");
+    EXPECT_EQ(ErrorOf(TEXT("Mus*\\*")), DWORD{ ERROR_INVALID_NAME });
+    EXPECT_EQ(ErrorOf(TEXT("Mus*\\a.mp3")), DWORD{ ERROR_INVALID_NAME });
+}
+
+TEST_F(Find, NoNameIsAMissingPath)
+{
+    WIN32_FIND_DATAW data = {};
+    EXPECT_EQ(FindFirstFileW(TEXT(""), &data), INVALID_HANDLE_VALUE);
+    EXPECT_EQ(GetLastError(), DWORD{ ERROR_PATH_NOT_FOUND });
+    EXPECT_EQ(FindFirstFileW(nullptr, &data), INVALID_HANDLE_VALUE);
+    EXPECT_EQ(GetLastError(), DWORD{ ERROR_PATH_NOT_FOUND });
+}
+
+TEST_F(Find, AFolderIsFoundByItsDot)
+{
+    device.MakeFolder("user/scratch/Music");
+    EXPECT_EQ(All(TEXT("Music\\.")), (Names{ TEXT("Music") }));
+}
+
+TEST_F(Find, ASearchIsNoOtherKindOfHandle)
+{
+    Make("a.txt");
+    WIN32_FIND_DATAW data = {};
+    const HANDLE find = FindFirstFileW(device.Path(TEXT("a.txt")).c_str(), &data);
+    ASSERT_NE(find, INVALID_HANDLE_VALUE);
+    EXPECT_FALSE(CloseHandle(find));
+    EXPECT_EQ(GetLastError(), DWORD{ ERROR_INVALID_HANDLE });
+    EXPECT_TRUE(FindClose(find));
+    EXPECT_FALSE(FindNextFileW(find, &data));
+    EXPECT_EQ(GetLastError(), DWORD{ ERROR_INVALID_HANDLE });
+    EXPECT_FALSE(FindClose(nullptr));
+    EXPECT_EQ(GetLastError(), DWORD{ ERROR_INVALID_HANDLE });
+}
+
+TEST_F(Find, FilesMadeAfterTheStartOfASearchDoNotDisturbIt)
+{
+    Make("a.txt");
+    Make("b.txt");
+    WIN32_FIND_DATAW data = {};
+    const HANDLE find = FindFirstFileW(device.Path(TEXT("*.txt")).c_str(), &data);
+    ASSERT_NE(find, INVALID_HANDLE_VALUE);
+    Make("aa.mp3");
+    EXPECT_TRUE(FindNextFileW(find, &data));
+    EXPECT_EQ(WString(data.cFileName), TEXT("b.txt"));
+    EXPECT_FALSE(FindNextFileW(find, &data));
+    EXPECT_TRUE(FindClose(find));
+}
+
 } // namespace

@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include <fcntl.h>
+#include <filesystem>
 #include <sys/stat.h>
 #include <sys/xattr.h>
 #include <unistd.h>
@@ -69,16 +70,58 @@ TEST_F(HostFileSystem, LinksAreFollowed)
     EXPECT_EQ(All(u"\\SDMMC\\*"), (Names{ u"link" }));
 }
 
-TEST_F(HostFileSystem, ALinkThatLeadsBackIsNotListed)
+TEST_F(HostFileSystem, ALinkThatLeadsBackIsListedLikeEveryFolder)
 {
     device.WriteFile("card/a/song.mp3");
     device.MakeFolder("card/b");
     ASSERT_EQ(symlink(".", CardPath("self").c_str()), 0);
     ASSERT_EQ(symlink("../b", CardPath("a/toB").c_str()), 0);
     ASSERT_EQ(symlink("../a", CardPath("b/toA").c_str()), 0);
-    EXPECT_EQ(All(u"\\SDMMC\\*"), (Names{ u"a", u"b" }));
+    EXPECT_EQ(All(u"\\SDMMC\\*"), (Names{ u"a", u"b", u"self" }));
     EXPECT_EQ(All(u"\\SDMMC\\a\\*"), (Names{ u".", u"..", u"song.mp3", u"toB" }));
-    EXPECT_EQ(All(u"\\SDMMC\\a\\toB\\*"), (Names{ u".", u".." }));
+    EXPECT_EQ(All(u"\\SDMMC\\a\\toB\\*"), (Names{ u".", u"..", u"toA" }));
+}
+
+TEST_F(HostFileSystem, NothingIsWrittenThroughALinkThatLeadsOffTheCard)
+{
+    device.WriteFile("elsewhere/song.mp3", "song");
+    ASSERT_EQ(symlink("../elsewhere", CardPath("link").c_str()), 0);
+    ASSERT_EQ(symlink("../elsewhere/song.mp3", CardPath("song.mp3").c_str()), 0);
+    device.WriteFile("card/new.mp3", "new");
+    for (const auto* const path : { u"\\SDMMC\\link\\song.mp3", u"\\SDMMC\\link\\made.mp3", u"\\SDMMC\\song.mp3" }) {
+        EXPECT_FALSE(Write(path, CREATE_ALWAYS, "spoilt"));
+        EXPECT_EQ(GetLastError(), ERROR_ACCESS_DENIED);
+    }
+    EXPECT_FALSE(CreateDirectoryW(u"\\SDMMC\\link\\made", nullptr));
+    EXPECT_FALSE(DeleteFileW(u"\\SDMMC\\link\\song.mp3"));
+    EXPECT_EQ(GetLastError(), ERROR_ACCESS_DENIED);
+    EXPECT_FALSE(DeleteAndRenameFile(u"\\SDMMC\\link\\song.mp3", u"\\SDMMC\\new.mp3"));
+    EXPECT_FALSE(DeleteAndRenameFile(u"\\SDMMC\\link\\made.mp3", u"\\SDMMC\\new.mp3"));
+    EXPECT_FALSE(DeleteAndRenameFile(u"\\SDMMC\\taken.mp3", u"\\SDMMC\\link\\song.mp3"));
+    EXPECT_EQ(device.ReadFile("elsewhere/song.mp3"), "song");
+    EXPECT_FALSE(std::filesystem::exists(device.UserDirectory() + "/../elsewhere/made.mp3"));
+    EXPECT_FALSE(std::filesystem::exists(device.UserDirectory() + "/../elsewhere/made"));
+}
+
+TEST_F(HostFileSystem, ALinkWithinTheCardIsWrittenThrough)
+{
+    device.MakeFolder("card/Music");
+    ASSERT_EQ(symlink("Music", CardPath("link").c_str()), 0);
+    EXPECT_TRUE(Write(u"\\SDMMC\\link\\note.txt", CREATE_ALWAYS, "note"));
+    EXPECT_EQ(device.ReadFile("card/Music/note.txt"), "note");
+}
+
+// The card's folder itself may be a link, and so may the folders of the user's own tree.
+TEST_F(HostFileSystem, LinksOfTheUserAreWrittenThrough)
+{
+    device.MakeFolder("elsewhere");
+    ASSERT_EQ(rmdir(device.CardDirectory().c_str()), 0);
+    ASSERT_EQ(symlink("elsewhere", device.CardDirectory().c_str()), 0);
+    EXPECT_TRUE(Write(u"\\SDMMC\\note.txt", CREATE_ALWAYS, "note"));
+    EXPECT_EQ(device.ReadFile("elsewhere/note.txt"), "note");
+    ASSERT_EQ(symlink("../elsewhere", (device.UserDirectory() + "/Windows").c_str()), 0);
+    EXPECT_TRUE(Write(u"\\Windows\\list.txt", CREATE_ALWAYS, "list"));
+    EXPECT_EQ(device.ReadFile("elsewhere/list.txt"), "list");
 }
 
 TEST_F(HostFileSystem, APipeIsNeitherListedNorOpened)

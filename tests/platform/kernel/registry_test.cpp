@@ -243,4 +243,114 @@ TEST_F(Registry, AValueIsReplacedByAnotherType)
     EXPECT_EQ(size, 2 * sizeof(WCHAR));
 }
 
+// Elsewhere a leading separator is an error; the device's programs write their keys with one.
+TEST_F(Registry, SeparatorsAtTheStartAreIgnored)
+{
+    HKEY again = nullptr;
+    DWORD disposition = 0;
+    EXPECT_EQ(Create(TEXT("\\") + path, &again, &disposition), kSuccess);
+    EXPECT_EQ(disposition, static_cast<DWORD>(REG_OPENED_EXISTING_KEY));
+    EXPECT_EQ(RegCloseKey(again), kSuccess);
+    EXPECT_EQ(RegOpenKeyExW(HKEY_LOCAL_MACHINE, (TEXT("\\\\") + path).c_str(), 0, KEY_READ, &again), kSuccess);
+    EXPECT_EQ(RegCloseKey(again), kSuccess);
+}
+
+TEST_F(Registry, SeparatorsBelowAnOpenKeyAreIgnoredToo)
+{
+    HKEY below = nullptr;
+    ASSERT_EQ(RegCreateKeyExW(key, TEXT("\\a\\\\b\\"), 0, nullptr, 0, KEY_ALL_ACCESS, nullptr, &below, nullptr),
+              kSuccess);
+    EXPECT_EQ(RegCloseKey(below), kSuccess);
+    EXPECT_EQ(RegOpenKeyExW(key, TEXT("\\a"), 0, KEY_READ, &below), kSuccess);
+    EXPECT_EQ(RegCloseKey(below), kSuccess);
+    EXPECT_EQ(RegOpenKeyExW(HKEY_LOCAL_MACHINE, (path + TEXT("\\a\\b")).c_str(), 0, KEY_READ, &below), kSuccess);
+    EXPECT_EQ(RegCloseKey(below), kSuccess);
+}
+
+TEST_F(Registry, NoPathMeansTheKeyItself)
+{
+    const DWORD number = 7;
+    ASSERT_EQ(Set(TEXT("v"), REG_DWORD, &number, sizeof number), kSuccess);
+    for (const WCHAR* const none : { static_cast<const WCHAR*>(nullptr), TEXT("") }) {
+        HKEY same = nullptr;
+        ASSERT_EQ(RegOpenKeyExW(key, none, 0, KEY_READ, &same), kSuccess);
+        DWORD size = 0;
+        EXPECT_EQ(RegQueryValueExW(same, TEXT("v"), nullptr, nullptr, nullptr, &size), kSuccess);
+        EXPECT_EQ(size, 4U);
+        EXPECT_EQ(RegCloseKey(same), kSuccess);
+    }
+}
+
+TEST_F(Registry, TheRootIsTheDevicesOwn)
+{
+    const DWORD number = 7;
+    DWORD read = 0;
+    DWORD size = sizeof read;
+    EXPECT_EQ(RegSetValueExW(HKEY_LOCAL_MACHINE, TEXT("v"), 0, REG_DWORD, reinterpret_cast<const BYTE*>(&number), 4),
+              kSuccess);
+    HKEY root = nullptr;
+    ASSERT_EQ(RegOpenKeyExW(HKEY_LOCAL_MACHINE, nullptr, 0, KEY_READ, &root), kSuccess);
+    EXPECT_EQ(RegQueryValueExW(root, TEXT("v"), nullptr, nullptr, reinterpret_cast<BYTE*>(&read), &size), kSuccess);
+    EXPECT_EQ(read, 7U);
+    EXPECT_EQ(RegCloseKey(root), kSuccess);
+    EXPECT_EQ(RegQueryValueExW(HKEY_LOCAL_MACHINE, TEXT("V"), nullptr, nullptr, nullptr, &size), kSuccess);
+    EXPECT_EQ(RegCloseKey(HKEY_LOCAL_MACHINE), kSuccess);
+}
+
+TEST_F(Registry, NothingOfThisMachineIsSeen)
+{
+    for (const auto* const name : { TEXT("SOFTWARE\\Microsoft"), TEXT("SYSTEM"), TEXT("HARDWARE") }) {
+        HKEY none = nullptr;
+        EXPECT_EQ(RegOpenKeyExW(HKEY_LOCAL_MACHINE, name, 0, KEY_READ, &none),
+                  static_cast<LSTATUS>(ERROR_FILE_NOT_FOUND));
+    }
+}
+
+TEST_F(Registry, EachDeviceHasARegistryOfItsOwn)
+{
+    {
+        const cardsong::test::ScratchDevice other;
+        HKEY none = nullptr;
+        EXPECT_EQ(RegOpenKeyExW(HKEY_LOCAL_MACHINE, path.c_str(), 0, KEY_READ, &none),
+                  static_cast<LSTATUS>(ERROR_FILE_NOT_FOUND));
+    }
+    HKEY again = nullptr;
+    EXPECT_EQ(RegOpenKeyExW(HKEY_LOCAL_MACHINE, path.c_str(), 0, KEY_READ, &again), kSuccess);
+    EXPECT_EQ(RegCloseKey(again), kSuccess);
+}
+
+TEST_F(Registry, TooSmallARoomForTheZeroIsLeftAlone)
+{
+    const WCHAR text[] = TEXT("abcd");
+    ASSERT_EQ(Set(TEXT("Text"), REG_SZ, text, 2 * sizeof(WCHAR)), kSuccess);
+    WCHAR read[3] = { TEXT('x'), TEXT('x'), TEXT('x') };
+    DWORD size = 2 * sizeof(WCHAR) + 1;
+    EXPECT_EQ(Query(TEXT("Text"), nullptr, read, &size), kSuccess);
+    EXPECT_EQ(size, 2 * sizeof(WCHAR));
+    EXPECT_EQ(WString(read, 3), TEXT("abx"));
+}
+
+TEST_F(Registry, TextOfOddBytesIsStoredAsItIs)
+{
+    ASSERT_EQ(Set(TEXT("Text"), REG_SZ, TEXT("abc"), 5), kSuccess);
+    DWORD size = 0;
+    EXPECT_EQ(Query(TEXT("Text"), nullptr, nullptr, &size), kSuccess);
+    EXPECT_EQ(size, 5U);
+}
+
+TEST_F(Registry, ImpossibleArgumentsAreInvalid)
+{
+    constexpr LSTATUS kInvalid = ERROR_INVALID_PARAMETER;
+    HKEY other = nullptr;
+    EXPECT_EQ(RegOpenKeyExW(key, TEXT("q"), 0, KEY_READ, nullptr), kInvalid);
+    EXPECT_EQ(RegCreateKeyExW(key, TEXT("q"), 1, nullptr, 0, KEY_ALL_ACCESS, nullptr, &other, nullptr), kInvalid);
+    EXPECT_EQ(RegOpenKeyExW(nullptr, TEXT("q"), 0, KEY_READ, &other), static_cast<LSTATUS>(ERROR_INVALID_HANDLE));
+    BYTE data[8] = {};
+    ASSERT_EQ(Set(TEXT("s"), REG_BINARY, data, 4), kSuccess);
+    DWORD size = 8;
+    EXPECT_EQ(RegQueryValueExW(key, TEXT("s"), nullptr, nullptr, data, nullptr), kInvalid);
+    EXPECT_EQ(RegQueryValueExW(key, TEXT("s"), &size, nullptr, nullptr, nullptr), kInvalid);
+    EXPECT_EQ(RegCloseKey(nullptr), static_cast<LSTATUS>(ERROR_INVALID_HANDLE));
+}
+
 } // namespace

@@ -21,6 +21,7 @@ protected:
         ModuleBuilder builder(GetParam());
         builder.Add({ kDialogType, 0, u"AUDIOPLAYER", 0x0409, "named dialog" });
         builder.Add({ kDialogType, 102, {}, 0x0404, "numbered dialog" });
+        builder.Add({ kDialogType, 103, {}, 0x0411, "dialog of another language" });
         builder.AddStrings(17008, 0x0404, { u"", u"", u"Play list", u"\u6B4C\u66F2" });
         device.WriteFile("user/scratch/module.dll", builder.Build());
         module = Load(TEXT("module.dll"));
@@ -53,6 +54,11 @@ TEST_P(Resources, ANumberedDialogIsFound)
 {
     EXPECT_EQ(Data(FindResourceW(module, MAKEINTRESOURCEW(102), RT_DIALOG)), "numbered dialog");
     EXPECT_EQ(Data(FindResourceW(module, TEXT("#102"), RT_DIALOG)), "numbered dialog");
+}
+
+TEST_P(Resources, AResourceOfAnotherLanguageIsBetterThanNone)
+{
+    EXPECT_EQ(Data(FindResourceW(module, MAKEINTRESOURCEW(103), RT_DIALOG)), "dialog of another language");
 }
 
 TEST_P(Resources, FailuresAreGraded)

@@ -72,6 +72,33 @@ TEST(MultiByte, ALeadByteDoesNotSwallowTheZero)
     EXPECT_EQ(WString(buffer), TEXT("a?"));
 }
 
+// A pair that cannot be is one question mark, whatever its second byte.
+TEST(MultiByte, AWrongPairIsOneQuestionMark)
+{
+    EXPECT_EQ(Wide(936, "\xB8 z"), TEXT("?z"));
+    EXPECT_EQ(Wide(936, "\xB8\xFF"), TEXT("?"));
+    EXPECT_EQ(Wide(950, "\xA4 z"), TEXT("?z"));
+    EXPECT_EQ(Wide(950, "a\xA4"), TEXT("a?"));
+    EXPECT_EQ(Wide(936, std::string("\xB8\0z", 3)), WString(TEXT("?\0z"), 3));
+}
+
+TEST(MultiByte, BytesOutsideTheSchemeAreSingle)
+{
+    EXPECT_EQ(Wide(936, "\xFF"), TEXT("\uF8F5"));
+    EXPECT_EQ(Wide(950, "\x80\xFF"), TEXT("\u0080\uF8F8"));
+    EXPECT_EQ(Wide(1252, "\x81\x80"), TEXT("\u0081\u20AC"));
+}
+
+TEST(MultiByte, ACutUtf8SequenceIsOneReplacementCharacter)
+{
+    EXPECT_EQ(Wide(CP_UTF8, "\xE6\xAD"), TEXT("\uFFFD"));
+    EXPECT_EQ(Wide(CP_UTF8, "\xF0\x9F\x8E"
+                            "b"),
+              TEXT("\uFFFD"
+                   "b"));
+    EXPECT_EQ(Wide(CP_UTF8, "\xC0\xAF"), TEXT("\uFFFD\uFFFD"));
+}
+
 TEST(MultiByte, WithoutALengthTheZeroIsConvertedToo)
 {
     WCHAR buffer[8];

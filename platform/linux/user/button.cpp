@@ -72,6 +72,8 @@ void DrawEdge(HDC context, const RECT& rect, int light, int shade)
 
 void DrawPushButton(HWND button, HDC context)
 {
+    SendMessageW(GetParent(button), WM_CTLCOLORBTN, reinterpret_cast<WPARAM>(context),
+                 reinterpret_cast<LPARAM>(button)); // told, though its brush does not show on a push button
     RECT rect{};
     GetClientRect(button, &rect);
     const bool isPushed = HasState(button, BST_PUSHED);

@@ -9,13 +9,13 @@ HWND SetCapture(HWND window)
     HWND previous = nullptr;
     {
         LockedDesktop desktop;
-        const WindowRecord* const record = desktop.Find(window);
-        if (record == nullptr || record->queue != queue)
+        const WindowRecord* const record = window == nullptr ? nullptr : desktop.Find(window);
+        if (window != nullptr && (record == nullptr || record->queue != queue))
             return nullptr;
         previous = queue->capture;
         queue->capture = window;
     }
-    if (previous != nullptr && previous != window)
+    if (previous != nullptr) // even the window that takes it again is told
         SendMessageW(previous, WM_CAPTURECHANGED, 0, reinterpret_cast<LPARAM>(window));
     return previous;
 }

@@ -205,6 +205,12 @@ void SaveDialogFocus(HWND dialog)
         record->dialog->savedFocus = focus;
 }
 
+void RestoreSavedFocus(HWND dialog)
+{
+    if (const HWND saved = TakeSavedFocus(dialog))
+        SetFocus(saved);
+}
+
 void RestoreDialogFocus(HWND dialog)
 {
     HWND control = TakeSavedFocus(dialog);

@@ -25,6 +25,9 @@ bool IsDialog(HWND window);
 // Moves the focus and with it the look of the default button.
 void FocusControl(HWND dialog, HWND control);
 void SaveDialogFocus(HWND dialog);
+// To the control that had it when it was saved; if that one cannot take it, nobody gets it.
+void RestoreSavedFocus(HWND dialog);
+// The same, or where nothing was saved to the first control that can have it, or to the dialog itself.
 void RestoreDialogFocus(HWND dialog);
 
 } // namespace cardsong::user

@@ -77,7 +77,7 @@ LRESULT DoDefault(HWND dialog, UINT message, WPARAM wParam, LPARAM lParam)
         if (LOWORD(wParam) == WA_INACTIVE)
             SaveDialogFocus(dialog);
         else
-            RestoreDialogFocus(dialog);
+            RestoreSavedFocus(dialog);
         return 0;
     case WM_SHOWWINDOW:
         if (wParam == FALSE)

@@ -39,17 +39,18 @@ bool SwitchActive(ThreadQueue& queue, HWND previous, HWND topLevel)
     if (queue.active != previous && !(queue.active == nullptr && desktop->windows.Find(previous) == nullptr))
         return false;
     queue.active = desktop->windows.Find(topLevel) == nullptr ? nullptr : topLevel;
-    queue.focusWasChosen = false;
+    queue.focusWasGivenUp = false;
     return true;
 }
 
-// The default window procedure gave the active window the focus; a procedure that does not ask it gets it all the same.
+// The default window procedure gave the active window the focus; a procedure that does not ask it, and a disabled
+// window that cannot ask for it, get it all the same.
 bool LacksFocus(ThreadQueue& queue, HWND topLevel)
 {
     LockedDesktop desktop;
     if (topLevel == nullptr)
         return queue.active == nullptr && queue.focus != nullptr;
-    return queue.active == topLevel && !queue.focusWasChosen && !FocusIsInside(*desktop, queue, topLevel);
+    return queue.active == topLevel && !queue.focusWasGivenUp && !FocusIsInside(*desktop, queue, topLevel);
 }
 
 void Activate(Desktop& desktop, const std::shared_ptr<ThreadQueue>& queue, HWND topLevel, WORD cause)
@@ -199,11 +200,15 @@ FocusPlan PlanFocus(const std::shared_ptr<ThreadQueue>& queue, HWND window)
     LockedDesktop desktop;
     FocusPlan plan;
     plan.previous = queue->focus;
-    queue->focusWasChosen = true;
     plan.isAllowed = window == nullptr;
+    queue->focusWasGivenUp = window == nullptr;
     WindowRecord* const record = window == nullptr ? nullptr : desktop.Find(window);
     if (record == nullptr || record->queue != queue)
         return plan;
+    if (window == queue->focus) { // it keeps what it has, disabled or not
+        plan.isAllowed = true;
+        return plan;
+    }
     for (const WindowRecord* ancestor = record; ancestor->parent != nullptr; ancestor = ancestor->parent)
         if (ancestor->Has(WS_DISABLED))
             return plan;
@@ -217,7 +222,6 @@ FocusPlan PlanFocus(const std::shared_ptr<ThreadQueue>& queue, HWND window)
 bool IsActiveHere(const std::shared_ptr<ThreadQueue>& queue, HWND topLevel)
 {
     LockedDesktop desktop;
-    queue->focusWasChosen = true;
     return queue->active == topLevel;
 }
 
@@ -280,8 +284,10 @@ HWND SetActiveWindow(HWND window)
         LockedDesktop desktop;
         previous = queue->active;
         const WindowRecord* const record = window == nullptr ? nullptr : desktop.Find(window);
-        if (window != nullptr && (record == nullptr || record->queue != queue || !record->IsTopLevel()))
+        if (window != nullptr && (record == nullptr || record->queue != queue))
             return nullptr;
+        if (record != nullptr && !record->IsTopLevel())
+            return previous; // a child changes nothing, and is no error either
         isForeground = desktop->foregroundQueue == nullptr || desktop->foregroundQueue == queue;
         if (window == nullptr && isForeground)
             desktop->foreground = nullptr;

@@ -72,7 +72,7 @@ struct ThreadQueue {
     HWND active = nullptr;
     HWND focus = nullptr;
     HWND capture = nullptr;
-    bool focusWasChosen = false; // SetFocus was called since the active window changed
+    bool focusWasGivenUp = false; // SetFocus(null) was called since the active window changed
     std::array<BYTE, 256> keys{};
     std::optional<Press> lastPress;
 };

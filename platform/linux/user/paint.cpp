@@ -159,6 +159,8 @@ void ExposeBeneath(Desktop& desktop, WindowRecord& parent, const Region& area, c
 void ForgetUpdates(WindowRecord& record)
 {
     SetUpdate(record, {});
+    for (WindowRecord* child : record.children)
+        ForgetUpdates(*child);
 }
 
 HWND FindWindowToPaint(Desktop& desktop, const std::shared_ptr<ThreadQueue>& queue,

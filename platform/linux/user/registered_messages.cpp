@@ -9,8 +9,12 @@ UINT RegisterWindowMessageW(LPCWSTR name)
     constexpr UINT kFirst = 0xC000;
     constexpr UINT kLast = 0xFFFF;
     constexpr std::size_t kMaxNameUnits = 255;
-    if (name == nullptr || name[0] == 0 || std::u16string_view(name).size() > kMaxNameUnits) {
+    if (name == nullptr || std::u16string_view(name).size() > kMaxNameUnits) {
         SetLastError(ERROR_INVALID_PARAMETER);
+        return 0;
+    }
+    if (name[0] == 0) {
+        SetLastError(ERROR_INVALID_NAME);
         return 0;
     }
     const auto folded = FoldName(name);

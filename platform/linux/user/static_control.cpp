@@ -23,6 +23,19 @@ void Paint(HWND control)
     EndPaint(control, &paint);
 }
 
+bool Notifies(HWND control)
+{
+    return (GetWindowLongPtrW(control, GWL_STYLE) & SS_NOTIFY) != 0;
+}
+
+LRESULT NotifyOfTap(HWND control, WORD notice)
+{
+    if (Notifies(control))
+        SendMessageW(GetParent(control), WM_COMMAND, MAKEWPARAM(static_cast<WORD>(GetDlgCtrlID(control)), notice),
+                     reinterpret_cast<LPARAM>(control));
+    return 0;
+}
+
 } // namespace
 
 LRESULT CALLBACK StaticProcedure(HWND control, UINT message, WPARAM wParam, LPARAM lParam)
@@ -30,7 +43,9 @@ LRESULT CALLBACK StaticProcedure(HWND control, UINT message, WPARAM wParam, LPAR
     switch (message) {
     case WM_PAINT: Paint(control); return 0;
     case WM_ERASEBKGND: return 1;
-    case WM_NCHITTEST: return (GetWindowLongPtrW(control, GWL_STYLE) & SS_NOTIFY) != 0 ? HTCLIENT : HTTRANSPARENT;
+    case WM_NCHITTEST: return Notifies(control) ? HTCLIENT : HTTRANSPARENT;
+    case WM_LBUTTONDOWN: return NotifyOfTap(control, STN_CLICKED);
+    case WM_LBUTTONDBLCLK: return NotifyOfTap(control, STN_DBLCLK);
     case WM_GETDLGCODE: return DLGC_STATIC;
     case WM_ENABLE: InvalidateRect(control, nullptr, TRUE); return 0;
     case WM_GETFONT: return reinterpret_cast<LRESULT>(ControlFont(control));

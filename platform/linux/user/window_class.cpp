@@ -26,6 +26,7 @@ WindowClass SystemClass(const WCHAR* name, UINT style, WNDPROC procedure, int ex
     windowClass.style = style;
     windowClass.procedure = procedure;
     windowClass.extraBytes = extraBytes;
+    windowClass.isOfSystem = true;
     return windowClass;
 }
 
@@ -104,7 +105,7 @@ BOOL UnregisterClassW(LPCWSTR name, HINSTANCE)
 {
     LockedDesktop desktop;
     const auto windowClass = desktop->classes.Find(name);
-    if (windowClass == nullptr) {
+    if (windowClass == nullptr || windowClass->isOfSystem) {
         SetLastError(ERROR_CLASS_DOES_NOT_EXIST);
         return FALSE;
     }

@@ -18,6 +18,7 @@ struct WindowClass {
     HBRUSH background = nullptr;
     ATOM atom = 0;
     int windowCount = 0;
+    bool isOfSystem = false; // no program can take it away
 };
 
 // All functions are called with the desktop locked.

@@ -43,7 +43,7 @@ bool FindPlace(Desktop& desktop, WindowRecord& record, HWND parentOrOwner)
     }
     if (record.Has(WS_CHILD)) {
         if (given == nullptr)
-            SetLastError(ERROR_INVALID_PARAMETER);
+            SetLastError(ERROR_TLW_WITH_WSCHILD);
         record.parent = given;
         return given != nullptr;
     }

@@ -1,5 +1,6 @@
 #include "platform/linux/user/window_position.h"
 
+#include "platform/linux/ce/kernel.h"
 #include "platform/linux/user/focus_and_activation.h"
 #include "platform/linux/user/paint.h"
 #include "platform/linux/user/visible_region.h"
@@ -58,6 +59,8 @@ void NormaliseFlags(const WindowRecord& record, WINDOWPOS& position)
     if (position.cx == rect.right - rect.left && position.cy == rect.bottom - rect.top)
         position.flags |= SWP_NOSIZE;
     position.flags &= ~(record.Has(WS_VISIBLE) ? SWP_SHOWWINDOW : SWP_HIDEWINDOW);
+    if ((position.flags & SWP_HIDEWINDOW) != 0 && position.hwndInsertAfter == HWND_TOP)
+        position.flags |= SWP_NOZORDER; // nothing is raised to vanish
     const bool activates = record.IsTopLevel() && (position.flags & (SWP_NOACTIVATE | SWP_HIDEWINDOW)) == 0;
     const bool keepsBand = position.hwndInsertAfter != HWND_TOPMOST && position.hwndInsertAfter != HWND_NOTOPMOST;
     if (activates && keepsBand) {
@@ -91,8 +94,10 @@ void MoveAndSize(WindowRecord& record, const WINDOWPOS& position)
     rect.bottom = rect.top + size.cy;
     if (position.flags & SWP_SHOWWINDOW)
         record.style |= WS_VISIBLE;
-    if (position.flags & SWP_HIDEWINDOW)
+    if (position.flags & SWP_HIDEWINDOW) {
         record.style &= ~WS_VISIBLE;
+        ForgetUpdates(record);
+    }
 }
 
 Repaint RepaintFor(const WindowRecord& record, const WINDOWPOS& position)
@@ -129,6 +134,13 @@ bool Apply(HWND window, const WINDOWPOS& position)
     return IsShown(*record);
 }
 
+// Whether SetWindowPos takes it for the window to stand after.
+bool IsPlace(const Desktop& desktop, HWND after)
+{
+    const bool isNamed = after == HWND_TOP || after == HWND_BOTTOM || after == HWND_TOPMOST || after == HWND_NOTOPMOST;
+    return isNamed || desktop.windows.Find(after) != nullptr;
+}
+
 bool IsTopLevelWindow(HWND window)
 {
     LockedDesktop desktop;
@@ -158,6 +170,10 @@ BOOL SetWindowPos(HWND window, HWND after, int x, int y, int widthPx, int height
         const WindowRecord* const record = desktop.Find(window);
         if (record == nullptr || record->parent == nullptr)
             return FALSE;
+        if ((flags & SWP_NOZORDER) == 0 && !IsPlace(*desktop, after)) {
+            SetLastError(ERROR_INVALID_WINDOW_HANDLE);
+            return FALSE;
+        }
         const RECT& rect = record->rect;
         if (flags & SWP_NOMOVE) {
             position.x = rect.left;
@@ -167,7 +183,6 @@ BOOL SetWindowPos(HWND window, HWND after, int x, int y, int widthPx, int height
             position.cx = rect.right - rect.left;
             position.cy = rect.bottom - rect.top;
         }
-        Normalise(*desktop, window, position);
     }
     SendMessageW(window, WM_WINDOWPOSCHANGING, 0, reinterpret_cast<LPARAM>(&position));
     {

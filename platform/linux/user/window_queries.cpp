@@ -43,7 +43,7 @@ LONG_PTR ReadLong(WindowRecord& record, int index)
     const std::byte* const place = ExtraLong(record, index);
     LONG_PTR value = 0;
     if (place == nullptr)
-        SetLastError(ERROR_INVALID_PARAMETER);
+        SetLastError(ERROR_INVALID_INDEX);
     else
         std::memcpy(&value, place, sizeof value);
     return value;
@@ -60,7 +60,7 @@ void WriteLong(Desktop& desktop, WindowRecord& record, int index, LONG_PTR value
         return;
     case GWLP_ID: record.id = value; return;
     case GWL_STYLE:
-        record.style = static_cast<DWORD>(value);
+        record.style = static_cast<DWORD>(value) | (record.IsTopLevel() ? WS_CLIPSIBLINGS : 0);
         TreeChanged(desktop);
         return;
     case GWL_EXSTYLE: // the band changes through SetWindowPos only
@@ -140,7 +140,7 @@ LONG_PTR SetWindowLongPtrW(HWND window, int index, LONG_PTR value)
 BOOL IsWindow(HWND window)
 {
     LockedDesktop desktop;
-    return desktop->windows.Find(window) != nullptr ? TRUE : FALSE;
+    return desktop.Find(window) != nullptr ? TRUE : FALSE;
 }
 
 BOOL GetWindowRect(HWND window, LPRECT rect)

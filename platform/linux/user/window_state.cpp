@@ -47,20 +47,20 @@ Held HeldBy(HWND window)
         return held;
     held.isOurs = record->queue == self;
     held.focus = record->queue->focus == window;
-    const WindowRecord* const capture = desktop->windows.Find(record->queue->capture);
-    held.capture = capture != nullptr && IsSameOrDescendant(record, capture);
+    held.capture = record->queue->capture == window;
     return held;
 }
 
 void Show(HWND window, const State& state, int command)
 {
+    if (state.isVisible && command != SW_SHOWNA)
+        return;
     UINT flags = kStay | SWP_SHOWWINDOW;
     if (command == SW_SHOWNOACTIVATE || !state.isTopLevel)
         flags |= SWP_NOACTIVATE | SWP_NOZORDER;
     else if (command == SW_SHOWNA)
         flags |= SWP_NOACTIVATE;
-    if (!state.isVisible || command == SW_SHOWNA)
-        SendMessageW(window, WM_SHOWWINDOW, TRUE, 0);
+    SendMessageW(window, WM_SHOWWINDOW, TRUE, 0);
     SetWindowPos(window, HWND_TOP, 0, 0, 0, 0, flags);
 }
 
@@ -69,7 +69,8 @@ void Hide(HWND window, const State& state)
     if (!state.isVisible)
         return;
     SendMessageW(window, WM_SHOWWINDOW, FALSE, 0);
-    SetWindowPos(window, nullptr, 0, 0, 0, 0, kStay | SWP_HIDEWINDOW | SWP_NOACTIVATE | SWP_NOZORDER);
+    const UINT childFlags = state.isTopLevel ? 0 : SWP_NOACTIVATE | SWP_NOZORDER;
+    SetWindowPos(window, nullptr, 0, 0, 0, 0, kStay | SWP_HIDEWINDOW | childFlags);
     if (state.isTopLevel)
         LeaveWindow(window);
     else if (GetFocus() == window)

@@ -1,125 +1,38 @@
-// Pictures of any format, through the system's imaging library.
+// Pictures of any format as bitmaps of the screen's.
 #include "platform/device_tree.h"
+#include "platform/windows/gdi/imaging.h"
+#include "platform/windows/gdi/rgb565_section.h"
 
-#include <wincodec.h>
+#include <algorithm>
 
-#include <cstdint>
-#include <vector>
-
+namespace cardsong::gdi {
 namespace {
-
-constexpr UINT kMaxImageSidePx = 4096;
-constexpr UINT kBytesAPixel = 4;
-
-template <typename Interface>
-class Component {
-public:
-    Component() = default;
-    ~Component()
-    {
-        if (m_pointer != nullptr)
-            m_pointer->Release();
-    }
-    Component(const Component&) = delete;
-    Component& operator=(const Component&) = delete;
-
-    explicit operator bool() const { return m_pointer != nullptr; }
-    Interface* operator->() const { return m_pointer; }
-    Interface* Get() const { return m_pointer; }
-    Interface** Receive() { return &m_pointer; }
-
-private:
-    Interface* m_pointer = nullptr;
-};
-
-// The library is a component, whose apartment the calling thread may not have entered.
-class Apartment {
-public:
-    Apartment() : m_entered(SUCCEEDED(CoInitializeEx(nullptr, COINIT_MULTITHREADED))) {}
-    ~Apartment()
-    {
-        if (m_entered)
-            CoUninitialize();
-    }
-    Apartment(const Apartment&) = delete;
-    Apartment& operator=(const Apartment&) = delete;
-
-private:
-    const bool m_entered;
-};
-
-struct Picture {
-    UINT widthPx = 0;
-    UINT heightPx = 0;
-    std::vector<BYTE> pixels; // blue, green, red, alpha
-};
-
-// The size is asked for first: nothing is allocated for the pixels of a picture that is too large.
-bool ReadPicture(const wchar_t* path, Picture& picture)
-{
-    Component<IWICImagingFactory> factory;
-    Component<IWICBitmapDecoder> decoder;
-    Component<IWICBitmapFrameDecode> frame;
-    Component<IWICFormatConverter> converter;
-    if (FAILED(CoCreateInstance(CLSID_WICImagingFactory, nullptr, CLSCTX_INPROC_SERVER, IID_IWICImagingFactory,
-                                reinterpret_cast<void**>(factory.Receive()))) ||
-        FAILED(factory->CreateDecoderFromFilename(path, nullptr, GENERIC_READ, WICDecodeMetadataCacheOnDemand,
-                                                  decoder.Receive())) ||
-        FAILED(decoder->GetFrame(0, frame.Receive())) || FAILED(frame->GetSize(&picture.widthPx, &picture.heightPx)) ||
-        picture.widthPx == 0 || picture.heightPx == 0 || picture.widthPx > kMaxImageSidePx ||
-        picture.heightPx > kMaxImageSidePx)
-        return false;
-    if (FAILED(factory->CreateFormatConverter(converter.Receive())) ||
-        FAILED(converter->Initialize(frame.Get(), GUID_WICPixelFormat32bppBGRA, WICBitmapDitherTypeNone, nullptr, 0,
-                                     WICBitmapPaletteTypeCustom)))
-        return false;
-    const UINT rowBytes = picture.widthPx * kBytesAPixel;
-    picture.pixels.resize(std::size_t{ rowBytes } * picture.heightPx);
-    return SUCCEEDED(
-        converter->CopyPixels(nullptr, rowBytes, static_cast<UINT>(picture.pixels.size()), picture.pixels.data()));
-}
 
 // Drawn over the bitmap's black.
 std::uint16_t PixelOf(const BYTE* color)
 {
     const unsigned alpha = color[3];
-    const unsigned blue = color[0] * alpha / 255;
-    const unsigned green = color[1] * alpha / 255;
-    const unsigned red = color[2] * alpha / 255;
-    return static_cast<std::uint16_t>(red >> 3 << 11 | green >> 2 << 5 | blue >> 3);
+    return Rgb565Of(color[2] * alpha / 255, color[1] * alpha / 255, color[0] * alpha / 255);
 }
 
-// A bitmap of the device's screen format, its first row on top.
-HBITMAP MakeBitmap(const Picture& picture)
+// What of the frame lies on the picture; the rest of the picture stays black.
+void CopyFrame(const ImageFrame& frame, const ImageFile& file, const Rgb565Section& section)
 {
-    struct {
-        BITMAPINFOHEADER header;
-        DWORD masks[3];
-    } info{};
-    info.header.biSize = sizeof info.header;
-    info.header.biWidth = static_cast<LONG>(picture.widthPx);
-    info.header.biHeight = -static_cast<LONG>(picture.heightPx);
-    info.header.biPlanes = 1;
-    info.header.biBitCount = 16;
-    info.header.biCompression = BI_BITFIELDS;
-    info.masks[0] = 0xF800;
-    info.masks[1] = 0x07E0;
-    info.masks[2] = 0x001F;
-    void* bits = nullptr;
-    const HBITMAP bitmap =
-        CreateDIBSection(nullptr, reinterpret_cast<const BITMAPINFO*>(&info), DIB_RGB_COLORS, &bits, nullptr, 0);
-    if (bitmap == nullptr)
-        return nullptr;
-    const std::size_t rowPixels = (picture.widthPx + 1) / 2 * 2; // rows end on four bytes
-    for (std::size_t y = 0; y < picture.heightPx; ++y) {
-        auto* const row = static_cast<std::uint16_t*>(bits) + y * rowPixels;
-        for (std::size_t x = 0; x < picture.widthPx; ++x)
-            row[x] = PixelOf(&picture.pixels[(y * picture.widthPx + x) * kBytesAPixel]);
+    const auto left = static_cast<UINT>(frame.corner.x);
+    const auto top = static_cast<UINT>(frame.corner.y);
+    const UINT right = std::min(left + frame.widthPx, file.WidthPx());
+    const UINT bottom = std::min(top + frame.heightPx, file.HeightPx());
+    for (UINT y = top; y < bottom; ++y) {
+        const BYTE* color = frame.pixels.data() + std::size_t{ y - top } * frame.widthPx * kImagePixelBytes;
+        for (UINT x = left; x < right; ++x, color += kImagePixelBytes)
+            section.Row(y)[x] = PixelOf(color);
     }
-    return bitmap;
 }
 
 } // namespace
+} // namespace cardsong::gdi
+
+using namespace cardsong::gdi;
 
 HBITMAP CreateBitmapFromImageFile(HWND, LPCWSTR path)
 {
@@ -127,6 +40,12 @@ HBITMAP CreateBitmapFromImageFile(HWND, LPCWSTR path)
         return nullptr;
     const auto hostPath = cardsong::kernel::FindHostPath(path);
     const Apartment apartment;
-    Picture picture;
-    return hostPath && ReadPicture(hostPath->c_str(), picture) ? MakeBitmap(picture) : nullptr;
+    ImageFile file;
+    ImageFrame frame;
+    if (!hostPath || !file.Open(hostPath->c_str()) || !file.ReadFrame(0, frame))
+        return nullptr;
+    const Rgb565Section section = MakeRgb565Section(file.WidthPx(), file.HeightPx());
+    if (section.bitmap != nullptr)
+        CopyFrame(frame, file, section);
+    return section.bitmap;
 }

@@ -1,13 +1,15 @@
 #include "platform/ce.h"
+#include "tests/gui/gif_builder.h"
 #include "tests/platform/scratch_device.h"
 
 #include <gtest/gtest.h>
 
 #include <string_view>
+#include <vector>
 
 namespace {
 
-using cardsong::test::ScratchDevice;
+using namespace cardsong::test;
 using namespace std::string_view_literals;
 
 // Two pixels of two colours, 24 bits, rows of four bytes, the lower row first.
@@ -42,6 +44,48 @@ TEST(ImageFile, AGifBecomesABitmapOfTheScreensFormat)
     EXPECT_EQ(record.bmBitsPixel, 16);
     EXPECT_EQ(PixelOf(bitmap, 0, 0), RGB(255, 255, 255));
     EXPECT_TRUE(DeleteObject(bitmap));
+}
+
+// The pixels of one row of a bitmap made from `gif`.
+std::vector<COLORREF> FirstRow(const std::string& gif)
+{
+    const ScratchDevice device;
+    device.WriteFile("user/scratch/a.gif", gif);
+    const HBITMAP bitmap = CreateBitmapFromImageFile(nullptr, device.Path(TEXT("a.gif")).c_str());
+    BITMAP record{};
+    GetObjectW(bitmap, sizeof(record), &record);
+    std::vector<COLORREF> row;
+    for (int x = 0; x < record.bmWidth; ++x)
+        row.push_back(PixelOf(bitmap, x, 0));
+    DeleteObject(bitmap);
+    return row;
+}
+
+constexpr COLORREF kRedColor = RGB(255, 0, 0);
+constexpr COLORREF kGreenColor = RGB(0, 255, 0);
+
+TEST(ImageFile, AGifsFirstFrameStandsOnItsScreenTheRestIsBlack)
+{
+    const auto gif = GifBuilder().Screen(4, 1, { kBlue, kRed, kGreen, kWhite });
+    const GifImage image{ .left = 1, .width = 2, .height = 1, .indices = { 1, 2 } };
+    const GifImage later{ .width = 1, .height = 1, .indices = { 3 } };
+    EXPECT_EQ(FirstRow(GifBuilder(gif).Image(image).Image(later).Trailer().Text()),
+              (std::vector<COLORREF>{ 0, kRedColor, kGreenColor, 0 }));
+}
+
+TEST(ImageFile, ASeeThroughPixelIsBlack)
+{
+    const GifImage image{ .width = 2, .height = 1, .indices = { 1, 2 } };
+    const auto gif =
+        GifBuilder().Screen(2, 1, { kBlue, kRed, kGreen, kWhite }).GraphicControl(0, 0, 2).Image(image).Trailer();
+    EXPECT_EQ(FirstRow(gif.Text()), (std::vector<COLORREF>{ kRedColor, 0 }));
+}
+
+TEST(ImageFile, AGifsFrameIsCutToItsScreen)
+{
+    const GifImage image{ .left = 1, .width = 3, .height = 2, .indices = { 1, 2, 1, 2, 1, 2 } };
+    const auto gif = GifBuilder().Screen(2, 1, { kBlue, kRed, kGreen, kWhite }).Image(image).Trailer();
+    EXPECT_EQ(FirstRow(gif.Text()), (std::vector<COLORREF>{ 0, kRedColor }));
 }
 
 TEST(ImageFile, OtherFormatsAreReadToo)

@@ -156,9 +156,10 @@ std::optional<OptionError> ReadOptions(const std::vector<std::string>& arguments
         if (which == -1)
             break;
         const std::string word = pointers[static_cast<std::size_t>(std::max(at, optind - 1))];
-        if (which == ':')
+        const bool hasValue = word.find('=') != std::string::npos; // one that the option does not take
+        if (which == ':' && !hasValue)
             return OptionError{ word + ": needs a value" };
-        if (which == '?')
+        if (which == ':' || which == '?')
             return OptionError{ word + ": not an option" };
         Store(which, optarg, options);
     }

@@ -59,18 +59,18 @@ public:
     // "system/Windows/c.gif". Missing folders are made.
     void WriteFile(const std::string& hostRelativePath, std::string_view contents = {}) const
     {
-        const auto path = m_root / std::filesystem::path(hostRelativePath);
+        const auto path = Place(hostRelativePath);
         std::filesystem::create_directories(path.parent_path());
         std::ofstream(path, std::ios::binary).write(contents.data(), static_cast<std::streamsize>(contents.size()));
     }
     void MakeFolder(const std::string& hostRelativePath) const
     {
-        std::filesystem::create_directories(m_root / std::filesystem::path(hostRelativePath));
+        std::filesystem::create_directories(Place(hostRelativePath));
     }
     // The bytes of a host file named as for WriteFile; empty when there is none.
     std::string ReadFile(const std::string& hostRelativePath) const
     {
-        std::ifstream file(m_root / std::filesystem::path(hostRelativePath), std::ios::binary);
+        std::ifstream file(Place(hostRelativePath), std::ios::binary);
         return { std::istreambuf_iterator<char>(file), {} };
     }
 
@@ -81,6 +81,11 @@ public:
     }
 
 private:
+    // Names are UTF-8, whatever the host takes narrow ones for.
+    std::filesystem::path Place(const std::string& hostRelativePath) const
+    {
+        return m_root / std::u8string(hostRelativePath.begin(), hostRelativePath.end());
+    }
     // The root in the form in which names such as "NUL", and long paths, are reached too.
     static std::filesystem::path InEveryName(const std::filesystem::path& root)
     {

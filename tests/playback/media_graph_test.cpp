@@ -86,6 +86,8 @@ TEST_F(SoundTest, TagBeforeTheSoundIsPassedOver)
     Put("tagged.mp3", tag + Sample("short_tone.mp3"));
     EXPECT_TRUE(Open("tagged.mp3"));
     EXPECT_NEAR(Duration(), kShortToneSeconds, 0.06);
+    EXPECT_TRUE(m_graph.Run());
+    EXPECT_EQ(AwaitEvent(), kGraphComplete);
 }
 
 // ---- states ----

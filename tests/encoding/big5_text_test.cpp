@@ -1,5 +1,8 @@
 #include "encoding/big5_text.h"
 
+#include "encoding/code_page.h"
+#include "tests/tags/bytes.h"
+
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -255,6 +258,17 @@ int CountPairs(int lastLead, int firstTrail, Conversion convert, const std::stri
 bool Always(const std::string&, const std::string&)
 {
     return true;
+}
+
+TEST(ThereAndBack, TheSampleTitlesAreEachOthers)
+{
+    const auto traditional = cardsong::test::SampleText("text/title_big5.txt");
+    const auto simplified = cardsong::test::SampleText("text/title_gb2312.txt");
+    ASSERT_FALSE(traditional.empty());
+    EXPECT_EQ(ToGb(traditional), simplified);
+    EXPECT_EQ(ToBig5(simplified), traditional);
+    EXPECT_EQ(GetCodePage(traditional.c_str()), kCodePageBig5);
+    EXPECT_EQ(GetCodePage(simplified.c_str()), kCodePageGb2312);
 }
 
 TEST(ThereAndBack, TheSquareStandsForTheSquare)

@@ -10,6 +10,11 @@ constexpr bool IsLetter(WCHAR unit)
     return (unit >= 'A' && unit <= 'Z') || (unit >= 'a' && unit <= 'z');
 }
 
+constexpr bool IsSeparator(WCHAR unit)
+{
+    return unit == '\\' || unit == '/';
+}
+
 constexpr bool IsForeign(WCHAR unit)
 {
     return unit < 0x20 || WStringView(TEXT("<>:\"/\\|?*")).find(unit) != WStringView::npos;
@@ -44,6 +49,7 @@ DevicePath DevicePath::Trimmed() const
 DevicePath ParseDevicePath(WStringView text)
 {
     DevicePath path;
+    path.names.reserve(static_cast<std::size_t>(std::count_if(text.begin(), text.end(), IsSeparator)) + 1);
     while (!text.empty()) {
         const auto end = text.find_first_of(TEXT("\\/"));
         const auto name = text.substr(0, end);

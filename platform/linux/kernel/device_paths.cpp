@@ -65,7 +65,12 @@ Layers LayersOf(const DevicePath& path)
 // The host path with the names as they are written; empty when one of them can be no host name.
 std::string ExactPath(const std::string& hostRoot, Names names)
 {
-    std::string path = hostRoot;
+    std::size_t units = hostRoot.size();
+    for (const auto& name : names)
+        units += 1 + name.size();
+    std::string path;
+    path.reserve(units); // and for names of ASCII no more is needed
+    path = hostRoot;
     for (const auto& name : names) {
         const auto hostName = HostNameFromDevice(name);
         if (!hostName)
@@ -207,6 +212,12 @@ LookUp FindOnHost(const DevicePath& path)
     else if (path.IsRoot() || IsMadeAsNeeded(path.Parent()))
         result.error = ERROR_FILE_NOT_FOUND; // the folder above counts as there even while nothing has made it
     return result;
+}
+
+std::string FirstPlaceOnHost(const DevicePath& path)
+{
+    const auto layers = LayersOf(path);
+    return layers.layers.empty() ? std::string() : ExactPath(layers.layers.front().hostRoot, layers.names);
 }
 
 std::string PlaceForNew(const DevicePath& path, DWORD& error)

@@ -27,6 +27,9 @@ struct LookUp {
 // By the names as they are written, else by the names without the dots and blanks at their ends.
 LookUp FindOnHost(const DevicePath& path);
 
+// Where FindOnHost looks first: what exists there is what it finds. Empty when no host file has such a name.
+std::string FirstPlaceOnHost(const DevicePath& path);
+
 // The host path at which a file or folder named by `path` is made; the folder above it is made in the user's tree when
 // so far only the installed tree has it. Empty, with `error` set, when the folder above does not exist.
 std::string PlaceForNew(const DevicePath& path, DWORD& error);

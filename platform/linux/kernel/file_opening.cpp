@@ -70,7 +70,19 @@ bool MayBeWritten(const DevicePath& path, const LookUp& found)
     return !isReadOnly && !LeadsOffTheCard(path, found.hostPath);
 }
 
-// A scan opens thousands of songs for reading: nothing more is asked of them than the look has told.
+// A scan opens thousands of songs by the very names that it listed: no look for them comes first. Nothing is opened
+// when there is no ordinary file of that name.
+int OpenAsWritten(const DevicePath& path)
+{
+    const auto hostPath = FirstPlaceOnHost(path);
+    // Not blocking: a pipe must not stop the program.
+    const int descriptor = hostPath.empty() ? -1 : open(hostPath.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
+    if (descriptor < 0 || IsOrdinaryFile(descriptor))
+        return descriptor;
+    close(descriptor);
+    return -1;
+}
+
 OpenedFile OpenExisting(const DevicePath& path, const LookUp& found, DWORD access, bool losesContents)
 {
     const bool isWritten = (access & GENERIC_WRITE) != 0 || losesContents;
@@ -117,6 +129,13 @@ OpenedFile OpenDeviceFile(std::u16string_view devicePath, DWORD access, DWORD di
     if (disposition < CREATE_NEW || disposition > TRUNCATE_EXISTING ||
         (disposition == TRUNCATE_EXISTING && (access & GENERIC_WRITE) == 0))
         return Failure(ERROR_INVALID_PARAMETER);
+    if (disposition == OPEN_EXISTING && access == GENERIC_READ && !path.endsInSeparator) {
+        OpenedFile opened;
+        opened.descriptor = OpenAsWritten(path);
+        opened.existed = true;
+        if (opened.descriptor >= 0)
+            return opened;
+    }
     const auto found = FindOnHost(path);
     if (found.Found() && disposition == CREATE_NEW)
         return Failure(ERROR_FILE_EXISTS);

@@ -83,6 +83,11 @@ std::optional<HostFacts> ReadHostFacts(const std::string& hostPath)
     return result;
 }
 
+bool IsOrdinaryFile(int descriptor)
+{
+    return S_ISREG(StatOf(descriptor).st_mode);
+}
+
 HostIdentity IdentityOf(int descriptor)
 {
     const auto facts = StatOf(descriptor);

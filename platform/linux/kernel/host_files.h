@@ -30,7 +30,8 @@ struct HostFacts {
 
 // Follows symbolic links. Nothing for what is neither a file nor a folder (pipes, sockets, devices) or is not there.
 std::optional<HostFacts> ReadHostFacts(const std::string& hostPath);
-// Of an open file.
+// Of what is open.
+bool IsOrdinaryFile(int descriptor);
 HostIdentity IdentityOf(int descriptor);
 std::uint64_t SizeOf(int descriptor);
 

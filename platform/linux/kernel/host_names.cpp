@@ -2,11 +2,24 @@
 
 #include "platform/linux/kernel/unicode.h"
 
+#include <algorithm>
+
 namespace cardsong::kernel {
 namespace {
 
 constexpr char16_t kEscapedBytes = 0xDC00; // + 0x80 to 0xFF
 constexpr char16_t kEscapedBackslash = 0xF05C;
+
+constexpr bool IsSeparatorOrZero(char16_t unit)
+{
+    return unit == 0 || unit == u'/' || unit == u'\\';
+}
+
+// The same on both sides.
+constexpr bool IsPlain(char16_t unit)
+{
+    return unit < 0x80 && !IsSeparatorOrZero(unit);
+}
 
 void AppendEscaped(std::u16string& name, std::string_view bytes)
 {
@@ -34,14 +47,15 @@ std::u16string DeviceNameFromHost(std::string_view hostName)
 
 std::optional<std::string> HostNameFromDevice(std::u16string_view deviceName)
 {
-    std::string name;
-    name.reserve(deviceName.size());
-    for (std::size_t i = 0, units = 0; i < deviceName.size(); i += units) {
+    const auto firstForeign = std::find_if_not(deviceName.begin(), deviceName.end(), IsPlain);
+    std::string name(deviceName.begin(), firstForeign); // which is all of most names
+    const auto plainUnits = static_cast<std::size_t>(firstForeign - deviceName.begin());
+    for (std::size_t i = plainUnits, units = 0; i < deviceName.size(); i += units) {
         const auto character = DecodeUtf16(deviceName, i, units);
         const char16_t unit = deviceName[i];
         if (!character && (unit < kEscapedBytes + 0x80 || unit > kEscapedBytes + 0xFF))
             return std::nullopt;
-        if (unit == 0 || unit == u'/' || unit == u'\\')
+        if (IsSeparatorOrZero(unit))
             return std::nullopt;
         if (!character)
             name.push_back(static_cast<char>(unit - kEscapedBytes));

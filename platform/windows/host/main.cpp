@@ -1,4 +1,5 @@
 // The Windows program: reads its options, lays out the device tree, sets up the screen, and runs the player in it.
+#include "platform/host/command_line.h"
 #include "platform/windows/host/session.h"
 #include "platform/windows/host/user_defaults.h"
 #include "platform/windows/kernel/utf8.h"
@@ -12,8 +13,6 @@
 #include <vector>
 
 namespace {
-
-constexpr int kBadOptions = 2;
 
 std::vector<std::string> Arguments()
 {
@@ -44,17 +43,6 @@ int WINAPI wWinMain(HINSTANCE, HINSTANCE, LPWSTR, int)
     using namespace cardsong::host;
     OpenConsole();
     Options options = UserDefaults();
-    if (const auto error = ReadOptions(Arguments(), options)) {
-        std::fprintf(stderr, "cardsong: %s\n", error->message.c_str());
-        return kBadOptions;
-    }
-    if (options.showHelp) {
-        std::fputs(kHelpText, stdout);
-        return 0;
-    }
-    if (options.showVersion) {
-        std::puts("cardsong " CARDSONG_VERSION);
-        return 0;
-    }
-    return RunSession(options);
+    const auto answer = AnswerCommandLine(Arguments(), CARDSONG_VERSION, options);
+    return answer ? *answer : RunSession(options);
 }

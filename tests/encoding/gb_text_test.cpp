@@ -74,4 +74,19 @@ TEST(GbToUnicode, HanziInARowAreOneUnitEach)
     EXPECT_EQ(Converted("\xC4\xE3\xBA\xC3"), (Units{ 0x4F60, 0x597D })); // "ni hao"
 }
 
+TEST(GbToUnicode, TheSecondByteOfAnUnknownPairMayBeginAKnownOne)
+{
+    EXPECT_EQ(Converted("\xA1\xB0\xA1"), (Units{ 0xFFA1, 0x554A }));
+    EXPECT_EQ(Converted("\xF7\xB0\xA1"), (Units{ 0xFFF7, 0x554A }));
+}
+
+TEST(GbToUnicode, NothingBehindTheZeroIsConverted)
+{
+    Utf16Unit units[4] = { 9, 9, 9, 9 };
+    gbToUnicode("A\xB0\0\xB0\xA1", units);
+    EXPECT_EQ(units[0], 0x0041);
+    EXPECT_EQ(units[1], 0xFFB0);
+    EXPECT_EQ(units[2], 9);
+}
+
 } // namespace

@@ -149,6 +149,18 @@ TEST_F(SongListRowsTest, TakeANegativeDurationAsNone)
     EXPECT_EQ(WString(SongListRows(true)[0].time), TEXT("--:--"));
 }
 
+TEST_F(SongListRowsTest, OfMoreThanTheMostEntriesAreNone)
+{
+    AddEntry(list, TEXT("a.mp3"), TEXT("\\SDMMC"), 1);
+    BuildSongListRows(list, true);
+    ASSERT_EQ(SongListRows(true).size(), 1u);
+    CPtrListCtrl tooMany;
+    for (std::int32_t i = 0; i <= 10'526'880; ++i)
+        tooMany.Add(list.GetHead(), -1);
+    BuildSongListRows(tooMany, true);
+    EXPECT_EQ(SongListRows(true).size(), 0u);
+}
+
 class SongTitle : public testing::Test {
 protected:
     // The title of a song in the card's folder "Music".
@@ -245,6 +257,33 @@ TEST_F(SongTitle, OfANullPathIsTheNumber)
     WString title;
     EXPECT_EQ(GetSongDisplayTitle(nullptr, title, 7), 1);
     EXPECT_EQ(title, TEXT("07."));
+}
+
+TEST_F(SongTitle, OfGb2312BeyondTheKnownHanziKeepsItsWidenedBytes)
+{
+    WriteTitled("\xA1\xA1\xB0\xA1"); // a wide space, which is no hanzi, and one
+    EXPECT_EQ(Of(TEXT("song.mp3")), TEXT("07.\xFFA1\xFFA1\x554A"));
+}
+
+TEST_F(SongTitle, IsReadWhateverTheCaseOfTheFileName)
+{
+    WriteTitled("\xC4\xE3\xBA\xC3");
+    EXPECT_EQ(Of(TEXT("SONG.Mp3")), TEXT("07.\x4F60\x597D"));
+}
+
+TEST_F(SongTitle, OfAnMp3WithoutAFrameIsTheFileName)
+{
+    std::string block("TAG\xC4\xE3\xBA\xC3");
+    block.resize(128);
+    device.WriteFile("card/Music/song.mp3", std::string(1000, 'x') + block);
+    EXPECT_EQ(Of(TEXT("song.mp3")), TEXT("07.song"));
+}
+
+TEST_F(SongTitle, OfAPathWithoutABackslashIsThePathLessItsExtension)
+{
+    WString title;
+    EXPECT_EQ(GetSongDisplayTitle(TEXT("a.b.mp3"), title, 7), 1);
+    EXPECT_EQ(title, TEXT("07.a.b"));
 }
 
 } // namespace

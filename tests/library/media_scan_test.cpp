@@ -1,6 +1,7 @@
 #include "library/media_scan.h"
 
 #include "library/song_names.h"
+#include "library/song_walk.h"
 #include "tests/library/lists.h"
 #include "tests/platform/scratch_device.h"
 #include "tests/tags/bytes.h"
@@ -267,24 +268,29 @@ TEST_F(MediaScan, TheSetOfNamesAnswersLikeTheLists)
     EXPECT_LT(known, 250);
 }
 
-TEST(ReadSongDurationSeconds, OfAWmaSongWrapsAfter429Seconds)
+TEST_F(MediaScan, SongsStandInTheOrderInWhichTheFoldersTellThem)
 {
-    ScratchDevice device;
-    // A header of 30 bytes, a File Properties Object of 104, and a play time of 500 s at byte 94.
-    std::string song = SampleText("wma/properties_cut_short.wma").substr(0, 46);
-    song += std::string("\x68\0\0\0\0\0\0\0", 8) + std::string(40, 0);
-    for (int shift = 0; shift < 64; shift += 8)
-        song += static_cast<char>(5'000'000'000ull >> shift);
-    song += std::string(32, 0);
-    device.WriteFile("user/scratch/long.wma", song);
-    EXPECT_EQ(ReadSongDurationSeconds(device.Path(TEXT("long.wma")).c_str(), false), 70u); // 500 s less 429.4967296 s
+    for (const std::string name : { "c.mp3", "a.mp3", "Z/b.mp3", "B/d.wma", "B/deep/e.mp3" })
+        device.WriteFile("card/" + name);
+    std::vector<WString> told;
+    WalkSongs(TEXT("\\SDMMC"), true, [&told](const FoundSong& song) { told.push_back(WString(song.name)); });
+    ScanMediaFolder(TEXT("\\SDMMC"), &CardSongList, true);
+    ASSERT_EQ(told.size(), 5u);
+    ASSERT_EQ(CardSongList.GetCount(), 5);
+    for (std::int32_t i = 0; i < 5; ++i)
+        EXPECT_EQ(WString(At(CardSongList, i).fileName), told[static_cast<std::size_t>(i)]);
 }
 
-TEST(ReadSongDurationSeconds, OfAMissingFileIsZero)
+TEST_F(MediaScan, OfTwoFilesOfTheSameNameTheFirstToldIsTaken)
 {
-    ScratchDevice device;
-    EXPECT_EQ(ReadSongDurationSeconds(device.Path(TEXT("missing.mp3")).c_str(), true), 0u);
-    EXPECT_EQ(ReadSongDurationSeconds(device.Path(TEXT("missing.wma")).c_str(), false), 0u);
+    device.WriteFile("card/One/a.mp3");
+    device.WriteFile("card/Two/a.mp3");
+    std::vector<WString> folders;
+    WalkSongs(TEXT("\\SDMMC"), true, [&folders](const FoundSong& song) { folders.push_back(WString(song.folder)); });
+    Scan();
+    ASSERT_EQ(folders.size(), 2u);
+    ASSERT_EQ(CardSongList.GetCount(), 1);
+    EXPECT_EQ(WString(At(CardSongList, 0).folder), folders[0]);
 }
 
 } // namespace

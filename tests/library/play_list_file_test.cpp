@@ -235,79 +235,10 @@ TEST_F(PlayListFile, AFileOfNoiseHoldsNoSongs)
     EXPECT_EQ(Load(noise), Names{});
 }
 
-class PlayListRecord : public PlayListFile {
-protected:
-    PlayListRecord() { device.WriteFile("card/a.mp3"); }
-    int Parse(WStringView text) { return ParsePlayListRecord(text, PlayList); }
-};
-
-TEST_F(PlayListRecord, OfASongThatIsThereIsAppended)
+TEST_F(PlayListFile, EmptyRecordsAreStepped)
 {
-    EXPECT_EQ(Parse(TEXT("1$a.mp3$\\SDMMC$215")), 1);
-    ASSERT_EQ(PlayList.GetCount(), 1);
-    const MediaFileEntry& entry = At(PlayList, 0);
-    EXPECT_EQ(WString(entry.fileName), TEXT("a.mp3"));
-    EXPECT_EQ(WString(entry.folder), TEXT("\\SDMMC"));
-    EXPECT_EQ(entry.duration, 215.0);
-    EXPECT_EQ(entry.fileSize, 0u);
-    EXPECT_EQ(entry.playMark, 0);
-}
-
-TEST_F(PlayListRecord, OfNothingIsNone)
-{
-    EXPECT_EQ(Parse(TEXT("")), 0);
-}
-
-TEST_F(PlayListRecord, TheNumberIsIgnored)
-{
-    EXPECT_EQ(Parse(TEXT("$a.mp3$\\SDMMC$215")), 1);
-    EXPECT_EQ(Parse(TEXT("nonsense$a.mp3$\\SDMMC$215")), 1);
-}
-
-TEST_F(PlayListRecord, WithoutAPlayTimeHasNone)
-{
-    EXPECT_EQ(Parse(TEXT("1$a.mp3$\\SDMMC$")), 1);
-    EXPECT_EQ(At(PlayList, 0).duration, 0.0);
-}
-
-TEST_F(PlayListRecord, EndsAtItsEndUnit)
-{
-    EXPECT_EQ(Parse(WString(TEXT("1$a.mp3$\\SDMMC$21")) + static_cast<WCHAR>(0x0A0D) + TEXT("5")), 1);
-    EXPECT_EQ(At(PlayList, 0).duration, 21.0);
-}
-
-TEST_F(PlayListRecord, WithFewerThanThreeSeparatorsIsNone)
-{
-    EXPECT_EQ(Parse(TEXT("1$a.mp3$\\SDMMC")), 0);
-    EXPECT_EQ(Parse(TEXT("1$a.mp3")), 0);
-    EXPECT_EQ(Parse(TEXT("a.mp3")), 0);
-    EXPECT_TRUE(PlayList.IsEmpty());
-}
-
-TEST_F(PlayListRecord, OfANameWithASeparatorIsDropped)
-{
-    device.WriteFile("card/a$b.mp3");
-    EXPECT_EQ(Parse(TEXT("1$a$b.mp3$\\SDMMC$1")), 0);
-}
-
-TEST_F(PlayListRecord, WithoutANameIsNone)
-{
-    EXPECT_EQ(Parse(TEXT("1$$\\SDMMC$1")), 0);
-}
-
-TEST_F(PlayListRecord, OfAPathTooLongIsNone)
-{
-    EXPECT_EQ(Parse(TEXT("1$") + WString(300, TEXT('x')) + TEXT("$\\SDMMC$1")), 0);
-    EXPECT_EQ(Parse(TEXT("1$a.mp3$") + WString(300, TEXT('\\')) + TEXT("$1")), 0);
-}
-
-TEST_F(PlayListRecord, OnlyItsFirstThousandUnitsCount)
-{
-    const WString blank(1000, TEXT(' '));
-    EXPECT_EQ(Parse(blank + TEXT("$a.mp3$\\SDMMC$1")), 0);
-    const WString number(1000 - 16, TEXT('7'));
-    EXPECT_EQ(Parse(number + TEXT("$a.mp3$\\SDMMC$234")), 1);
-    EXPECT_EQ(At(PlayList, 0).duration, 23.0);
+    device.WriteFile("card/a.mp3");
+    EXPECT_EQ(Load("\r\n\r\n" + Record("1$a.mp3$\\SDMMC$1") + "\r\n"), (Names{ "\\SDMMC\\a.mp3" }));
 }
 
 } // namespace

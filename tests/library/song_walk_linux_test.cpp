@@ -1,11 +1,15 @@
 // Links between folders, names and permissions of this system, as a walk over the card meets them.
 #include "library/song_walk.h"
 
+#include "library/media_scan.h"
+#include "tests/library/lists.h"
 #include "tests/platform/scratch_device.h"
+#include "tests/tags/bytes.h"
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
 #include <vector>
@@ -13,7 +17,17 @@
 namespace {
 
 namespace fs = std::filesystem;
+using cardsong::test::At;
+using cardsong::test::EmptyLists;
 using cardsong::test::ScratchDevice;
+
+// A song of 128 kbit/s.
+std::string TenSeconds()
+{
+    std::string song = cardsong::test::SampleText("mp3/cbr_joint_stereo.mp3").substr(0, 417);
+    song.resize(128 + 417 * 400);
+    return song;
+}
 
 class SongWalk : public testing::Test {
 protected:
@@ -80,15 +94,72 @@ TEST_F(SongWalk, NamesThatAreNoTextAreTold)
     EXPECT_EQ(cardsong::kernel::FindHostPath(paths[0]), (Card() / "\xB8\xE8/\xC7\xFA.mp3").string());
 }
 
+// Someone whom permissions bind, while it lives; root gives the device away for that.
+class OrdinaryUser {
+public:
+    explicit OrdinaryUser(const fs::path& device)
+    {
+        if (geteuid() != 0)
+            return;
+        EXPECT_EQ(chown(device.c_str(), kNobody, kNobody), 0);
+        for (const auto& entry : fs::recursive_directory_iterator(device))
+            EXPECT_EQ(lchown(entry.path().c_str(), kNobody, kNobody), 0);
+        m_isRoot = seteuid(kNobody) == 0;
+    }
+    ~OrdinaryUser()
+    {
+        if (!m_isRoot)
+            return;
+        EXPECT_EQ(seteuid(0), 0);
+    }
+    OrdinaryUser(const OrdinaryUser&) = delete;
+    OrdinaryUser& operator=(const OrdinaryUser&) = delete;
+
+private:
+    static constexpr uid_t kNobody = 65534;
+    bool m_isRoot = false;
+};
+
 TEST_F(SongWalk, AFolderThatMayNotBeReadAddsNothing)
 {
-    if (geteuid() == 0)
-        GTEST_SKIP() << "everything may be read here";
     m_device.WriteFile("card/closed/a.mp3");
     m_device.WriteFile("card/b.mp3");
+    const OrdinaryUser user(Card().parent_path());
     fs::permissions(Card() / "closed", fs::perms::none);
+    ASSERT_NE(faccessat(AT_FDCWD, (Card() / "closed").c_str(), R_OK, AT_EACCESS), 0) << "it may be read here";
     EXPECT_EQ(Walk(), (std::vector<WString>{ TEXT("\\SDMMC\\b.mp3") }));
     fs::permissions(Card() / "closed", fs::perms::owner_all);
+}
+
+TEST_F(SongWalk, ASongThatMayNotBeReadIsAddedWithoutAPlayTime)
+{
+    const EmptyLists lists;
+    m_device.WriteFile("card/a.mp3", TenSeconds());
+    const OrdinaryUser user(Card().parent_path());
+    fs::permissions(Card() / "a.mp3", fs::perms::none);
+    ScanMediaFolder(TEXT("\\SDMMC"), &CardSongList, true);
+    ASSERT_EQ(CardSongList.GetCount(), 1);
+    EXPECT_EQ(At(CardSongList, 0).duration, 0.0);
+}
+
+TEST_F(SongWalk, ASongWhoseNameIsNoTextIsReadLikeAnother)
+{
+    const EmptyLists lists;
+    m_device.WriteFile("card/\xB8\xE8/\xC7\xFA.MP3", TenSeconds());
+    ScanMediaFolder(TEXT("\\SDMMC"), &CardSongList, true);
+    ASSERT_EQ(CardSongList.GetCount(), 1);
+    EXPECT_EQ(At(CardSongList, 0).duration, 10.0);
+    EXPECT_EQ(At(CardSongList, 0).fileSize, TenSeconds().size());
+}
+
+TEST_F(SongWalk, OfASizeTheLow32BitsAreKept)
+{
+    const EmptyLists lists;
+    m_device.WriteFile("card/a.wma");
+    fs::resize_file(Card() / "a.wma", (std::uintmax_t{ 1 } << 32) + 5);
+    ScanMediaFolder(TEXT("\\SDMMC"), &CardSongList, true);
+    ASSERT_EQ(CardSongList.GetCount(), 1);
+    EXPECT_EQ(At(CardSongList, 0).fileSize, 5u);
 }
 
 } // namespace

@@ -55,13 +55,28 @@ TEST(Mp3Info, TheTagIsTakenOffTheFileSize)
     EXPECT_EQ(info.durationMs, 2612u); // the ten header bytes count as audio: 41,700 bytes are 100 frames
 }
 
-TEST(Mp3Info, AFileSmallerThanItsTagsHasNoTime)
+// A frame of which enough can be read leaves 28 bytes behind any tag and the 128 taken off for an end tag.
+TEST(Mp3Info, TheShortestSongHasTheTimeOf28Bytes)
 {
     Bytes bytes("ID3\3");
-    bytes.Fill(5).Fill(1, 100).Fill(100).Big(kFrame128, 4).Fill(152);
+    bytes.Fill(5).Fill(1, 100).Fill(90).Big(kFrame128, 4).Fill(152);
     Mp3FileInfo info;
     ASSERT_EQ(Read(bytes, info), 0);
-    EXPECT_EQ(info.durationMs, static_cast<std::uint32_t>((266 - 228) * 26.12244987487793 / 417));
+    EXPECT_EQ(info.fileBytes, 256u);
+    EXPECT_EQ(info.durationMs, 1u); // 28 x 26.1224 / 417 is 1.75
+}
+
+TEST(Mp3Info, AnEndTagIsTakenOffTheFileSizeLikeTheSpaceForOne)
+{
+    Bytes bytes;
+    bytes.Big(kFrame128, 4).Fill(41'700 - 4).Text("TAG").Fill(125);
+    Mp3FileInfo info;
+    ASSERT_EQ(Read(bytes, info), 0);
+    EXPECT_EQ(info.durationMs, 2612u);
+    Bytes without;
+    without.Big(kFrame128, 4).Fill(41'700 - 4).Fill(128);
+    ASSERT_EQ(Read(without, info), 0);
+    EXPECT_EQ(info.durationMs, 2612u);
 }
 
 TEST(Mp3Info, AXingHeaderGivesTheTimeOfItsFrames)
@@ -182,6 +197,17 @@ TEST(Mp3Info, AXingByteCountBelowTheTagsGivesNoTime)
     EXPECT_EQ(Read(bytes, info), 0);
     EXPECT_EQ(info.xing.byteCount, 127u);
     EXPECT_EQ(info.xing.frameCount, 0u);
+    EXPECT_EQ(info.durationMs, 0u);
+}
+
+TEST(Mp3Info, AXingByteCountOfZeroWithoutAFrameCountGivesNoTime)
+{
+    Bytes bytes;
+    bytes.Big(kFrame128, 4).Fill(32).Text("Xing").Big(2, 4).Fill(4).Big(0, 4).Fill(1000);
+    Mp3FileInfo info;
+    EXPECT_EQ(Read(bytes, info), 0);
+    EXPECT_EQ(info.xing.frameCount, 0u);
+    EXPECT_EQ(info.xing.tableOfContents[99], 0);
     EXPECT_EQ(info.durationMs, 0u);
 }
 

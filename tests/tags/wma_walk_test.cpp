@@ -1,0 +1,169 @@
+// The way from object to object of a WMA song.
+#include "tags/wma_info.h"
+
+#include "tests/tags/wma_bytes.h"
+
+#include <gtest/gtest.h>
+
+#include <memory>
+
+namespace {
+
+using cardsong::test::Bytes;
+using namespace cardsong::test::wma;
+
+class WmaWalk : public testing::Test {
+protected:
+    int Read(const Bytes& bytes)
+    {
+        info = std::make_unique<WmaInfo>();
+        info->trackNumber = 99;
+        MemorySource source(bytes);
+        return ReadWmaInfo(source, *info);
+    }
+    std::unique_ptr<WmaInfo> info;
+};
+
+TEST_F(WmaWalk, ASongOfNothingButADataObjectIsReadToItsEnd)
+{
+    EXPECT_EQ(Read(Song({})), 0);
+    EXPECT_EQ(info->duration, 0);
+}
+
+TEST_F(WmaWalk, ADataObjectOfAnySizeEndsTheWalkWithSuccess)
+{
+    for (const std::uint64_t sizeBytes :
+         { std::uint64_t{ 0 }, std::uint64_t{ 1 }, std::uint64_t{ 23 }, std::uint64_t{ 24 }, std::uint64_t{ 1024 },
+           std::uint64_t{ 1025 }, std::uint64_t{ 1 } << 40, ~std::uint64_t{ 0 } }) {
+        Bytes song = kHeaderGuid;
+        song.Little(0, 8).Little(1, 4).Fill(2).Append(Properties(7, 0, 0));
+        song.Append(kDataGuid).Little(sizeBytes, 8).Fill(26);
+        EXPECT_EQ(Read(song), 0) << sizeBytes;
+        EXPECT_EQ(info->duration, 7) << sizeBytes;
+    }
+}
+
+TEST_F(WmaWalk, TwentySixBytesOfTheDataObjectAreNeeded)
+{
+    Bytes song = Song({ Properties(7, 0, 0) });
+    ASSERT_EQ(Read(song), 0);
+    song.pop_back();
+    EXPECT_EQ(Read(song), -1);
+    EXPECT_EQ(info->duration, 7);
+}
+
+TEST_F(WmaWalk, TheStatedNumberOfObjectsIsNotUsed)
+{
+    for (const std::size_t place : { 24, 25, 26, 27 }) {
+        Bytes song = Song({ Properties(7, 0, 0), Content({ "Title", "", "", "", "" }) });
+        song[place] = std::byte{ 0xFF };
+        EXPECT_EQ(Read(song), 0);
+        EXPECT_EQ(WString(info->title), TEXT("Title"));
+    }
+    Bytes song = Song({ Properties(7, 0, 0) });
+    song[24] = std::byte{ 0 };
+    EXPECT_EQ(Read(song), 0);
+    EXPECT_EQ(info->duration, 7);
+}
+
+TEST_F(WmaWalk, ALaterObjectOfTheSameKindReplacesTheEarlier)
+{
+    ASSERT_EQ(Read(Song({ Properties(7, 0, 0), Content({ "First", "", "", "", "" }), Properties(8, 0, 0),
+                          Content({ "Two", "", "", "", "" }) })),
+              0);
+    EXPECT_EQ(info->duration, 8);
+    EXPECT_EQ(WString(info->title), TEXT("Two"));
+}
+
+TEST_F(WmaWalk, AnObjectBehindItsFieldsIsSteppedWhole)
+{
+    Bytes content = Content({ "Title", "", "", "", "" });
+    Bytes body(std::string(reinterpret_cast<const char*>(content.data()) + 24, content.size() - 24));
+    ASSERT_EQ(Read(Song({ Object(kContentGuid, body.Fill(6)), Properties(7, 0, 0) })), 0);
+    EXPECT_EQ(WString(info->title), TEXT("Title"));
+    EXPECT_EQ(info->duration, 7);
+}
+
+TEST_F(WmaWalk, OtherObjectsOfUpTo1024BytesAreStepped)
+{
+    EXPECT_EQ(Read(Song({ Object(kOtherGuid, Bytes()), Object(kOtherGuid, Bytes().Fill(1000)), Properties(7, 0, 0) })),
+              0);
+    EXPECT_EQ(info->duration, 7);
+}
+
+TEST_F(WmaWalk, ALargerObjectEndsTheWalkAndWhatWasReadStays)
+{
+    EXPECT_EQ(Read(Song({ Properties(7, 0, 0), Object(kOtherGuid, Bytes().Fill(1001)) })), -1);
+    EXPECT_EQ(info->duration, 7);
+    EXPECT_EQ(Read(Song({ Object(kOtherGuid, Bytes().Fill(1001)), Properties(7, 0, 0) })), -1);
+    EXPECT_EQ(info->duration, 0);
+}
+
+TEST_F(WmaWalk, ALargeExtendedContentDescriptionEndsTheWalk)
+{
+    const Bytes picture = Descriptor("WM/Picture", 1, Bytes().Fill(2000));
+    EXPECT_EQ(Read(Song({ Extended({ Descriptor("WM/TrackNumber", 3, Number(5, 4)), picture }) })), -1);
+    EXPECT_EQ(info->trackNumber, 99u);
+}
+
+TEST_F(WmaWalk, AWalkOverMoreThanFourThousandObjectsEnds)
+{
+    const Bytes empty = Object(kOtherGuid, Bytes());
+    EXPECT_EQ(Read(Song(std::vector<Bytes>(4095, empty))), 0);
+    EXPECT_EQ(Read(Song(std::vector<Bytes>(4096, empty))), -1);
+}
+
+TEST_F(WmaWalk, AnotherFormatIsRefused)
+{
+    Bytes song = Song({ Properties(7, 0, 0) });
+    song[15] = std::byte{ 0 };
+    EXPECT_EQ(Read(song), -1);
+    EXPECT_EQ(info->duration, 0);
+}
+
+TEST_F(WmaWalk, AnObjectSmallerThanItsHeaderEndsTheWalk)
+{
+    for (const std::uint64_t sizeBytes : { 0, 1, 23 }) {
+        const Bytes object = Bytes().Append(kOtherGuid).Little(sizeBytes, 8);
+        EXPECT_EQ(Read(Song({ Properties(7, 0, 0), object })), -1) << sizeBytes;
+        EXPECT_EQ(info->duration, 7) << sizeBytes;
+    }
+}
+
+TEST_F(WmaWalk, TheLimitOf1024BytesHoldsForObjectsToBeReadToo)
+{
+    const Bytes properties = Properties(7, 0, 0);
+    const auto padded = [&properties](std::uint64_t sizeBytes) {
+        Bytes object = properties;
+        object.resize(sizeBytes);
+        object[16] = static_cast<std::byte>(sizeBytes);
+        object[17] = static_cast<std::byte>(sizeBytes >> 8);
+        return object;
+    };
+    EXPECT_EQ(Read(Song({ padded(1024) })), 0);
+    EXPECT_EQ(info->duration, 7);
+    EXPECT_EQ(Read(Song({ padded(1025) })), -1);
+    EXPECT_EQ(info->duration, 0);
+}
+
+TEST_F(WmaWalk, OfALargeSizeNoBitIsOverlooked)
+{
+    const Bytes object = Bytes().Append(kOtherGuid).Little((std::uint64_t{ 1 } << 32) + 24, 8);
+    EXPECT_EQ(Read(Song({ object })), -1);
+}
+
+TEST_F(WmaWalk, WithoutADataObjectTheWalkFailsAtTheEnd)
+{
+    Bytes song = Song({ Properties(7, 0, 0) });
+    song.resize(song.size() - 24 - 26);
+    EXPECT_EQ(Read(song), -1);
+    EXPECT_EQ(info->duration, 7);
+}
+
+TEST_F(WmaWalk, WhatStandsBehindTheDataObjectIsNotRead)
+{
+    EXPECT_EQ(Read(Song({}).Append(Properties(7, 0, 0))), 0);
+    EXPECT_EQ(info->duration, 0);
+}
+
+} // namespace

@@ -44,8 +44,8 @@ extern "C" int LLVMFuzzerTestOneInput(const unsigned char* data, std::size_t siz
     const auto module = std::make_shared<ModuleObject>(std::vector<std::byte>(bytes.begin(), bytes.end()));
     if (!module->IsModule())
         return 0;
-    for (const std::uint16_t type : { 3, 5, 6, 14 }) {
-        for (const std::uint16_t name : { 1, 63, 101 })
+    for (const std::uint16_t type : std::initializer_list<std::uint16_t>{ 3, 5, 6, 14 }) {
+        for (const std::uint16_t name : std::initializer_list<std::uint16_t>{ 1, 63, 101 })
             Touch(*module, { type, {} }, { name, {} });
         Touch(*module, { type, {} }, { 0, u"MUSIC_PLAYER" });
     }

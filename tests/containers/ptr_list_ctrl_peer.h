@@ -8,6 +8,9 @@
 struct CPtrListCtrlPeer {
     static std::int32_t CachedIndex(const CPtrListCtrl& list) { return list.m_cachedIndex; }
 
+    // Makes a list say that it has as many items, without having them.
+    static void Claim(CPtrListCtrl& list, std::int32_t count) { list.m_count = count; }
+
     // Which end a look-up of `index` would start from.
     static std::string Origin(const CPtrListCtrl& list, std::int32_t index)
     {

@@ -1,5 +1,6 @@
 #include "library/display_texts.h"
 
+#include "tests/containers/ptr_list_ctrl_peer.h"
 #include "tests/library/lists.h"
 #include "tests/platform/scratch_device.h"
 #include "tests/tags/bytes.h"
@@ -154,10 +155,9 @@ TEST_F(SongListRowsTest, OfMoreThanTheMostEntriesAreNone)
     AddEntry(list, TEXT("a.mp3"), TEXT("\\SDMMC"), 1);
     BuildSongListRows(list, true);
     ASSERT_EQ(SongListRows(true).size(), 1u);
-    CPtrListCtrl tooMany;
-    for (std::int32_t i = 0; i <= 10'526'880; ++i)
-        tooMany.Add(list.GetHead(), -1);
-    BuildSongListRows(tooMany, true);
+    CPtrListCtrlPeer::Claim(list, 10'526'881);
+    BuildSongListRows(list, true);
+    CPtrListCtrlPeer::Claim(list, 1);
     EXPECT_EQ(SongListRows(true).size(), 0u);
 }
 

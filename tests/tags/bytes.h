@@ -3,6 +3,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <filesystem>
 #include <fstream>
 #include <iterator>
 #include <string>
@@ -55,7 +56,7 @@ inline std::vector<std::byte> Prefix(const std::vector<std::byte>& bytes, std::s
 // "mp3/cbr_info.mp3" of tests/data.
 inline std::string SampleText(const std::string& name)
 {
-    std::ifstream file(std::string(CARDSONG_TEST_DATA) + "/" + name, std::ios::binary);
+    std::ifstream file(std::filesystem::path(CARDSONG_TEST_DATA) / name, std::ios::binary);
     return { std::istreambuf_iterator<char>(file), {} };
 }
 

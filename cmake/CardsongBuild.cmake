@@ -40,11 +40,11 @@ function(cardsong_library name)
     endif()
 endfunction()
 
-# cardsong_test(NAME [ONE_PROCESS] SOURCES file... LINKS target... DEFINES name=value... DEPENDS target...): one
-# GoogleTest program, its tests known to CTest by name; with ONE_PROCESS, and on Windows, as one test, for programs whose
-# start is dear. Files named *_linux_test.cpp look behind the seam: they belong to the Linux build alone.
+# cardsong_test(NAME SOURCES file... LINKS target... DEFINES name=value... DEPENDS target...): one GoogleTest program, which
+# is one test for CTest: a process for each of its tests would take longer to start than to pass. Files named
+# *_linux_test.cpp look behind the seam: they belong to the Linux build alone.
 function(cardsong_test name)
-    cmake_parse_arguments(ARG "ONE_PROCESS" "" "SOURCES;LINKS;DEFINES;DEPENDS" ${ARGN})
+    cmake_parse_arguments(ARG "" "" "SOURCES;LINKS;DEFINES;DEPENDS" ${ARGN})
     if(WIN32)
         list(FILTER ARG_SOURCES EXCLUDE REGEX "_linux_test\\.cpp$")
         if(NOT ARG_SOURCES)
@@ -59,10 +59,6 @@ function(cardsong_test name)
     if(ARG_DEPENDS)
         add_dependencies(${name} ${ARG_DEPENDS})
     endif()
-    if(ARG_ONE_PROCESS OR WIN32)
-        add_test(NAME ${name} COMMAND ${name} --gtest_brief=1)
-        set_tests_properties(${name} PROPERTIES TIMEOUT 300)
-    else()
-        gtest_discover_tests(${name} DISCOVERY_TIMEOUT 60 PROPERTIES TIMEOUT 120)
-    endif()
+    add_test(NAME ${name} COMMAND ${name} --gtest_brief=1)
+    set_tests_properties(${name} PROPERTIES TIMEOUT 300)
 endfunction()

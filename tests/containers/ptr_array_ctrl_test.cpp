@@ -1,42 +1,21 @@
 #include "containers/ptr_array_ctrl.h"
 
-#include <gtest/gtest.h>
+#include "tests/containers/pointers.h"
 
-#include <limits>
-#include <vector>
+#include <gtest/gtest.h>
 
 namespace {
 
-int g_objects[10];
-void* const kA = &g_objects[0];
-void* const kB = &g_objects[1];
-void* const kC = &g_objects[2];
-void* const kD = &g_objects[3];
-
-constexpr std::int32_t kMost = std::numeric_limits<std::int32_t>::max();
-constexpr std::int32_t kLeast = std::numeric_limits<std::int32_t>::min();
-
-using Pointers = std::vector<void*>;
+using namespace cardsong::test;
 
 CPtrArrayCtrl ArrayOf(const Pointers& items)
 {
-    CPtrArrayCtrl array;
-    for (void* item : items)
-        array.Add(item, -1);
-    return array;
+    return Filled<CPtrArrayCtrl>(items);
 }
 
 CPtrArrayCtrl ArrayOfMany(std::int32_t count)
 {
     return ArrayOf(Pointers(static_cast<std::size_t>(count), kA));
-}
-
-Pointers Items(const CPtrArrayCtrl& array)
-{
-    Pointers items;
-    for (std::int32_t i = 0; i < array.GetCount(); ++i)
-        items.push_back(array.GetAt(i));
-    return items;
 }
 
 TEST(PtrArrayCtrl, ANewArrayIsEmptyAndHoldsNoRoom)

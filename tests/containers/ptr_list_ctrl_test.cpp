@@ -1,35 +1,16 @@
+#include "tests/containers/pointers.h"
 #include "tests/containers/ptr_list_ctrl_peer.h"
 
 #include <gtest/gtest.h>
 
-#include <limits>
-#include <vector>
-
 namespace {
 
-int g_objects[10];
-void* const kA = &g_objects[0];
-void* const kB = &g_objects[1];
-void* const kC = &g_objects[2];
-void* const kD = &g_objects[3];
+using namespace cardsong::test;
 
-CPtrListCtrl ListOf(const std::vector<void*>& items)
+CPtrListCtrl ListOf(const Pointers& items)
 {
-    CPtrListCtrl list;
-    for (void* item : items)
-        list.Add(item, -1);
-    return list;
+    return Filled<CPtrListCtrl>(items);
 }
-
-std::vector<void*> Items(const CPtrListCtrl& list)
-{
-    std::vector<void*> items;
-    for (std::int32_t i = 0; i < list.GetCount(); ++i)
-        items.push_back(list.GetAt(i));
-    return items;
-}
-
-using Pointers = std::vector<void*>;
 
 TEST(PtrListCtrl, ANewListIsEmpty)
 {

@@ -1,91 +1,21 @@
+#include "tests/containers/pointers.h"
 #include "tests/containers/ptr_list_ctrl_peer.h"
 
 #include <gtest/gtest.h>
 
-#include <limits>
-#include <vector>
-
 namespace {
 
-int g_objects[10];
-void* const kA = &g_objects[0];
-void* const kB = &g_objects[1];
-void* const kC = &g_objects[2];
-void* const kD = &g_objects[3];
+using namespace cardsong::test;
 
-CPtrListCtrl ListOf(const std::vector<void*>& items)
+CPtrListCtrl ListOf(const Pointers& items)
 {
-    CPtrListCtrl list;
-    for (void* item : items)
-        list.Add(item, -1);
-    return list;
-}
-
-std::vector<void*> Items(const CPtrListCtrl& list)
-{
-    std::vector<void*> items;
-    for (std::int32_t i = 0; i < list.GetCount(); ++i)
-        items.push_back(list.GetAt(i));
-    return items;
-}
-
-using Pointers = std::vector<void*>;
-
-TEST(PtrListCtrl, FindYieldsEveryIndexAndEmptiesTheResultFirst)
-{
-    CPtrListCtrl list = ListOf({ kA, kB, kA });
-    CPtrListCtrl result = ListOf({ kD });
-    list.Find(kA, result);
-    ASSERT_EQ(result.GetCount(), 2);
-    EXPECT_EQ(reinterpret_cast<std::intptr_t>(result.GetAt(0)), 0);
-    EXPECT_EQ(reinterpret_cast<std::intptr_t>(result.GetAt(1)), 2);
-}
-
-TEST(PtrListCtrl, FindIntoTheListItselfLeavesItEmpty)
-{
-    CPtrListCtrl list = ListOf({ kA, kA });
-    list.Find(kA, list);
-    EXPECT_EQ(list.GetCount(), 0);
-}
-
-TEST(PtrListCtrl, FindNextGoesOnBehindTheLastMatch)
-{
-    CPtrListCtrl list = ListOf({ kB, kA, kA, kB, kA });
-    EXPECT_EQ(list.FindFirst(kA), 1);
-    EXPECT_EQ(list.FindNext(kA), 2);
-    EXPECT_EQ(list.FindNext(kA), 4);
-    EXPECT_EQ(list.FindNext(kA), -1);
-}
-
-TEST(PtrListCtrl, FindFirstStartsAtTheHeadEachTime)
-{
-    CPtrListCtrl list = ListOf({ kA, kB, kA });
-    EXPECT_EQ(list.FindNext(kA), 0);
-    EXPECT_EQ(list.FindNext(kA), 2);
-    EXPECT_EQ(list.FindFirst(kA), 0);
-}
-
-TEST(PtrListCtrl, AFailedSearchKeepsTheFindPosition)
-{
-    CPtrListCtrl list = ListOf({ kA, kB, kA });
-    EXPECT_EQ(list.FindFirst(kA), 0);
-    EXPECT_EQ(list.FindFirst(kD), -1);
-    EXPECT_EQ(list.FindNext(kD), -1);
-    EXPECT_EQ(list.FindNext(kA), 2);
+    return Filled<CPtrListCtrl>(items);
 }
 
 TEST(PtrListCtrl, FindNextBeforeAnyFindFirstIsDefined)
 {
     CPtrListCtrl list = ListOf({ kB, kA });
     EXPECT_EQ(list.FindNext(kA), 1);
-}
-
-TEST(PtrListCtrl, FindNextBehindAShrunkListFindsNothing)
-{
-    CPtrListCtrl list = ListOf({ kB, kB, kA });
-    EXPECT_EQ(list.FindFirst(kA), 2);
-    list.DeleteAt(0, 2);
-    EXPECT_EQ(list.FindNext(kA), -1);
 }
 
 TEST(PtrListCtrl, DeleteAtRemovesAndReturnsTheItem)

@@ -1,7 +1,7 @@
 #include "tags/wma_info.h"
 
 #include "tests/platform/scratch_device.h"
-#include "tests/tags/wma_bytes.h"
+#include "tests/tags/wma_fixture.h"
 
 #include <gtest/gtest.h>
 
@@ -13,21 +13,13 @@ using cardsong::test::Bytes;
 using cardsong::test::ScratchDevice;
 using namespace cardsong::test::wma;
 
-class Wma : public testing::Test {
+class Wma : public WmaFixture {
 protected:
-    int Read(const Bytes& bytes)
-    {
-        info = std::make_unique<WmaInfo>();
-        info->trackNumber = 99;
-        MemorySource source(bytes);
-        return ReadWmaInfo(source, *info);
-    }
     std::uint32_t Track(const std::string& name, std::uint64_t type, const Bytes& value)
     {
         EXPECT_EQ(Read(Song({ Extended({ Descriptor(name, type, value) }) })), 0);
         return info->trackNumber;
     }
-    std::unique_ptr<WmaInfo> info;
 };
 
 TEST_F(Wma, TheFilePropertiesAreRead)

@@ -1,7 +1,5 @@
 // The way from object to object of a WMA song.
-#include "tags/wma_info.h"
-
-#include "tests/tags/wma_bytes.h"
+#include "tests/tags/wma_fixture.h"
 
 #include <gtest/gtest.h>
 
@@ -12,17 +10,7 @@ namespace {
 using cardsong::test::Bytes;
 using namespace cardsong::test::wma;
 
-class WmaWalk : public testing::Test {
-protected:
-    int Read(const Bytes& bytes)
-    {
-        info = std::make_unique<WmaInfo>();
-        info->trackNumber = 99;
-        MemorySource source(bytes);
-        return ReadWmaInfo(source, *info);
-    }
-    std::unique_ptr<WmaInfo> info;
-};
+class WmaWalk : public WmaFixture {};
 
 TEST_F(WmaWalk, ASongOfNothingButADataObjectIsReadToItsEnd)
 {

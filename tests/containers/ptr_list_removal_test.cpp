@@ -12,12 +12,6 @@ CPtrListCtrl ListOf(const Pointers& items)
     return Filled<CPtrListCtrl>(items);
 }
 
-TEST(PtrListCtrl, FindNextBeforeAnyFindFirstIsDefined)
-{
-    CPtrListCtrl list = ListOf({ kB, kA });
-    EXPECT_EQ(list.FindNext(kA), 1);
-}
-
 TEST(PtrListCtrl, DeleteAtRemovesAndReturnsTheItem)
 {
     CPtrListCtrl list = ListOf({ kA, kB, kC });

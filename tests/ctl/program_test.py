@@ -1,7 +1,9 @@
 """The control program as a user meets it.  program_test.py PROGRAM"""
 
 import json
+import os
 import pathlib
+import pty
 import subprocess
 import sys
 import tempfile
@@ -40,11 +42,23 @@ class ControlProgram(unittest.TestCase):
         self.assertEqual(set(songs[0]), {"path", "length_ms", "title"})
 
     def test_says_in_one_line_what_is_wrong(self):
-        for arguments, status in ((("songs", str(self.card / "none")), 1), (("songs",), 2), ((), 2), (("sing",), 2),
-                                  (("songs", "--xml", str(self.card)), 2), (("songs", "a", "b"), 2)):
-            got, out, err = run(*arguments)
-            self.assertEqual((got, out), (status, ""), arguments)
-            self.assertRegex(err, r"\Acardsongctl: [^\n]+\n\Z", arguments)
+        missing = str(self.card / "none")
+        for arguments, status, what in (
+                (("songs", missing), 1, f"{missing}: no such folder"), (("songs",), 2, "songs: takes one folder"),
+                (("songs", "a", "b"), 2, "songs: takes one folder"), ((), 2, "no command; --help tells which there are"),
+                (("sing",), 2, "unknown command sing"),
+                (("songs", "--xml", str(self.card)), 2, "songs: unknown option --xml")):
+            self.assertEqual(run(*arguments), (status, "", f"cardsongctl: {what}\n"), arguments)
+
+    def test_tells_on_a_terminal_how_many_songs_there_are(self):
+        for number in range(100):
+            (self.card / f"{number}.mp3").write_bytes(b"")
+        terminal, end = pty.openpty()
+        done = subprocess.run([PROGRAM, "songs", str(self.card)], stdout=subprocess.PIPE, stderr=end)
+        os.close(end)
+        self.assertEqual(done.stdout.count(b"\n"), 103)
+        self.assertEqual(os.read(terminal, 1000), b"\r50 songs\r100 songs\r103 songs\r\n")
+        os.close(terminal)
 
     def test_a_full_disk_is_an_error(self):
         with open("/dev/full", "w") as full:

@@ -70,6 +70,13 @@ TEST_F(PlayListRecord, OfANameWithASeparatorIsDropped)
     EXPECT_EQ(Parse(TEXT("1$a$b.mp3$\\SDMMC$1")), 0);
 }
 
+TEST_F(PlayListRecord, WithoutItsLastSeparatorIsNone)
+{
+    device.WriteFile("user/a.mp3");
+    EXPECT_EQ(Parse(TEXT("1$a.mp3$9")), 0);
+    EXPECT_EQ(Parse(TEXT("1$a.mp3$$9")), 1);
+}
+
 TEST_F(PlayListRecord, WithoutANameIsNone)
 {
     EXPECT_EQ(Parse(TEXT("1$$\\SDMMC$1")), 0);

@@ -50,6 +50,15 @@ TEST_F(SongFactsTest, OfAWholeSong)
     EXPECT_FALSE(facts.title.empty());
 }
 
+TEST_F(SongFactsTest, HalfAUnitAtTheEndOfATitleIsLeftOut)
+{
+    EXPECT_EQ(TitleOfFrame(std::string("\x01\xFF\xFE"
+                                       "A\0B",
+                                       6)),
+              TEXT("A"));
+    EXPECT_EQ(TitleOfFrame(std::string("\x02\0A\0", 4)), TEXT("A"));
+}
+
 TEST_F(SongFactsTest, OfAMissingFileAreNone)
 {
     const SongFacts facts = ReadSongFacts(TEXT("\\SDMMC\\none.mp3"), true);

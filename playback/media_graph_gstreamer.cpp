@@ -7,8 +7,10 @@
 
 #include <cmath>
 #include <future>
+#include <thread>
 
 using cardsong::playback::GraphState;
+using cardsong::playback::RenderResult;
 using cardsong::playback::Song;
 
 struct MediaGraph::Engine {
@@ -17,11 +19,41 @@ struct MediaGraph::Engine {
     Song* Rendered() { return song.IsRendered() ? &song : nullptr; }
 };
 
+namespace {
+
+// The program waits for it at its end, should it not have become ready by then; not for a sound server that hangs.
+class WarmingUp {
+public:
+    WarmingUp()
+        : m_done(std::make_shared<std::promise<void>>()), m_result(m_done->get_future()),
+          m_thread([done = m_done, sink = cardsong::kernel::AudioSink()] {
+              cardsong::playback::PreloadChain(sink);
+              done->set_value();
+          })
+    {
+    }
+    ~WarmingUp()
+    {
+        if (m_result.wait_for(kLimit) == std::future_status::ready)
+            m_thread.join();
+        else
+            m_thread.detach();
+    }
+    WarmingUp(const WarmingUp&) = delete;
+    WarmingUp& operator=(const WarmingUp&) = delete;
+
+private:
+    static constexpr std::chrono::milliseconds kLimit{ 200 };
+    std::shared_ptr<std::promise<void>> m_done;
+    std::future<void> m_result;
+    std::thread m_thread;
+};
+
+} // namespace
+
 void MediaGraph::WarmUp()
 {
-    // The program waits for it at its end, should it not have become ready by then.
-    static const std::future<void> s_warm =
-        std::async(std::launch::async, [] { cardsong::playback::PreloadChain(cardsong::kernel::AudioSink()); });
+    static const WarmingUp s_warm;
 }
 
 MediaGraph::MediaGraph() = default;
@@ -59,7 +91,8 @@ bool MediaGraph::RenderFile(const WCHAR* path)
 {
     if (!m_engine || m_engine->Rendered() != nullptr || path == nullptr)
         return false;
-    return m_engine->song.Render(cardsong::kernel::FindHostPath(path).value_or(""));
+    const auto hostPath = cardsong::kernel::FindHostPath(path);
+    return hostPath && m_engine->song.Render(*hostPath) == RenderResult::Ready;
 }
 
 bool MediaGraph::Run()

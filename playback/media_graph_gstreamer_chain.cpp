@@ -1,19 +1,28 @@
 #include "playback/media_graph_gstreamer_chain.h"
 
+#include "platform/console_notice.h"
 #include "platform/linux/kernel/start_trace.h"
+#include "playback/media_graph_gstreamer_mpeg_source.h"
 #include "playback/media_graph_gstreamer_sink.h"
-#include "playback/media_graph_song_probe.h"
 
 #include <atomic>
-#include <cstdlib>
 
 namespace cardsong::playback {
 
 namespace {
 
-// As much sound as lies parsed ahead of the decoder. It lets the parser see enough of a stream without a length field
-// to tell its length when cued.
-constexpr guint64 kReadAheadNs = 3 * GST_SECOND;
+// A new element; when it is not installed null, and the console is told what does not play for want of it.
+ElementPtr MakePart(const char* factory, const char* plugin, const char* what)
+{
+    ElementPtr element = MakeElement(factory, plugin);
+    if (!element)
+        kernel::NoteMissingPackage(what, PackageOf(plugin));
+    return element;
+}
+
+constexpr const char* kAnySongs = "Songs";
+constexpr const char* kMpegSongs = "MP3 songs";
+constexpr const char* kAsfSongs = "WMA songs";
 
 struct WmaDecoder {
     const char* mediaType;
@@ -70,6 +79,19 @@ void ReportEndSoon(const std::shared_ptr<GraphEvents>& events)
     gst_object_unref(clock);
 }
 
+// A demultiplexer that finds a licence, or a stream that no decoder is known for, says so by these.
+bool IsBeyondTheMachine(GstMessage* message)
+{
+    GError* error = nullptr;
+    gst_message_parse_error(message, &error, nullptr);
+    const bool isBeyond = g_error_matches(error, GST_STREAM_ERROR, GST_STREAM_ERROR_DECRYPT) ||
+                          g_error_matches(error, GST_STREAM_ERROR, GST_STREAM_ERROR_DECRYPT_NOKEY) ||
+                          g_error_matches(error, GST_STREAM_ERROR, GST_STREAM_ERROR_CODEC_NOT_FOUND) ||
+                          g_error_matches(error, GST_CORE_ERROR, GST_CORE_ERROR_MISSING_PLUGIN);
+    g_error_free(error);
+    return isBeyond;
+}
+
 // Runs on the engine's threads. No message is kept: nobody would ever take it.
 GstBusSyncReply HandleMessage(GstBus*, GstMessage* message, gpointer data)
 {
@@ -77,7 +99,11 @@ GstBusSyncReply HandleMessage(GstBus*, GstMessage* message, gpointer data)
     switch (GST_MESSAGE_TYPE(message)) {
     case GST_MESSAGE_ASYNC_DONE: events->OnCued(); break;
     case GST_MESSAGE_EOS: ReportEndSoon(events); break;
-    case GST_MESSAGE_ERROR: events->OnError(); break;
+    case GST_MESSAGE_ERROR:
+        if (IsBeyondTheMachine(message))
+            events->OnBeyondTheMachine();
+        events->OnError();
+        break;
     default: break;
     }
     gst_message_unref(message);
@@ -90,42 +116,33 @@ void ForgetEvents(gpointer data)
 }
 
 // A sink takes its first buffer and keeps it until it may play; so the first sound is out when the second one comes.
-GstPadProbeReturn TraceSecondBuffer(GstPad*, GstPadProbeInfo*, gpointer)
+void TraceFirstSound()
 {
     static std::atomic<int> s_buffers = 0;
-    if (++s_buffers < 2)
-        return GST_PAD_PROBE_OK;
-    kernel::TraceStart("first sound");
-    return GST_PAD_PROBE_REMOVE;
+    if (++s_buffers == 2)
+        kernel::TraceStart("first sound");
 }
 
-void TraceFirstSound(GstElement* sink)
+// Announces what comes to the sink, before the sink gets it.
+GstPadProbeReturn SeeSound(GstPad*, GstPadProbeInfo*, gpointer data)
 {
-    static std::atomic<bool> s_asked = std::getenv("CARDSONG_TRACE_START") == nullptr;
-    if (s_asked.exchange(true))
-        return;
-    GstPad* const pad = gst_element_get_static_pad(sink, "sink");
-    if (pad == nullptr)
-        return;
-    gst_pad_add_probe(pad, GST_PAD_PROBE_TYPE_BUFFER, TraceSecondBuffer, nullptr, nullptr);
-    gst_object_unref(pad);
+    (*static_cast<std::shared_ptr<GraphEvents>*>(data))->OnWaitForServer(true);
+    TraceFirstSound();
+    return GST_PAD_PROBE_OK;
 }
 
 } // namespace
 
-std::unique_ptr<Chain> Chain::Build(const std::string& hostPath, const Settings& settings,
+std::unique_ptr<Chain> Chain::Build(SongSource source, ElementPtr sink, const Settings& settings,
                                     const std::shared_ptr<GraphEvents>& events)
 {
-    const SongKind kind = LookAtSong(hostPath);
-    if (kind == SongKind::None)
-        return nullptr;
-    std::unique_ptr<Chain> chain(new Chain);
+    std::unique_ptr<Chain> chain(new Chain(events));
     chain->m_pipeline.reset(GST_ELEMENT(gst_object_ref_sink(gst_pipeline_new(nullptr))));
-    if (!chain->AddTail(settings))
+    if (!chain->AddTail(std::move(sink), settings))
         return nullptr;
-    if (!(kind == SongKind::Asf ? chain->AddAsfHead(hostPath) : chain->AddMpegHead(hostPath)))
+    if (!(source.mpeg ? chain->AddMpegHead(std::move(source.mpeg)) : chain->AddAsfHead(source.hostPath)))
         return nullptr;
-    chain->WatchBus(events);
+    chain->WatchBus();
     return chain;
 }
 
@@ -156,21 +173,21 @@ GstElement* Chain::Add(ElementPtr element)
     return element.get();
 }
 
-bool Chain::AddTail(const Settings& settings)
+bool Chain::AddTail(ElementPtr opened, const Settings& settings)
 {
-    m_convert = Add(MakeElement("audioconvert", "audioconvert"));
-    GstElement* const resample = Add(MakeElement("audioresample", "audioresample"));
-    m_volume = Add(MakeElement("volume", "volume"));
-    GstElement* const sink = Add(OpenAudioSink(settings.sinkName));
+    m_convert = Add(MakePart("audioconvert", "audioconvert", kAnySongs));
+    GstElement* const resample = Add(MakePart("audioresample", "audioresample", kAnySongs));
+    m_volume = Add(MakePart("volume", "volume", kAnySongs));
+    GstElement* const sink = Add(std::move(opened));
     if (m_convert == nullptr || resample == nullptr || m_volume == nullptr || sink == nullptr)
         return false;
     SetVolumeFactor(settings.volumeFactor);
-    TraceFirstSound(sink);
+    WatchSink(sink);
     if (gst_element_link_many(m_convert, resample, nullptr) == FALSE || gst_element_link(m_volume, sink) == FALSE)
         return false;
     if (settings.side == 0.0)
         return gst_element_link(resample, m_volume) != FALSE;
-    GstElement* const balance = Add(MakeElement("audiopanorama", "audiofx"));
+    GstElement* const balance = Add(MakePart("audiopanorama", "audiofx", "Songs with a balance"));
     if (balance == nullptr)
         return false;
     gst_util_set_object_arg(G_OBJECT(balance), "method", "simple"); // lowers one side and leaves the other
@@ -178,23 +195,17 @@ bool Chain::AddTail(const Settings& settings)
     return gst_element_link_many(resample, balance, m_volume, nullptr) != FALSE;
 }
 
-bool Chain::AddMpegHead(const std::string& hostPath)
+bool Chain::AddMpegHead(std::unique_ptr<MpegSong> song)
 {
-    GstElement* const source = Add(MakeElement("filesrc", "coreelements"));
-    GstElement* const parser = Add(MakeElement("mpegaudioparse", "audioparsers"));
-    GstElement* const queue = Add(MakeElement("queue", "coreelements"));
-    GstElement* const decoder = Add(MakeElement("mpg123audiodec", "mpg123"));
-    if (source == nullptr || parser == nullptr || queue == nullptr || decoder == nullptr)
-        return false;
-    g_object_set(source, "location", hostPath.c_str(), nullptr);
-    g_object_set(queue, "max-size-time", kReadAheadNs, "max-size-bytes", 0U, "max-size-buffers", 0U, nullptr);
-    return gst_element_link_many(source, parser, queue, decoder, m_convert, nullptr) != FALSE;
+    GstElement* const source = Add(MakeMpegSource(std::move(song)));
+    GstElement* const decoder = Add(MakePart("mpg123audiodec", "mpg123", kMpegSongs));
+    return decoder != nullptr && gst_element_link_many(source, decoder, m_convert, nullptr) != FALSE;
 }
 
 bool Chain::AddAsfHead(const std::string& hostPath)
 {
-    GstElement* const source = Add(MakeElement("filesrc", "coreelements"));
-    GstElement* const demultiplexer = Add(MakeElement("asfdemux", "asf"));
+    GstElement* const source = Add(MakePart("filesrc", "coreelements", kAnySongs));
+    GstElement* const demultiplexer = Add(MakePart("asfdemux", "asf", kAsfSongs));
     if (source == nullptr || demultiplexer == nullptr)
         return false;
     g_object_set(source, "location", hostPath.c_str(), nullptr);
@@ -210,10 +221,12 @@ void Chain::ConnectDemultiplexed(GstPad* pad)
 {
     if (m_decoder == nullptr) {
         const char* const factory = DecoderFor(pad);
-        if (factory == nullptr)
+        m_decoder = factory == nullptr ? nullptr : Add(MakePart(factory, "libav", kAsfSongs));
+        if (m_decoder == nullptr) {
+            m_events->OnBeyondTheMachine();
             return;
-        m_decoder = Add(MakeElement(factory, "libav"));
-        if (m_decoder == nullptr || gst_element_link(m_decoder, m_convert) == FALSE)
+        }
+        if (gst_element_link(m_decoder, m_convert) == FALSE)
             return;
         gst_element_sync_state_with_parent(m_decoder);
     }
@@ -223,18 +236,27 @@ void Chain::ConnectDemultiplexed(GstPad* pad)
     gst_object_unref(input);
 }
 
-void Chain::WatchBus(const std::shared_ptr<GraphEvents>& events)
+void Chain::WatchBus()
 {
     GstBus* const bus = gst_element_get_bus(Pipeline());
-    gst_bus_set_sync_handler(bus, HandleMessage, new std::shared_ptr<GraphEvents>(events), ForgetEvents);
+    gst_bus_set_sync_handler(bus, HandleMessage, new std::shared_ptr<GraphEvents>(m_events), ForgetEvents);
     gst_object_unref(bus);
+}
+
+void Chain::WatchSink(GstElement* sink)
+{
+    GstPad* const pad = gst_element_get_static_pad(sink, "sink");
+    if (pad == nullptr)
+        return;
+    gst_pad_add_probe(pad, GST_PAD_PROBE_TYPE_BUFFER, SeeSound, new std::shared_ptr<GraphEvents>(m_events),
+                      ForgetEvents);
+    gst_object_unref(pad);
 }
 
 void PreloadChain(const std::string& sinkName)
 {
     if (!StartGstreamer())
         return;
-    MakeElement("mpegaudioparse", "audioparsers");
     MakeElement("mpg123audiodec", "mpg123");
     MakeElement("audioconvert", "audioconvert");
     MakeElement("audioresample", "audioresample");

@@ -4,24 +4,29 @@
 
 #include "playback/media_graph_gstreamer_events.h"
 #include "playback/media_graph_gstreamer_library.h"
+#include "playback/mpeg_song.h"
 
 #include <memory>
 #include <string>
 
 namespace cardsong::playback {
 
+// What a chain is built for. Without frames of its own it is an ASF song, which the demultiplexer reads by itself.
+struct SongSource {
+    std::string hostPath;
+    std::unique_ptr<MpegSong> mpeg;
+};
+
 // The elements inside belong to the pipeline, which is taken down with the chain.
 class Chain {
 public:
     struct Settings {
-        std::string sinkName;      // as for OpenAudioSink
         double volumeFactor = 1.0; // of the amplitude
         double side = 0.0;         // -1 (left only) to 1 (right only)
     };
-    // Null when the file is missing, empty or no ordinary file, or when a part is not installed. The file's first bytes
-    // choose between ASF (WMA) and MPEG audio, whatever its name. The song is not looked into any further: cue it. A
-    // chain serves once: not every demultiplexer starts afresh after it went back to ready.
-    static std::unique_ptr<Chain> Build(const std::string& hostPath, const Settings& settings,
+    // Null when a part is not installed; the console is told which package holds it. The song is not looked into any
+    // further: cue it. A chain serves once: not every demultiplexer starts afresh after it went back to ready.
+    static std::unique_ptr<Chain> Build(SongSource source, ElementPtr sink, const Settings& settings,
                                         const std::shared_ptr<GraphEvents>& events);
     ~Chain();
     Chain(const Chain&) = delete;
@@ -33,14 +38,16 @@ public:
     void SetVolumeFactor(double factor);
 
 private:
-    Chain() = default;
-    bool AddTail(const Settings& settings);
-    bool AddMpegHead(const std::string& hostPath);
+    explicit Chain(const std::shared_ptr<GraphEvents>& events) : m_events(events) {}
+    bool AddTail(ElementPtr sink, const Settings& settings);
+    bool AddMpegHead(std::unique_ptr<MpegSong> song);
     bool AddAsfHead(const std::string& hostPath);
     GstElement* Add(ElementPtr element);
-    void WatchBus(const std::shared_ptr<GraphEvents>& events);
+    void WatchBus();
+    void WatchSink(GstElement* sink);
     void ConnectDemultiplexed(GstPad* pad);
 
+    const std::shared_ptr<GraphEvents> m_events;
     ElementPtr m_pipeline;
     GstElement* m_decoder = nullptr; // of an ASF song: made when its stream shows itself
     GstElement* m_convert = nullptr;

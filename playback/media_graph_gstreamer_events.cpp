@@ -2,7 +2,15 @@
 
 #include "playback/media_graph.h"
 
+#include <algorithm>
+
 namespace cardsong::playback {
+
+namespace {
+
+using Clock = std::chrono::steady_clock;
+
+} // namespace
 
 void GraphEvents::SetWindow(HWND window)
 {
@@ -41,19 +49,21 @@ unsigned GraphEvents::Play() const
     return m_play;
 }
 
-void GraphEvents::ExpectCue()
+void GraphEvents::ExpectCue(int steps)
 {
     const std::lock_guard lock(m_mutex);
-    m_cueing = true;
+    m_cueSteps = steps;
+    m_serverSince.reset();
     ++m_play;
     m_broken = false;
+    m_isBeyondTheMachine = false;
     m_endReported = false;
 }
 
 void GraphEvents::ExpectCueAfterSeek()
 {
     const std::lock_guard lock(m_mutex);
-    m_cueing = true;
+    m_cueSteps = 1;
     ++m_play;
     if (!m_broken)
         m_endReported = false;
@@ -62,22 +72,39 @@ void GraphEvents::ExpectCueAfterSeek()
 bool GraphEvents::IsCueing() const
 {
     const std::lock_guard lock(m_mutex);
-    return m_cueing;
+    return m_cueSteps > 0;
 }
 
-CueResult GraphEvents::AwaitCue(std::chrono::milliseconds limit)
+CueResult GraphEvents::AwaitCue(const CueLimits& limits)
 {
     std::unique_lock lock(m_mutex);
-    m_changed.wait_for(lock, limit, [this] { return m_broken || !m_cueing; });
-    if (m_broken)
-        return CueResult::Failed;
-    return m_cueing ? CueResult::Late : CueResult::Ready;
+    const Clock::time_point start = Clock::now();
+    while (!m_broken && m_cueSteps > 0) {
+        const Clock::time_point until =
+            m_serverSince ? std::max(*m_serverSince, start) + limits.server : start + limits.song;
+        if (Clock::now() >= until)
+            return CueResult::Late;
+        m_changed.wait_until(lock, until);
+    }
+    return m_broken ? CueResult::Failed : CueResult::Ready;
+}
+
+bool GraphEvents::AwaitLastStep(std::chrono::milliseconds limit)
+{
+    std::unique_lock lock(m_mutex);
+    return m_changed.wait_for(lock, limit, [this] { return m_broken || m_cueSteps <= 1; }) && !m_broken;
 }
 
 bool GraphEvents::IsBroken() const
 {
     const std::lock_guard lock(m_mutex);
     return m_broken;
+}
+
+bool GraphEvents::IsBeyondTheMachine() const
+{
+    const std::lock_guard lock(m_mutex);
+    return m_isBeyondTheMachine;
 }
 
 void GraphEvents::SetRunning(bool running)
@@ -91,8 +118,24 @@ void GraphEvents::SetRunning(bool running)
 void GraphEvents::OnCued()
 {
     const std::lock_guard lock(m_mutex);
-    m_cueing = false;
+    m_cueSteps = std::max(m_cueSteps - 1, 0);
+    m_serverSince.reset();
     m_changed.notify_all();
+}
+
+void GraphEvents::OnWaitForServer(bool waits)
+{
+    const std::lock_guard lock(m_mutex);
+    if (waits && m_serverSince)
+        return;
+    m_serverSince = waits ? std::optional(Clock::now()) : std::nullopt;
+    m_changed.notify_all();
+}
+
+void GraphEvents::OnBeyondTheMachine()
+{
+    const std::lock_guard lock(m_mutex);
+    m_isBeyondTheMachine = true;
 }
 
 void GraphEvents::OnEnd(unsigned play)
@@ -108,7 +151,7 @@ void GraphEvents::OnError()
 {
     const std::lock_guard lock(m_mutex);
     m_broken = true;
-    m_cueing = false;
+    m_cueSteps = 0;
     m_changed.notify_all();
     ReportBreakLocked();
 }

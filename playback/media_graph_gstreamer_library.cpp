@@ -6,6 +6,7 @@
 #include <mutex>
 #include <sstream>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace cardsong::playback {
@@ -95,6 +96,24 @@ ElementPtr MakeElement(const char* factory, const char* plugin)
     }
     GstElement* const element = gst_element_factory_make(factory, nullptr);
     return ElementPtr(element == nullptr ? nullptr : GST_ELEMENT(gst_object_ref_sink(element)));
+}
+
+const char* PackageOf(const char* plugin)
+{
+    struct Held {
+        std::string_view plugin;
+        const char* package;
+    };
+    constexpr Held kHeld[] = {
+        { "asf", "gstreamer1.0-plugins-ugly" },    { "audiofx", "gstreamer1.0-plugins-good" },
+        { "coreelements", "libgstreamer1.0-0" },   { "libav", "gstreamer1.0-libav" },
+        { "mpg123", "gstreamer1.0-plugins-good" },
+    };
+    for (const Held& held : kHeld) {
+        if (held.plugin == plugin)
+            return held.package;
+    }
+    return "gstreamer1.0-plugins-base";
 }
 
 } // namespace cardsong::playback

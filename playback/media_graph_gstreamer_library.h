@@ -20,4 +20,7 @@ bool StartGstreamer();
 // null: any plugin, found by a look through all of them, which takes its time. Thread-safe. Owned by the caller.
 ElementPtr MakeElement(const char* factory, const char* plugin);
 
+// The Debian package that holds a plugin.
+const char* PackageOf(const char* plugin);
+
 } // namespace cardsong::playback

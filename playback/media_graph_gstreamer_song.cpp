@@ -1,6 +1,8 @@
 #include "playback/media_graph_gstreamer_song.h"
 
 #include "platform/audio_sink.h"
+#include "platform/console_notice.h"
+#include "playback/asf_song.h"
 #include "playback/media_graph.h"
 
 #include <algorithm>
@@ -9,22 +11,6 @@
 namespace cardsong::playback {
 
 namespace {
-
-// How long a cue may keep the caller. A song on a slow card that takes longer goes on cueing by itself.
-constexpr std::chrono::milliseconds kCueLimit{ 1500 };
-
-// Longer than any song, and short of what a count of nanoseconds can hold.
-constexpr double kMostSeconds = 1e9;
-
-gint64 ToNs(double seconds)
-{
-    return static_cast<gint64>(std::clamp(seconds, 0.0, kMostSeconds) * static_cast<double>(GST_SECOND));
-}
-
-double ToSeconds(gint64 ns)
-{
-    return static_cast<double>(ns) / static_cast<double>(GST_SECOND);
-}
 
 double FactorOf(long volume)
 {
@@ -45,20 +31,84 @@ Song::~Song()
     m_events->SetWindow(nullptr);
 }
 
-bool Song::Render(const std::string& hostPath)
+RenderResult Song::Render(const std::string& hostPath)
 {
+    auto look = LookAt(hostPath);
+    if (!look)
+        return RenderResult::NoMusic;
     m_hostPath = hostPath;
-    if (IsRendered() && Cue())
-        return true;
-    m_hostPath.clear();
+    RenderResult result = RenderResult::BeyondTheMachine;
+    if (look->isProtected)
+        kernel::TellOnce("a protected song plays on no machine without its licence");
+    else
+        result = Cue(std::move(*look));
+    if (result == RenderResult::BeyondTheMachine)
+        EnterSilence();
+    else if (result == RenderResult::NoMusic)
+        m_hostPath.clear();
+    return result;
+}
+
+std::optional<Song::Look> Song::LookAt(const std::string& hostPath)
+{
+    auto file = SongFile::Open(hostPath);
+    if (!file)
+        return std::nullopt;
+    if (IsAsf(*file)) {
+        const auto asf = ReadAsfSong(*file);
+        return asf ? std::optional<Look>({ { hostPath, nullptr }, asf->seconds, asf->isProtected }) : std::nullopt;
+    }
+    auto mpeg = MpegSong::Open(std::move(file));
+    if (!mpeg)
+        return std::nullopt;
+    const double seconds = mpeg->Seconds();
+    return Look{ { hostPath, std::move(mpeg) }, seconds, false };
+}
+
+// Builds the chain and brings it to m_startSeconds. Without success there is no chain.
+RenderResult Song::Cue(Look look)
+{
+    m_seconds = look.seconds;
+    const SongPlace place = PlaceAt(m_startSeconds);
+    m_events->ExpectCue(place.IsPlainStart() ? 1 : 2);
+    m_driver = std::make_unique<ChainDriver>(
+        ChainDriver::Start{
+            std::move(look.source), kernel::AudioSink(), { FactorOf(m_volume), SideOf(m_balance) }, place },
+        m_events);
+    m_events->AwaitCue();
+    if (m_events->IsBroken()) {
+        m_driver.reset();
+        return m_events->IsBeyondTheMachine() ? RenderResult::BeyondTheMachine : RenderResult::NoMusic;
+    }
+    m_untouched = true;
+    m_lastPositionSeconds = m_startSeconds;
+    return RenderResult::Ready;
+}
+
+// After it was stopped, or for a part that the chain does not have.
+bool Song::CueAgain()
+{
+    auto look = LookAt(m_hostPath);
+    if (look)
+        return Cue(std::move(*look)) == RenderResult::Ready;
+    m_events->ExpectCue(1);
+    m_events->OnError();
     return false;
+}
+
+void Song::EnterSilence()
+{
+    m_seconds.reset();
+    m_events->ExpectCue(0);
+    m_silence = std::make_unique<SilentSecond>([events = m_events] { events->OnEnd(events->Play()); });
+    m_silence->GoTo(m_startSeconds);
 }
 
 bool Song::EnterState(GraphState state)
 {
     m_state = state;
     switch (state) {
-    case GraphState::Stopped: DropChain(); return true;
+    case GraphState::Stopped: Stop(); return true;
     case GraphState::Paused: return Pause();
     case GraphState::Running: return Run();
     }
@@ -67,22 +117,27 @@ bool Song::EnterState(GraphState state)
 
 double Song::Position()
 {
-    if (!m_chain)
+    if (m_silence)
+        return m_silence->Position();
+    if (!m_driver)
         return m_startSeconds;
-    gint64 positionNs = 0;
-    // While a seek is under way the pipeline still tells the place it left.
-    if (!m_events->IsCueing() && !m_events->IsBroken() &&
-        gst_element_query_position(m_chain->Pipeline(), GST_FORMAT_TIME, &positionNs) != FALSE && positionNs >= 0)
-        m_lastPositionSeconds = ToSeconds(positionNs);
+    m_lastPositionSeconds = m_driver->PositionSeconds().value_or(m_lastPositionSeconds);
     return m_lastPositionSeconds;
 }
 
 bool Song::GoTo(double seconds)
 {
-    const double place = std::clamp(seconds, 0.0, kMostSeconds);
-    if (m_chain)
-        return (m_untouched && place == m_startSeconds) || Seek(place);
+    const double place = std::max(0.0, seconds);
+    if (m_silence) {
+        m_events->ExpectCue(0);
+        return m_silence->GoTo(place);
+    }
+    if (m_driver && m_untouched && place == m_startSeconds)
+        return true;
     m_startSeconds = place;
+    m_lastPositionSeconds = place;
+    if (m_driver)
+        m_driver->GoTo(PlaceAt(place));
     return true;
 }
 
@@ -94,92 +149,72 @@ void Song::StopAt(double seconds)
 
 std::optional<double> Song::Duration()
 {
-    gint64 durationNs = 0;
-    if (m_chain && gst_element_query_duration(m_chain->Pipeline(), GST_FORMAT_TIME, &durationNs) != FALSE &&
-        durationNs > 0)
-        m_lastDurationSeconds = ToSeconds(durationNs);
-    return m_lastDurationSeconds;
+    if (!m_seconds && m_driver)
+        m_seconds = m_driver->DurationSeconds();
+    return m_seconds;
 }
 
 bool Song::SetRate(double rate)
 {
     m_rate = rate;
-    return !m_chain || Seek(Position());
+    if (m_silence)
+        return m_silence->SetRate(rate);
+    if (m_driver)
+        m_driver->GoTo(PlaceAt(Position()));
+    return true;
 }
 
 void Song::SetVolume(long volume)
 {
     m_volume = volume;
-    if (m_chain)
-        m_chain->SetVolumeFactor(FactorOf(volume));
+    if (m_driver)
+        m_driver->SetVolumeFactor(FactorOf(volume));
 }
 
 bool Song::SetBalance(long balance)
 {
     const bool changes = balance != m_balance;
     m_balance = balance;
-    if (!changes || !m_chain)
+    if (!changes || !m_driver)
         return true;
     // The chain has no place for a balance until it needs one; so it is built again.
     DropChain();
-    return m_state == GraphState::Stopped ? Cue() : EnterState(m_state);
-}
-
-// Builds the chain and brings it to m_startSeconds. Without success there is no chain.
-bool Song::Cue()
-{
-    m_events->ExpectCue();
-    m_chain = Chain::Build(m_hostPath, { kernel::AudioSink(), FactorOf(m_volume), SideOf(m_balance) }, m_events);
-    if (!m_chain || !m_chain->SetState(GST_STATE_PAUSED))
-        m_events->OnError();
-    const CueResult result = m_events->AwaitCue(kCueLimit);
-    const bool atItsStart = m_startSeconds == 0.0 && m_rate == 1.0 && !m_stopSeconds;
-    if (result != CueResult::Failed && !atItsStart && Seek(m_startSeconds))
-        m_events->AwaitCue(kCueLimit);
-    if (m_events->IsBroken()) {
-        m_chain.reset();
-        return false;
-    }
-    m_untouched = true;
-    return true;
-}
-
-// Without ACCURATE the parser of MPEG audio goes to a place that it guessed, and reports the one that it was asked for.
-bool Song::Seek(double seconds)
-{
-    m_events->ExpectCueAfterSeek();
-    const auto flags = static_cast<GstSeekFlags>(GST_SEEK_FLAG_FLUSH | GST_SEEK_FLAG_ACCURATE);
-    const gint64 stopNs = m_stopSeconds ? ToNs(*m_stopSeconds) : -1;
-    if (gst_element_seek(m_chain->Pipeline(), m_rate, GST_FORMAT_TIME, flags, GST_SEEK_TYPE_SET, ToNs(seconds),
-                         GST_SEEK_TYPE_SET, stopNs) == FALSE) {
-        m_events->OnCued();
-        return false;
-    }
-    m_startSeconds = seconds;
-    m_lastPositionSeconds = seconds;
-    return true;
+    return m_state == GraphState::Stopped ? CueAgain() : EnterState(m_state);
 }
 
 bool Song::Run()
 {
-    if (!IsRendered())
-        return true;
-    const bool entered = (m_chain || Cue()) && m_chain->SetState(GST_STATE_PLAYING);
+    if (m_silence)
+        m_silence->Run();
+    const bool entered = m_silence || !IsRendered() || m_driver || CueAgain();
+    if (m_driver && IsRendered())
+        m_driver->Run();
     m_untouched = false;
-    m_events->SetRunning(true);
-    if (!entered)
-        m_events->OnError();
+    m_events->SetRunning(IsRendered());
     return entered;
 }
 
 bool Song::Pause()
 {
     m_events->SetRunning(false);
-    if (!IsRendered())
+    if (m_silence)
+        m_silence->Pause();
+    if (m_silence || !IsRendered())
         return true;
-    if (!m_chain)
-        return Cue();
-    return m_untouched || m_chain->SetState(GST_STATE_PAUSED);
+    if (!m_driver)
+        return CueAgain();
+    if (!m_untouched)
+        m_driver->Pause(PlaceAt(Position()));
+    return true;
+}
+
+void Song::Stop()
+{
+    if (m_silence)
+        m_silence->Stop();
+    DropChain();
+    if (m_silence)
+        m_events->ExpectCue(0);
 }
 
 void Song::DropChain()
@@ -188,7 +223,7 @@ void Song::DropChain()
     m_startSeconds = Position();
     m_lastPositionSeconds = m_startSeconds;
     m_events->SetRunning(false);
-    m_chain.reset();
+    m_driver.reset();
     m_events->Forget();
 }
 

@@ -2,8 +2,8 @@
 // it.
 #pragma once
 
-#include "playback/media_graph_gstreamer_chain.h"
-#include "playback/media_graph_gstreamer_events.h"
+#include "playback/media_graph_gstreamer_driver.h"
+#include "playback/media_graph_silent_second.h"
 
 #include <memory>
 #include <optional>
@@ -13,15 +13,17 @@ namespace cardsong::playback {
 
 enum class GraphState { Stopped, Paused, Running };
 
+enum class RenderResult { Ready, NoMusic, BeyondTheMachine };
+
 // The chain lives while the song is cued or plays. Rendering cues it at once, while the graph still counts as stopped,
 // since only a cue shows whether a song can be played; a song that was stopped has no chain and so holds neither file
-// nor sink.
+// nor sink. A song that this machine has no means to play is a second of silence, of unknown length.
 class Song {
 public:
     ~Song();
 
-    // False when nothing in the file can be played; the song is then as before.
-    bool Render(const std::string& hostPath);
+    // Without music in the file the song is as before.
+    RenderResult Render(const std::string& hostPath);
     bool IsRendered() const { return !m_hostPath.empty(); }
     GraphEvents& Events() { return *m_events; }
 
@@ -34,7 +36,7 @@ public:
     bool GoTo(double seconds);
     void StopAt(double seconds);
     std::optional<double> StopPosition() const { return m_stopSeconds; }
-    // Nothing while it is not known; the last known one while the song is at rest.
+    // Nothing while it is not known, as it never is where the machine cannot play the song.
     std::optional<double> Duration();
     bool SetRate(double rate);
     double Rate() const { return m_rate; }
@@ -46,15 +48,26 @@ public:
     long Balance() const { return m_balance; }
 
 private:
-    bool Cue();
-    bool Seek(double seconds);
+    // A song's file, looked into.
+    struct Look {
+        SongSource source;
+        std::optional<double> seconds;
+        bool isProtected = false;
+    };
+    static std::optional<Look> LookAt(const std::string& hostPath);
+    RenderResult Cue(Look look);
+    bool CueAgain();
+    void EnterSilence();
     bool Run();
     bool Pause();
+    void Stop();
     void DropChain();
+    SongPlace PlaceAt(double seconds) const { return { seconds, m_stopSeconds, m_rate }; }
 
     std::shared_ptr<GraphEvents> m_events = std::make_shared<GraphEvents>();
     std::string m_hostPath; // empty: nothing rendered
-    std::unique_ptr<Chain> m_chain;
+    std::unique_ptr<ChainDriver> m_driver;
+    std::unique_ptr<SilentSecond> m_silence; // in place of a chain
     GraphState m_state = GraphState::Stopped;
     bool m_untouched = false;    // cued at m_startSeconds, and not run since
     double m_startSeconds = 0.0; // where the next cue begins, or the last seek went
@@ -63,7 +76,7 @@ private:
     long m_volume = 0;
     long m_balance = 0;
     double m_lastPositionSeconds = 0.0; // what to answer while the chain knows none
-    std::optional<double> m_lastDurationSeconds;
+    std::optional<double> m_seconds;    // the song's length
 };
 
 } // namespace cardsong::playback

@@ -15,6 +15,7 @@ using cardsong::test::NoticeWindow;
 namespace {
 
 constexpr std::chrono::milliseconds kNoTime{ 0 };
+constexpr std::chrono::milliseconds kForEver{ 60000 };
 
 std::vector<long> TakeAll(GraphEvents& events)
 {
@@ -93,12 +94,58 @@ TEST(GraphEvents, EndOfABrokenSongIsNotReportedAgain)
 TEST(GraphEvents, CueIsAwaitedUntilItIsReadyOrFails)
 {
     GraphEvents events;
-    events.ExpectCue();
-    EXPECT_EQ(events.AwaitCue(kNoTime), CueResult::Late);
+    events.ExpectCue(1);
+    EXPECT_EQ(events.AwaitCue({ kNoTime, kNoTime }), CueResult::Late);
     events.OnCued();
-    EXPECT_EQ(events.AwaitCue(kNoTime), CueResult::Ready);
+    EXPECT_EQ(events.AwaitCue(), CueResult::Ready);
     events.OnError();
-    EXPECT_EQ(events.AwaitCue(kNoTime), CueResult::Failed);
+    EXPECT_EQ(events.AwaitCue(), CueResult::Failed);
+}
+
+TEST(GraphEvents, CueOfTwoStepsIsReadyAfterTheSecond)
+{
+    GraphEvents events;
+    events.ExpectCue(2);
+    EXPECT_FALSE(events.AwaitLastStep(kNoTime));
+    events.OnCued();
+    EXPECT_TRUE(events.AwaitLastStep(kNoTime));
+    EXPECT_TRUE(events.IsCueing());
+    events.OnCued();
+    EXPECT_FALSE(events.IsCueing());
+}
+
+TEST(GraphEvents, LastStepOfABrokenSongNeverComes)
+{
+    GraphEvents events;
+    events.ExpectCue(2);
+    events.OnError();
+    EXPECT_FALSE(events.AwaitLastStep(kForEver));
+}
+
+TEST(GraphEvents, ServerThatHangsIsWaitedForNoLongerThanItsOwnLimit)
+{
+    GraphEvents events;
+    events.ExpectCue(1);
+    events.OnWaitForServer(true);
+    EXPECT_EQ(events.AwaitCue({ kForEver, kNoTime }), CueResult::Late);
+}
+
+TEST(GraphEvents, SongItselfIsWaitedForAgainOnceTheServerAnswered)
+{
+    GraphEvents events;
+    events.ExpectCue(1);
+    events.OnWaitForServer(true);
+    events.OnWaitForServer(false);
+    EXPECT_EQ(events.AwaitCue({ kNoTime, kForEver }), CueResult::Late);
+}
+
+TEST(GraphEvents, NewCueForgetsThatTheMachineHadNoMeans)
+{
+    GraphEvents events;
+    events.OnBeyondTheMachine();
+    EXPECT_TRUE(events.IsBeyondTheMachine());
+    events.ExpectCue(1);
+    EXPECT_FALSE(events.IsBeyondTheMachine());
 }
 
 TEST(GraphEvents, CueAnewForgetsABreakButASeekDoesNot)
@@ -107,7 +154,7 @@ TEST(GraphEvents, CueAnewForgetsABreakButASeekDoesNot)
     events.OnError();
     events.ExpectCueAfterSeek();
     EXPECT_TRUE(events.IsBroken());
-    events.ExpectCue();
+    events.ExpectCue(1);
     EXPECT_FALSE(events.IsBroken());
 }
 

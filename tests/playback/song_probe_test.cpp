@@ -1,119 +1,18 @@
-// What is taken for MPEG audio before the engine sees it.
+// What kind of song a file is known as before the engine sees it.
 #include "playback/media_graph_song_probe.h"
 
+#include "playback/asf_song.h"
 #include "tests/platform/scratch_device.h"
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
-#include <array>
-#include <vector>
-
-using cardsong::playback::HoldsMpegFrame;
 using cardsong::playback::LookAtSong;
+using cardsong::playback::ReadAsfSong;
 using cardsong::playback::SongKind;
 
 namespace {
 
-using Bytes = std::vector<unsigned char>;
-
-struct HeaderCase {
-    const char* name;
-    std::array<unsigned char, 4> header;
-    std::size_t frameBytes;
-};
-
-// Lengths worked out by hand from the bit rate and the sample rate in each header.
-const HeaderCase kHeaders[] = {
-    { "MPEG-1 layer III, 128 kb/s, 44.1 kHz", { 0xFF, 0xFB, 0x90, 0x00 }, 417 },
-    { "the same with padding", { 0xFF, 0xFB, 0x92, 0x00 }, 418 },
-    { "MPEG-1 layer III, 320 kb/s, 48 kHz", { 0xFF, 0xFB, 0xE4, 0x00 }, 960 },
-    { "MPEG-1 layer II, 192 kb/s, 32 kHz", { 0xFF, 0xFD, 0xA8, 0x00 }, 864 },
-    { "MPEG-1 layer I, 384 kb/s, 44.1 kHz", { 0xFF, 0xFF, 0xC0, 0x00 }, 416 },
-    { "MPEG-2 layer III, 32 kb/s, 22.05 kHz", { 0xFF, 0xF3, 0x40, 0x00 }, 104 },
-    { "MPEG-2.5 layer III, 8 kb/s, 8 kHz", { 0xFF, 0xE3, 0x18, 0x00 }, 72 },
-};
-
-Bytes FramesAt(std::size_t start, const HeaderCase& frame, std::size_t count)
-{
-    Bytes bytes(start + count * frame.frameBytes);
-    for (std::size_t i = 0; i < count; ++i)
-        std::copy(frame.header.begin(), frame.header.end(),
-                  bytes.begin() + static_cast<std::ptrdiff_t>(start + i * frame.frameBytes));
-    return bytes;
-}
-
-TEST(SongProbe, FrameThatAnotherFollowsIsFoundInEveryLayer)
-{
-    for (const HeaderCase& frame : kHeaders) {
-        SCOPED_TRACE(frame.name);
-        EXPECT_TRUE(HoldsMpegFrame(FramesAt(0, frame, 2), false));
-        EXPECT_TRUE(HoldsMpegFrame(FramesAt(1000, frame, 2), false));
-    }
-}
-
-TEST(SongProbe, FollowerHasToStandWhereTheFrameEnds)
-{
-    for (const HeaderCase& frame : kHeaders) {
-        SCOPED_TRACE(frame.name);
-        Bytes bytes = FramesAt(0, frame, 2);
-        bytes.insert(bytes.begin() + 4, 0);
-        bytes.resize(bytes.size() + 4); // the follower's own end is in sight, and nothing follows it
-        EXPECT_FALSE(HoldsMpegFrame(bytes, false));
-    }
-}
-
-TEST(SongProbe, FollowerHasToBeOfTheSameKind)
-{
-    Bytes bytes = FramesAt(0, kHeaders[0], 2);
-    bytes[kHeaders[0].frameBytes + 1] = 0xFD; // layer II after layer III
-    bytes.resize(4000);
-    EXPECT_FALSE(HoldsMpegFrame(bytes, true));
-}
-
-TEST(SongProbe, LastFrameNeedsNoFollowerAtTheEndOfTheFile)
-{
-    const Bytes lone = FramesAt(0, kHeaders[0], 1);
-    EXPECT_TRUE(HoldsMpegFrame(lone, true));
-    EXPECT_FALSE(HoldsMpegFrame(lone, false));
-}
-
-TEST(SongProbe, LoneFrameHasToBeWhole)
-{
-    Bytes cut = FramesAt(0, kHeaders[0], 1);
-    cut.pop_back();
-    EXPECT_FALSE(HoldsMpegFrame(cut, true));
-}
-
-TEST(SongProbe, HeadersWithForbiddenFieldsAreNone)
-{
-    const std::array<unsigned char, 4> forbidden[] = {
-        { 0xFF, 0xEB, 0x90, 0x00 }, // version 1 is reserved
-        { 0xFF, 0xF9, 0x90, 0x00 }, // layer 0 is reserved
-        { 0xFF, 0xFB, 0xF0, 0x00 }, // bit rate 15
-        { 0xFF, 0xFB, 0x9C, 0x00 }, // sample rate 3
-        { 0xFF, 0xDB, 0x90, 0x00 }, // a bit of the sync word missing
-    };
-    for (const auto& header : forbidden)
-        EXPECT_FALSE(HoldsMpegFrame(header, true)) << std::hex << +header[1] << ' ' << +header[2];
-}
-
-TEST(SongProbe, RunsOfOneByteAreNoSong)
-{
-    for (unsigned value = 0; value < 256; ++value)
-        EXPECT_FALSE(HoldsMpegFrame(Bytes(5000, static_cast<unsigned char>(value)), true)) << value;
-}
-
-TEST(SongProbe, FewerBytesThanAHeaderAreNoSong)
-{
-    const Bytes header = { 0xFF, 0xFB, 0x90, 0x00 };
-    for (std::size_t length = 0; length < header.size(); ++length)
-        EXPECT_FALSE(HoldsMpegFrame(std::span(header).first(length), true));
-}
-
-// ---- files ----
-
-class SongFile : public testing::Test {
+class SongProbe : public testing::Test {
 protected:
     SongKind Look(const std::string& bytes)
     {
@@ -126,13 +25,13 @@ protected:
         return { std::istreambuf_iterator<char>(file), {} };
     }
 
-    // Cuts the song down byte by byte.
+    // Cuts the song down, byte by byte where it begins.
     void ExpectKnownFrom(std::size_t fewestBytes, const std::string& name, SongKind kind)
     {
         const std::filesystem::path file = m_device.CardDirectory() + "/song";
         const std::string whole = Sample(name);
         m_device.WriteFile("card/song", whole);
-        for (std::size_t length = whole.size(); length > 0; --length) {
+        for (std::size_t length = whole.size(); length > 0; length -= length > fewestBytes + 500 ? 29 : 1) {
             std::filesystem::resize_file(file, length);
             ASSERT_EQ(LookAtSong(file), length < fewestBytes ? SongKind::None : kind) << "cut to " << length;
         }
@@ -148,12 +47,12 @@ constexpr std::size_t kWmaPacketSizeAt = 30 + 92; // in the file properties, the
 constexpr std::size_t kWmaPacketBytes = 3200;
 constexpr std::size_t kWmaFirstPacketEnd = kWmaHeaderBytes + 50 + kWmaPacketBytes;
 
-TEST_F(SongFile, WmaSongHasAWholeHeaderAndAWholePacket)
+TEST_F(SongProbe, WmaSongHasAWholeHeaderAndAWholePacket)
 {
     ExpectKnownFrom(kWmaFirstPacketEnd, "short_tone.wma", SongKind::Asf);
 }
 
-TEST_F(SongFile, WmaHeaderOfNoPossibleSizeIsNone)
+TEST_F(SongProbe, WmaHeaderOfNoPossibleSizeIsNone)
 {
     for (const char top : { '\x01', '\x7F', '\x80', '\xFF' }) {
         std::string bytes = Sample("short_tone.wma");
@@ -165,7 +64,7 @@ TEST_F(SongFile, WmaHeaderOfNoPossibleSizeIsNone)
     EXPECT_EQ(Look(empty), SongKind::None);
 }
 
-TEST_F(SongFile, WmaObjectsOfNoPossibleSizeEndTheSearchForThePacketSize)
+TEST_F(SongProbe, WmaObjectsOfNoPossibleSizeEndTheSearchForThePacketSize)
 {
     for (const char size : { '\0', '\x17', '\xFF' }) {
         std::string bytes = Sample("short_tone.wma");
@@ -175,7 +74,7 @@ TEST_F(SongFile, WmaObjectsOfNoPossibleSizeEndTheSearchForThePacketSize)
     }
 }
 
-TEST_F(SongFile, WmaPacketsOfNoSizeAreNone)
+TEST_F(SongProbe, WmaPacketsOfNoSizeAreNone)
 {
     std::string bytes = Sample("short_tone.wma");
     bytes.replace(kWmaPacketSizeAt, 4, 4, '\0');
@@ -184,20 +83,90 @@ TEST_F(SongFile, WmaPacketsOfNoSizeAreNone)
     EXPECT_EQ(Look(bytes), SongKind::None);
 }
 
-TEST_F(SongFile, WmaHeaderWithoutDataBehindItIsNone)
+TEST_F(SongProbe, WmaHeaderWithoutDataBehindItIsNone)
 {
     std::string bytes = Sample("short_tone.wma");
     bytes[kWmaHeaderBytes] = 0;
     EXPECT_EQ(Look(bytes), SongKind::None);
 }
 
-TEST_F(SongFile, Mp3SongIsKnownFromItsFirstWholeFrame)
+TEST_F(SongProbe, Mp3SongIsKnownFromItsFirstWholeFrameOfSound)
 {
-    constexpr std::size_t kFrameBytes = 182; // the one with the song's length: MPEG-2 layer III, 56 kb/s, 22.05 kHz
-    ExpectKnownFrom(kFrameBytes, "short_tone.mp3", SongKind::Mpeg);
+    constexpr std::size_t kLengthFrameBytes = 182; // MPEG-2 layer III, 56 kb/s, 22.05 kHz
+    constexpr std::size_t kFirstFrameBytes = 104;  // 32 kb/s
+    ExpectKnownFrom(kLengthFrameBytes + kFirstFrameBytes, "short_tone.mp3", SongKind::Mpeg);
+    ExpectKnownFrom(kFirstFrameBytes, "short_tone_without_length.mp3", SongKind::Mpeg);
 }
 
-TEST_F(SongFile, MissingFileAndFolderAreNone)
+// ---- what an ASF header tells ----
+
+class AsfHeader : public SongProbe {
+protected:
+    auto Read(const std::string& bytes)
+    {
+        m_device.WriteFile("card/song", bytes);
+        return ReadAsfSong(*cardsong::playback::SongFile::Open(m_device.CardDirectory() + "/song"));
+    }
+};
+
+constexpr std::size_t kWmaPlayTimeAt = 30 + 64;
+constexpr std::size_t kWmaFlagsAt = 30 + 88;
+constexpr unsigned char kAudioStream[] = { 0x40, 0x9E, 0x69, 0xF8, 0x4D, 0x5B, 0xCF, 0x11 };
+
+TEST_F(AsfHeader, TellsTheSongsLengthWithoutThePreroll)
+{
+    const auto song = Read(Sample("short_tone.wma"));
+    ASSERT_TRUE(song && song->seconds);
+    EXPECT_NEAR(*song->seconds, 1.2, 0.06);
+    EXPECT_FALSE(song->isProtected);
+}
+
+TEST_F(AsfHeader, TellsNoLengthOfABroadcastNorOneThatThePrerollUsesUp)
+{
+    std::string bytes = Sample("short_tone.wma");
+    bytes[kWmaFlagsAt] = static_cast<char>(bytes[kWmaFlagsAt] | 1);
+    const auto broadcast = Read(bytes);
+    ASSERT_TRUE(broadcast);
+    EXPECT_FALSE(broadcast->seconds);
+    bytes = Sample("short_tone.wma");
+    bytes.replace(kWmaPlayTimeAt, 8, 8, '\0');
+    const auto used = Read(bytes);
+    ASSERT_TRUE(used);
+    EXPECT_FALSE(used->seconds);
+}
+
+TEST_F(AsfHeader, WithoutAStreamOfSoundIsNoSong)
+{
+    std::string bytes = Sample("short_tone.wma");
+    const std::size_t at = bytes.find(std::string(std::begin(kAudioStream), std::end(kAudioStream)));
+    ASSERT_LT(at, kWmaHeaderBytes);
+    bytes[at] = 'x';
+    EXPECT_FALSE(Read(bytes));
+    EXPECT_EQ(Look(bytes), SongKind::None);
+}
+
+// The identifiers of the three kinds of encryption, in place of one of the header's other objects.
+TEST_F(AsfHeader, TellsThatTheSongIsProtected)
+{
+    const unsigned char encryptions[][16] = {
+        { 0xFB, 0xB3, 0x11, 0x22, 0x23, 0xBD, 0xD2, 0x11, 0xB4, 0xB7, 0x00, 0xA0, 0xC9, 0x55, 0xFC, 0x6E },
+        { 0x14, 0xE6, 0x8A, 0x29, 0x22, 0x26, 0x17, 0x4C, 0xB9, 0x35, 0xDA, 0xE0, 0x7E, 0xE9, 0x28, 0x9C },
+        { 0x33, 0x85, 0x05, 0x43, 0x81, 0x69, 0xE6, 0x49, 0x9B, 0x74, 0xAD, 0x12, 0xCB, 0x86, 0xD5, 0x8C },
+    };
+    for (const auto& encryption : encryptions) {
+        std::string object(std::begin(encryption), std::end(encryption));
+        object += std::string("\x1C\0\0\0\0\0\0\0keys", 12);
+        std::string bytes = Sample("short_tone.wma");
+        bytes.insert(30, object);
+        bytes.replace(16, 2, std::string("\x0A\x02", 2)); // the header's size: 0x1EE and 28
+        const auto song = Read(bytes);
+        ASSERT_TRUE(song);
+        EXPECT_TRUE(song->isProtected);
+        EXPECT_EQ(Look(bytes), SongKind::Asf);
+    }
+}
+
+TEST_F(SongProbe, MissingFileAndFolderAreNone)
 {
     EXPECT_EQ(LookAtSong(m_device.CardDirectory() + "/missing"), SongKind::None);
     EXPECT_EQ(LookAtSong(m_device.CardDirectory()), SongKind::None);

@@ -1,0 +1,55 @@
+// Drives one chain on a thread of its own: each change of its state may wait for the sound server, and the player's
+// thread must not. Knows no graph; what the chain meets goes to GraphEvents.
+#pragma once
+
+#include "playback/media_graph_gstreamer_chain.h"
+
+#include <thread>
+
+namespace cardsong::playback {
+
+// Where, how far and how fast a song plays.
+struct SongPlace {
+    double seconds = 0.0;
+    std::optional<double> stopSeconds;
+    double rate = 1.0;
+
+    bool IsPlainStart() const { return seconds == 0.0 && !stopSeconds && rate == 1.0; }
+};
+
+// Called by one thread. A call returns when the chain has done what it asks for, or after kServerLimit; the chain then
+// does it as soon as the server answers, the last of several wishes. While one is late the next is not waited for.
+class ChainDriver {
+public:
+    struct Start {
+        SongSource source;
+        std::string sinkName; // as for OpenAudioSink
+        Chain::Settings settings;
+        SongPlace place;
+    };
+    // Begins to build and to cue the chain. How that goes is told to `events`, which expect it.
+    ChainDriver(Start start, const std::shared_ptr<GraphEvents>& events);
+    // Takes the chain down. A server that hangs keeps it, with its thread, until it answers.
+    ~ChainDriver();
+    ChainDriver(const ChainDriver&) = delete;
+    ChainDriver& operator=(const ChainDriver&) = delete;
+
+    void Run();
+    // `held`: where the song stands, so that a pause that comes late can go back there.
+    void Pause(const SongPlace& held);
+    void GoTo(const SongPlace& place);
+    void SetVolumeFactor(double factor);
+
+    // Nothing while the chain is on its way to what it was asked for, and where it does not know.
+    std::optional<double> PositionSeconds() const;
+    std::optional<double> DurationSeconds() const;
+
+private:
+    struct Work;
+    void Ask();
+
+    std::shared_ptr<Work> m_work; // shared with the thread
+    std::thread m_thread;
+};
+
+} // namespace cardsong::playback

@@ -129,10 +129,17 @@ TEST_F(WmaWalk, FilePropertiesCutBehindTheirFlagsHaveADuration)
 
 TEST_F(WmaWalk, ASecondPropertiesObjectCutShortReplacesOnlyWhatItHolds)
 {
-    EXPECT_EQ(Read(Song({ Properties(7, 0, 2), CutProperties(50) })), -1);
-    EXPECT_EQ(info->playDuration, 0x0102030405060708u);
-    EXPECT_EQ(info->sendDuration, 44u);
-    EXPECT_EQ(info->duration, 7);
+    const Bytes first = Object(kPropertiesGuid, Bytes().Fill(80, 0x77));
+    for (std::size_t fieldBytes = 0; fieldBytes < 80; ++fieldBytes) {
+        SCOPED_TRACE(fieldBytes);
+        EXPECT_EQ(Read(Song({ first, CutProperties(fieldBytes) })), -1);
+        EXPECT_EQ(info->fileId[0], fieldBytes >= 16 ? 0xAB : 0x77);
+        EXPECT_EQ(info->fileBytes, fieldBytes >= 24 ? 11u : 0x7777777777777777u);
+        EXPECT_EQ(info->sendDuration, fieldBytes >= 56 ? 44u : 0x7777777777777777u);
+        EXPECT_EQ(info->flags, fieldBytes >= 68 ? 2u : 0x77777777u);
+        EXPECT_EQ(info->mostPacketBytes, fieldBytes >= 76 ? 77u : 0x77777777u);
+        EXPECT_EQ(info->mostBitRate, 0x77777777u);
+    }
 }
 
 TEST_F(WmaWalk, ASongCutInItsFilePropertiesKeepsTheFieldsBeforeTheCut)

@@ -1,5 +1,6 @@
-// Which GB2312 code stands for which Big5 code, and back, as the C library pairs the two sets; made by
-// tools/encoding/make_tables.
+// Which GB2312 code stands for which Big5 code, and back: the published pairing of simplified and traditional
+// characters decides (Open Chinese Convert, Apache License 2.0, as Debian's libopencc-data has it), then the character
+// itself, then the C library's pairing of the two sets. Made by tools/encoding/make_tables.
 #pragma once
 
 #include <cstdint>

@@ -14,7 +14,7 @@ struct MediaFileEntry {
     std::uint32_t fileSize = 0;
     std::int32_t isChecked = 0;       // 1 when ticked in the library window
     std::int32_t playMark = 0;        // the entry's own 1-based position while it is the current one
-    double duration = 0;              // whole seconds
+    double duration = 0;              // seconds: whole from a scan or a play list, with a fraction from the player
     std::int32_t playedInShuffle = 0; // 1 when played since shuffle was switched on
 };
 
@@ -32,5 +32,6 @@ void FreeMediaEntries(CPtrListCtrl& list);
 // The entry's path: folder, a backslash, file name.
 WString PathOf(const MediaFileEntry& entry);
 
-// The entry's duration in whole seconds; a negative one, which only a damaged play list holds, counts as 0.
+// The entry's duration in whole seconds, as it is shown; a negative one, which only a damaged play list holds, counts
+// as 0.
 std::uint32_t WholeSeconds(const MediaFileEntry& entry);

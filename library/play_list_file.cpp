@@ -2,7 +2,9 @@
 
 #include "library/media_entry.h"
 
+#include <algorithm>
 #include <array>
+#include <limits>
 #include <memory>
 
 namespace {
@@ -63,19 +65,26 @@ private:
     bool m_isWhole = true;
 };
 
-void AppendNumber(WString& text, std::uint32_t number)
+void AppendNumber(WString& text, std::int64_t number)
 {
     for (const char digit : std::to_string(number))
         text += static_cast<WCHAR>(digit);
 }
 
+// A negative duration comes from the list itself and goes back as it is.
+std::int64_t WrittenSeconds(const MediaFileEntry& entry)
+{
+    constexpr double kLeast = std::numeric_limits<std::int32_t>::min(); // the least that is read
+    return entry.duration < 0 ? static_cast<std::int64_t>(std::max(entry.duration, kLeast)) : WholeSeconds(entry);
+}
+
 WString RecordText(std::int32_t number, const MediaFileEntry& entry)
 {
     WString text;
-    AppendNumber(text, static_cast<std::uint32_t>(number));
+    AppendNumber(text, number);
     ((text += kSeparator) += entry.fileName) += kSeparator;
     (text += entry.folder) += kSeparator;
-    AppendNumber(text, WholeSeconds(entry));
+    AppendNumber(text, WrittenSeconds(entry));
     return text;
 }
 

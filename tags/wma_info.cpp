@@ -36,29 +36,55 @@ Guid TakeGuid(ByteReader& reader)
     return guid;
 }
 
-bool ReadFileProperties(ByteReader object, WmaInfo& info)
+// A field that the object ends before, or within, keeps what it had.
+void ReadField(ByteReader& object, std::uint32_t& field)
 {
-    constexpr std::size_t kFieldBytes = 80;
+    const std::uint32_t value = object.U32Le();
+    if (object.Ok())
+        field = value;
+}
+
+void ReadField(ByteReader& object, std::uint64_t& field)
+{
+    const std::uint64_t value = object.U64Le();
+    if (object.Ok())
+        field = value;
+}
+
+void SetDuration(WmaInfo& info)
+{
     constexpr std::uint32_t kBroadcast = 1;
     constexpr std::uint64_t kUnitsPerMs = 10'000;
-    if (object.RestBytes() < kFieldBytes)
-        return false;
-    const Guid fileId = TakeGuid(object);
-    std::memcpy(info.fileId, fileId.data(), fileId.size());
-    info.fileBytes = object.U64Le();
-    info.creationDate = object.U64Le();
-    info.dataPackets = object.U64Le();
-    info.playDuration = object.U64Le();
-    info.sendDuration = object.U64Le();
-    info.prerollMsLow = object.U32Le();
-    info.prerollMsHigh = object.U32Le();
-    info.flags = object.U32Le();
-    info.leastPacketBytes = object.U32Le();
-    info.mostPacketBytes = object.U32Le();
-    info.mostBitRate = object.U32Le();
     const bool isBroadcast = (info.flags & kBroadcast) != 0;
     info.duration = isBroadcast ? 0 : static_cast<std::int64_t>(info.playDuration - info.prerollMsLow * kUnitsPerMs);
-    return true;
+}
+
+bool ReadFileProperties(ByteReader object, WmaInfo& info)
+{
+    const Guid fileId = TakeGuid(object);
+    if (object.Ok())
+        std::memcpy(info.fileId, fileId.data(), fileId.size());
+    ReadField(object, info.fileBytes);
+    ReadField(object, info.creationDate);
+    ReadField(object, info.dataPackets);
+    ReadField(object, info.playDuration);
+    ReadField(object, info.sendDuration);
+    ReadField(object, info.prerollMsLow);
+    ReadField(object, info.prerollMsHigh);
+    ReadField(object, info.flags);
+    if (object.Ok())
+        SetDuration(info); // all that makes it has been read
+    ReadField(object, info.leastPacketBytes);
+    ReadField(object, info.mostPacketBytes);
+    ReadField(object, info.mostBitRate);
+    return object.Ok();
+}
+
+// Takes the bytes of an attribute whole, and keeps the units in them.
+void ReadText(ByteReader& object, std::size_t byteLength, std::span<WCHAR> out)
+{
+    ByteReader text(object.Take(byteLength));
+    ReadUtf16Field(text, text.RestBytes(), out);
 }
 
 bool ReadContentDescription(ByteReader object, WmaInfo& info)
@@ -70,10 +96,10 @@ bool ReadContentDescription(ByteReader object, WmaInfo& info)
     const std::size_t ratingBytes = object.U16Le();
     if (titleBytes + authorBytes + rightsBytes + descriptionBytes + ratingBytes > object.RestBytes())
         return false;
-    ReadUtf16Field(object, titleBytes, info.title);
-    ReadUtf16Field(object, authorBytes, info.author);
-    ReadUtf16Field(object, rightsBytes, info.rights);
-    ReadUtf16Field(object, descriptionBytes, info.description);
+    ReadText(object, titleBytes, info.title);
+    ReadText(object, authorBytes, info.author);
+    ReadText(object, rightsBytes, info.rights);
+    ReadText(object, descriptionBytes, info.description);
     return true;
 }
 
@@ -94,7 +120,7 @@ bool ReadDescriptor(ByteReader& object, WmaInfo& info)
 {
     constexpr std::uint16_t kByteArray = 1; // 0 is a text, and both are read as one
     std::array<WCHAR, kMostObjectBytes / 2> name;
-    ReadUtf16Field(object, object.U16Le(), name);
+    ReadText(object, object.U16Le(), name);
     const std::uint16_t type = object.U16Le();
     ByteReader value(object.Take(object.U16Le()));
     if (!object.Ok())
@@ -175,8 +201,8 @@ int ReadWmaInfo(const WCHAR* path, WmaInfo* info)
 
 void ReadUtf16Field(ByteReader& reader, std::size_t byteLength, std::span<WCHAR> out)
 {
-    ByteReader text(reader.Take(byteLength));
-    const std::size_t units = std::min(byteLength / 2, out.size() - 1);
+    ByteReader text(reader.Take(byteLength / 2 * 2));
+    const std::size_t units = std::min(text.RestBytes() / 2, out.size() - 1);
     for (std::size_t i = 0; i < units; ++i)
         out[i] = static_cast<WCHAR>(text.U16Le());
     out[units] = 0;

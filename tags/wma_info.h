@@ -42,5 +42,7 @@ int ReadWmaInfo(ByteSource& source, WmaInfo& info);
 // The same for a file of the device; -1 also for null arguments and a file that cannot be opened.
 int ReadWmaInfo(const WCHAR* path, WmaInfo* info);
 
-// Takes `byteLength` bytes from `reader` and stores the UTF-16 units in them, as many as fit `out`, and a zero.
+// Takes the UTF-16 units that `byteLength` bytes hold and stores as many as fit `out`, and a zero. The last byte of an
+// odd length is left in `reader`: who reads an attribute steps over it by the attribute's own length. When `reader`
+// holds fewer bytes, no text is stored and it fails.
 void ReadUtf16Field(ByteReader& reader, std::size_t byteLength, std::span<WCHAR> out);

@@ -6,6 +6,8 @@
 
 #include <gtest/gtest.h>
 
+#include <limits>
+
 namespace {
 
 using cardsong::test::AddEntry;
@@ -57,6 +59,40 @@ TEST_F(PlayListFile, IsWrittenByteForByte)
     SavePlayList(PlayList);
     EXPECT_EQ(Written(),
               Record("1$song.mp3$\\SDMMC\\Music$215") + Utf16("2$") + "\x4A\x55" + Utf16(".wma$\\SDMMC$0") + "\r\n");
+}
+
+TEST_F(PlayListFile, PlayTimesAreCutToWholeSeconds)
+{
+    const struct {
+        double duration;
+        const char* written;
+    } rows[] = { { 0.9, "0" },
+                 { 215.9, "215" },
+                 { -0.9, "0" },
+                 { -1.0, "-1" },
+                 { -5.9, "-5" },
+                 { -2147483648.0, "-2147483648" },
+                 { -1e300, "-2147483648" },
+                 { 4294967295.0, "4294967295" },
+                 { 1e300, "4294967295" },
+                 { std::numeric_limits<double>::quiet_NaN(), "0" } };
+    for (const auto& row : rows) {
+        EmptyLists::Clear();
+        AddEntry(PlayList, TEXT("a.mp3"), TEXT("\\SDMMC"), row.duration);
+        SavePlayList(PlayList);
+        EXPECT_EQ(Written(), Record("1$a.mp3$\\SDMMC$" + std::string(row.written)));
+    }
+}
+
+TEST_F(PlayListFile, ANegativePlayTimeIsWrittenBackAsItWasRead)
+{
+    device.WriteFile("card/a.mp3");
+    for (const char* seconds : { "-1", "-5", "-2147483648" }) {
+        const std::string bytes = Record("1$a.mp3$\\SDMMC$" + std::string(seconds));
+        ASSERT_EQ(Load(bytes).size(), 1u);
+        SavePlayList(PlayList);
+        EXPECT_EQ(Written(), bytes);
+    }
 }
 
 TEST_F(PlayListFile, OfMoreThanABlockIsWrittenWhole)

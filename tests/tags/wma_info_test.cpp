@@ -12,6 +12,7 @@ namespace {
 using cardsong::test::Bytes;
 using cardsong::test::ScratchDevice;
 using namespace cardsong::test::wma;
+using namespace std::string_view_literals;
 
 class Wma : public WmaFixture {
 protected:
@@ -174,14 +175,28 @@ TEST(ReadUtf16Field, AFieldThatJustFitsIsKeptWhole)
     EXPECT_EQ(WString(field), TEXT("abc"));
 }
 
-TEST(ReadUtf16Field, AnOddLastByteIsTakenAndNotKept)
+TEST(ReadUtf16Field, AnOddLastByteIsLeft)
 {
-    Bytes bytes = Utf16("ab");
+    const Bytes bytes("a\0b\0"sv);
     ByteReader reader(bytes);
     WCHAR field[4] = { 9, 9, 9, 9 };
     ReadUtf16Field(reader, 3, field);
     EXPECT_EQ(WString(field), TEXT("a"));
-    EXPECT_EQ(reader.RestBytes(), 1u);
+    EXPECT_EQ(reader.RestBytes(), 2u);
+    ReadUtf16Field(reader, 1, field);
+    EXPECT_EQ(WString(field), TEXT(""));
+    EXPECT_EQ(reader.RestBytes(), 2u);
+    EXPECT_TRUE(reader.Ok());
+}
+
+TEST(ReadUtf16Field, MoreThanThereIsGivesNoText)
+{
+    const Bytes bytes = Utf16("ab");
+    ByteReader reader(bytes);
+    WCHAR field[4] = { 9, 9, 9, 9 };
+    ReadUtf16Field(reader, 6, field);
+    EXPECT_EQ(WString(field), TEXT(""));
+    EXPECT_FALSE(reader.Ok());
 }
 
 TEST(ReadUtf16Field, UnitsAreLittleEndian)
@@ -220,6 +235,30 @@ TEST_F(Wma, ANameWithoutItsZeroIsTheSame)
     Bytes body;
     body.Little(1, 2).Little(28, 2).Append(Utf16("WM/TrackNumber")).Little(3, 2).Little(4, 2).Little(5, 4);
     ASSERT_EQ(Read(Song({ Object(kExtendedGuid, body) })), 0);
+    EXPECT_EQ(info->trackNumber, 5u);
+}
+
+// What stands behind a text of an odd length is found by that length.
+TEST_F(Wma, TextsOfOddLengthsAreSteppedByTheirLengths)
+{
+    Bytes body;
+    body.Little(3, 2).Little(5, 2).Little(1, 2).Little(3, 2).Little(1, 2);
+    body.Text("A\0?B\0C\0??D\0??"sv);
+    ASSERT_EQ(Read(Song({ Object(kContentGuid, body), Properties(7, 0, 0) })), 0);
+    EXPECT_EQ(WString(info->title), TEXT("A"));
+    EXPECT_EQ(WString(info->author), TEXT("BC"));
+    EXPECT_EQ(WString(info->rights), TEXT(""));
+    EXPECT_EQ(WString(info->description), TEXT("D"));
+    EXPECT_EQ(info->duration, 7);
+}
+
+TEST_F(Wma, ADescriptorOfOddLengthsIsSteppedByThem)
+{
+    Bytes body;
+    body.Little(2, 2).Little(27, 2).Append(Utf16("WM/AlbumTitle")).Text("?").Little(0, 2).Little(3, 2).Text("A\0?"sv);
+    body.Append(Descriptor("WM/TrackNumber", 3, Number(5, 4)));
+    ASSERT_EQ(Read(Song({ Object(kExtendedGuid, body) })), 0);
+    EXPECT_EQ(WString(info->album), TEXT("A"));
     EXPECT_EQ(info->trackNumber, 5u);
 }
 

@@ -87,6 +87,70 @@ TEST_F(WmaWalk, ALargerObjectEndsTheWalkAndWhatWasReadStays)
     EXPECT_EQ(info->duration, 0);
 }
 
+// File Properties that end behind `fieldBytes` bytes of their fields.
+Bytes CutProperties(std::size_t fieldBytes)
+{
+    const Bytes whole = Properties(0x0102030405060708, 3000, 2);
+    Bytes body;
+    body.insert(body.end(), whole.begin() + 24, whole.begin() + 24 + static_cast<std::ptrdiff_t>(fieldBytes));
+    return Object(kPropertiesGuid, body);
+}
+
+TEST_F(WmaWalk, FilePropertiesCutShortKeepTheFieldsBeforeTheCut)
+{
+    for (std::size_t fieldBytes = 0; fieldBytes < 80; ++fieldBytes) {
+        SCOPED_TRACE(fieldBytes);
+        EXPECT_EQ(Read(Song({ CutProperties(fieldBytes) })), -1);
+        EXPECT_EQ(info->fileId[15], fieldBytes >= 16 ? 0xAB : 0);
+        EXPECT_EQ(info->fileBytes, fieldBytes >= 24 ? 11u : 0u);
+        EXPECT_EQ(info->creationDate, fieldBytes >= 32 ? 22u : 0u);
+        EXPECT_EQ(info->dataPackets, fieldBytes >= 40 ? 33u : 0u);
+        EXPECT_EQ(info->playDuration, fieldBytes >= 48 ? 0x0102030405060708u : 0u);
+        EXPECT_EQ(info->sendDuration, fieldBytes >= 56 ? 44u : 0u);
+        EXPECT_EQ(info->prerollMsLow, fieldBytes >= 60 ? 3000u : 0u);
+        EXPECT_EQ(info->prerollMsHigh, fieldBytes >= 64 ? 55u : 0u);
+        EXPECT_EQ(info->flags, fieldBytes >= 68 ? 2u : 0u);
+        EXPECT_EQ(info->leastPacketBytes, fieldBytes >= 72 ? 66u : 0u);
+        EXPECT_EQ(info->mostPacketBytes, fieldBytes >= 76 ? 77u : 0u);
+        EXPECT_EQ(info->mostBitRate, 0u);
+    }
+    EXPECT_EQ(Read(Song({ CutProperties(80) })), 0);
+    EXPECT_EQ(info->mostBitRate, 88u);
+}
+
+// Play duration, preroll and flags make it.
+TEST_F(WmaWalk, FilePropertiesCutBehindTheirFlagsHaveADuration)
+{
+    EXPECT_EQ(Read(Song({ CutProperties(67) })), -1);
+    EXPECT_EQ(info->duration, 0);
+    EXPECT_EQ(Read(Song({ CutProperties(68) })), -1);
+    EXPECT_EQ(info->duration, 0x0102030405060708 - 30'000'000);
+}
+
+TEST_F(WmaWalk, ASecondPropertiesObjectCutShortReplacesOnlyWhatItHolds)
+{
+    const Bytes first = Object(kPropertiesGuid, Bytes().Fill(80, 0x77));
+    for (std::size_t fieldBytes = 0; fieldBytes < 80; ++fieldBytes) {
+        SCOPED_TRACE(fieldBytes);
+        EXPECT_EQ(Read(Song({ first, CutProperties(fieldBytes) })), -1);
+        EXPECT_EQ(info->fileId[0], fieldBytes >= 16 ? 0xAB : 0x77);
+        EXPECT_EQ(info->fileBytes, fieldBytes >= 24 ? 11u : 0x7777777777777777u);
+        EXPECT_EQ(info->sendDuration, fieldBytes >= 56 ? 44u : 0x7777777777777777u);
+        EXPECT_EQ(info->flags, fieldBytes >= 68 ? 2u : 0x77777777u);
+        EXPECT_EQ(info->mostPacketBytes, fieldBytes >= 76 ? 77u : 0x77777777u);
+        EXPECT_EQ(info->mostBitRate, 0x77777777u);
+    }
+}
+
+TEST_F(WmaWalk, ASongCutInItsFilePropertiesKeepsTheFieldsBeforeTheCut)
+{
+    Bytes song = Song({ Properties(7, 0, 2) });
+    song.resize(30 + 24 + 50);
+    EXPECT_EQ(Read(song), -1);
+    EXPECT_EQ(info->playDuration, 7u);
+    EXPECT_EQ(info->sendDuration, 0u);
+}
+
 TEST_F(WmaWalk, ALargeExtendedContentDescriptionEndsTheWalk)
 {
     const Bytes picture = Descriptor("WM/Picture", 1, Bytes().Fill(2000));

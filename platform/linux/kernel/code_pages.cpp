@@ -1,6 +1,7 @@
 #include "platform/linux/kernel/code_pages.h"
 
 #include "platform/device_tree.h"
+#include "platform/linux/kernel/private_use_codes.h"
 #include "platform/linux/kernel/unicode.h"
 
 #include <array>
@@ -108,17 +109,22 @@ char16_t WindowsSingleByte(UINT codePage, unsigned char byte)
     return u'\0';
 }
 
-// Converts what the tables do not: a lone or wrong lead byte, an unassigned pair. Answers how many bytes it took.
+// Converts what the tables do not: a user's pair, a lone or wrong lead byte, an unassigned pair. Answers how many bytes
+// it took.
 std::size_t DecodeRest(const CodePage& page, std::string_view bytes, std::u16string& text, bool& isClean)
 {
-    if (const auto unit = WindowsSingleByte(page.number, static_cast<unsigned char>(bytes[0]))) {
+    const auto first = static_cast<unsigned char>(bytes[0]);
+    if (const auto unit = WindowsSingleByte(page.number, first)) {
+        isClean = isClean && first != 0xFF; // converted, but an error where errors are asked for
         text.push_back(unit);
         return 1;
     }
-    isClean = false;
-    text.push_back(u'?');
     // A lead byte takes its trail byte along even when the pair means nothing, but never the zero that ends a text.
-    return page.hasDoubleBytes && bytes.size() > 1 && bytes[1] != '\0' ? 2 : 1;
+    const bool isPair = page.hasDoubleBytes && bytes.size() > 1 && bytes[1] != '\0';
+    const auto unit = isPair ? PrivateUseUnit(page.number, first, static_cast<unsigned char>(bytes[1])) : std::nullopt;
+    isClean = isClean && unit.has_value();
+    text.push_back(unit.value_or(u'?'));
+    return isPair ? 2 : 1;
 }
 
 std::u16string DecodeUtf8Text(std::string_view bytes, bool& isClean)
@@ -220,6 +226,8 @@ std::string EncodeText(UINT codePage, std::u16string_view text, std::string_view
         const auto unit = text[(units.size() - rest.size()) / 2];
         if (const auto byte = WindowsSingleUnit(codePage, unit)) {
             bytes.push_back(*byte);
+        } else if (const auto pair = PrivateUsePair(codePage, unit); !pair.empty()) {
+            bytes += pair;
         } else {
             bytes += replacement;
             isClean = false;

@@ -17,7 +17,8 @@ UINT AnsiCodePage();
 // Whether the page is one that these functions convert.
 bool IsKnownCodePage(UINT codePage);
 
-// What a code page cannot hold becomes "?" (UTF-8: U+FFFD); `isClean` then turns false.
+// What a code page cannot hold becomes "?" (UTF-8: U+FFFD); `isClean` then turns false. It does for the byte 0xFF of
+// pages 936 and 950 too, which becomes U+F8F5 and U+F8F8.
 std::u16string DecodeText(UINT codePage, std::string_view bytes, bool& isClean);
 
 // `replacement` stands for what the page lacks; `isClean` then turns false.

@@ -1,5 +1,6 @@
 #include "platform/ce.h"
 #include "tests/platform/scratch_device.h"
+#include "tests/platform/wine.h"
 
 #include <gtest/gtest.h>
 
@@ -7,6 +8,7 @@
 
 namespace {
 
+using cardsong::test::IsWine;
 using cardsong::test::ScratchDevice;
 using Names = std::vector<WString>;
 
@@ -136,16 +138,7 @@ TEST_F(Find, ClosingNoSearchFails)
     EXPECT_EQ(GetLastError(), ERROR_INVALID_HANDLE);
 }
 
-// Wine 8 reads the patterns of the next two tests in its own way.
-bool IsWine()
-{
-#ifdef _WIN32
-    return GetProcAddress(GetModuleHandleW(L"ntdll.dll"), "wine_get_version") != nullptr;
-#else
-    return false;
-#endif
-}
-
+// Wine 8 reads the patterns of this test and the next in its own way.
 TEST_F(Find, AStarAndADotFindNamesWithoutAnExtension)
 {
     if (IsWine())

@@ -84,6 +84,7 @@ LRESULT OnCreate(HWND window, WPARAM, LPARAM)
     ShowTaskBar(SW_HIDE);
     CreateControls(window);
     LoadBackground();
+    DisableControls(window);
     LoadSavedPlayList();
     return 0;
 }

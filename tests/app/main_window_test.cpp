@@ -201,6 +201,29 @@ TEST_F(MainWindow, TheElapsedTimeIsDrawnAsItChanges)
     EXPECT_GT(Differences(before, Screen(), kElapsedArea), 5);
 }
 
+TEST_F(MainWindow, TheSkinsPanelFramesWhatMayShowOfTheTitleAndTheTimes)
+{
+    Start();
+    const Frame frame = Screen();
+    const auto ground = PixelOf(frame, 20, 60);
+    const auto edge = PixelOf(frame, 33, 60);
+    const auto panel = PixelOf(frame, 34, 60);
+    EXPECT_NE(ground, edge);
+    EXPECT_NE(edge, panel);
+    const std::vector<std::uint16_t> inwards{ ground, edge, panel };
+    const auto pixels = [&frame](std::initializer_list<POINT> points) {
+        std::vector<std::uint16_t> seen;
+        for (const POINT at : points)
+            seen.push_back(PixelOf(frame, at.x, at.y));
+        return seen;
+    };
+    // 250 x 92 at 34, 45: the first and last columns and rows inside, the frame around them, the ground behind it.
+    EXPECT_EQ(pixels({ { 32, 60 }, { 33, 60 }, { 34, 60 } }), inwards);
+    EXPECT_EQ(pixels({ { 285, 60 }, { 284, 60 }, { 283, 60 } }), inwards);
+    EXPECT_EQ(pixels({ { 160, 43 }, { 160, 44 }, { 160, 45 } }), inwards);
+    EXPECT_EQ(pixels({ { 160, 138 }, { 160, 137 }, { 160, 136 } }), inwards);
+}
+
 TEST_F(MainWindow, NothingOfTheTitleLeavesItsPanel)
 {
     Start();

@@ -132,7 +132,7 @@ MSG KeyMessage(const ThreadQueue& queue, HWND window, const InputEvent& event)
     UINT message = event.kind == InputKind::KeyDown ? WM_KEYDOWN : WM_KEYUP;
     if (queue.focus == nullptr)
         message += kSystemKeyOffset;
-    UINT flags = event.wasDown ? KF_REPEAT : 0U;
+    int flags = event.wasDown ? KF_REPEAT : 0;
     if (event.kind == InputKind::KeyUp)
         flags = KF_REPEAT | KF_UP;
     constexpr WORD kStrokes = 1;

@@ -84,6 +84,7 @@ LRESULT OnCreate(HWND window, WPARAM, LPARAM)
     ShowTaskBar(SW_HIDE);
     CreateControls(window);
     LoadBackground();
+    DisableControls(window);
     LoadSavedPlayList();
     return 0;
 }
@@ -108,12 +109,16 @@ LRESULT OnCommand(HWND window, WPARAM wParam, LPARAM)
     return 0;
 }
 
-LRESULT OnKeyDown(HWND window, WPARAM key, LPARAM)
+LRESULT OnKeyDown(HWND window, WPARAM key, LPARAM details)
 {
+    const bool isRepeated = (HIWORD(static_cast<ULONG_PTR>(details)) & KF_REPEAT) != 0;
     switch (key) {
     case VK_LEFT: SendMessageW(window, WM_COMMAND, kCommandPrevious, 0); break;
     case VK_RIGHT: SendMessageW(window, WM_COMMAND, kCommandNext, 0); break;
-    case VK_RETURN: SendMessageW(window, WM_COMMAND, kCommandPlay, 0); break;
+    case VK_RETURN: // a toggle: held, it would stutter
+        if (!isRepeated)
+            SendMessageW(window, WM_COMMAND, kCommandPlay, 0);
+        break;
     case VK_UP:
     case VK_DOWN: StartAudioSettings(); break;
     case VK_F24: SendMessageW(window, WM_COMMAND, kCommandExit, 0); break;
@@ -141,9 +146,19 @@ LRESULT OnTimer(HWND window, WPARAM id, LPARAM)
     return 0;
 }
 
+// A button draws its pressed look only when it is asked to show a selection. Every tick repaints all buttons, also the
+// one that is held.
+DRAWITEMSTRUCT HeldAsSelected(DRAWITEMSTRUCT request)
+{
+    const bool isHeld = (request.itemState & (ODS_SELECTED | ODS_DISABLED)) == ODS_SELECTED;
+    if (request.itemAction == ODA_DRAWENTIRE && isHeld)
+        request.itemAction = ODA_SELECT;
+    return request;
+}
+
 LRESULT OnDrawItem(HWND, WPARAM, LPARAM lParam)
 {
-    const auto& request = *reinterpret_cast<const DRAWITEMSTRUCT*>(lParam);
+    const DRAWITEMSTRUCT request = HeldAsSelected(*reinterpret_cast<const DRAWITEMSTRUCT*>(lParam));
     if (request.CtlID == kCommandExit || request.CtlID == kCommandAudioSettings ||
         request.CtlID == kCommandPlayListWindow)
         g_window.softKeys.DrawItem(request);

@@ -51,8 +51,13 @@ void CreateControls(HWND window)
     CreatePlayerButtons(g_window.buttons, window, PlayerButtonKind::Music);
     for (const WORD hidden : { kCommandPause, kCommandShuffleOn, kCommandRepeatAll, kCommandRepeatSingle })
         g_window.buttons.Show(hidden, SW_HIDE);
+}
+
+void DisableControls(HWND window)
+{
     for (const WORD face : kFirstFaces)
         g_window.buttons.Enable(face, false);
+    EnableWindow(GetWindow(window, GW_CHILD), FALSE);
 }
 
 void FreeControls()

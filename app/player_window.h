@@ -17,8 +17,10 @@ struct PlayerWindow {
 
 extern PlayerWindow g_window;
 
-// Makes every control as a child of `window`, each in its place and state for a stopped player.
+// Makes every control as a child of `window`, each in its place, with the faces of a stopped player shown.
 void CreateControls(HWND window);
+// The controls that only a chosen song gives a meaning: the faces that show first, and the slider, the first child.
+void DisableControls(HWND window);
 // Frees the controls' own resources; their windows go with their parent.
 void FreeControls();
 

@@ -3,12 +3,16 @@
 #include "gui/gif_bitmap.h"
 
 #include <algorithm>
+#include <limits>
 
 namespace {
 
 // The slider behind the subclass procedure, which gets no pointer of its own, and the procedure before it.
 SeekSlider* g_seekSlider = nullptr;
 WNDPROC g_previousProcedure = nullptr;
+
+constexpr long long kLowestPosition = std::numeric_limits<int>::min();
+constexpr float kBeyondInt = 2147483648.0F; // the first float that an int does not hold
 
 int Width(const RECT& rect)
 {
@@ -79,11 +83,19 @@ int SeekSlider::SetStep(int step)
 
 int SeekSlider::OffsetPos(int delta)
 {
-    const long long position = static_cast<long long>(m_position) + delta;
-    const bool isClamped = position > m_maximum;
-    m_position = isClamped ? m_maximum : static_cast<int>(position);
+    return MoveTo(static_cast<long long>(m_position) + delta);
+}
+
+int SeekSlider::MoveTo(long long position)
+{
+    m_position = static_cast<int>(std::clamp<long long>(position, kLowestPosition, m_maximum));
     Invalidate();
-    return isClamped ? 0 : 1;
+    return m_position == position ? 1 : 0;
+}
+
+float SeekSlider::RangeSize() const
+{
+    return static_cast<float>(static_cast<long long>(m_maximum) - m_minimum);
 }
 
 void SeekSlider::Invalidate()
@@ -110,16 +122,16 @@ void SeekSlider::Tap(int xPx)
     const int widthPx = Width(m_client);
     if (widthPx == 0)
         return;
-    const float range = static_cast<float>(m_maximum) - static_cast<float>(m_minimum);
-    const int position = static_cast<int>(range * static_cast<float>(xPx) / static_cast<float>(widthPx));
-    OffsetPos(position - m_position);
+    const float wanted = RangeSize() * static_cast<float>(xPx) / static_cast<float>(widthPx);
+    const int position = wanted < kBeyondInt ? static_cast<int>(wanted) : std::numeric_limits<int>::max();
+    MoveTo(position);
     PostMessageW(m_owner, kSliderMovedMessage, m_identifier, position);
 }
 
 void SeekSlider::Paint()
 {
     // The minimum is not taken off the position: the bar shows positions that count from 0.
-    const float range = static_cast<float>(m_maximum) - static_cast<float>(m_minimum);
+    const float range = RangeSize();
     m_fraction = range > 0.0F ? std::clamp(static_cast<float>(m_position) / range, 0.0F, 1.0F) : 0.0F;
     const int playedPx = static_cast<int>(static_cast<float>(Width(m_client)) * m_fraction);
     PAINTSTRUCT paint = {};

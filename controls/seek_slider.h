@@ -25,7 +25,8 @@ public:
     int GetPos() const { return m_position; }
     // 1; or 0, and no change, when `step` is not above 0. At first 1.
     int SetStep(int step);
-    // Both: 1; or 0 when the position would have passed the maximum, where it then stands.
+    // Both: 1; or 0 when the position would have passed the maximum, or what an int holds below it, where it then
+    // stands.
     int StepIt() { return OffsetPos(m_step); }
     int OffsetPos(int delta);
 
@@ -33,6 +34,8 @@ private:
     static LRESULT CALLBACK SliderProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
 
     void GiveWindowBack();
+    int MoveTo(long long position);
+    float RangeSize() const;
     void Invalidate();
     void Tap(int xPx);
     void Paint();

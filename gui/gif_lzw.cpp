@@ -84,9 +84,9 @@ public:
                 StartTable();
                 continue;
             }
-            if (m_previous.sizeBytes != 0 && *code == EndCode())
+            if (!m_isRunStart && *code == EndCode())
                 return true;
-            if (!(m_previous.sizeBytes == 0 ? StartRun(*code) : ContinueRun(*code)))
+            if (!(m_isRunStart ? StartRun(*code) : ContinueRun(*code)))
                 return false;
         }
         return true;
@@ -104,13 +104,14 @@ private:
     {
         m_codeBits = m_minimumBits + 1;
         m_nextFree = m_clear + 2;
-        m_previous = {};
+        m_isRunStart = true;
     }
 
     bool StartRun(std::uint32_t code)
     {
         if (code >= EndCode() || RoomBytes() == 0)
             return false;
+        m_isRunStart = false;
         m_previous = { m_written, 1 };
         Write(code);
         return true;
@@ -120,16 +121,21 @@ private:
     {
         // Entries from m_nextFree on are empty; such a code stands for the string that is being added by it.
         const bool isNew = code >= m_nextFree;
-        const String string = isNew ? String{ m_previous.start, m_previous.sizeBytes + 1 } : StringOf(code);
+        if (isNew && m_previous.sizeBytes == 0)
+            return false;
+        const String added{ m_previous.start, m_previous.sizeBytes + 1 };
+        const String string = isNew ? added : StringOf(code);
         if (string.sizeBytes > RoomBytes() || m_nextFree >= kTableEntries)
             return false;
         const String written{ m_written, string.sizeBytes };
+        // The entry of a code beyond the next free one stays empty, so the next code has an empty string before it.
+        const bool isEntryEmpty = code > m_nextFree;
         if (code < m_clear)
             Write(code);
         else
             Repeat(string);
-        AddEntry({ m_previous.start, m_previous.sizeBytes + 1 });
-        m_previous = written;
+        AddEntry(added);
+        m_previous = isEntryEmpty ? String{ m_written, 0 } : written;
         return true;
     }
 
@@ -162,7 +168,8 @@ private:
     unsigned m_codeBits = 0;
     std::uint32_t m_nextFree = 0;
     std::uint32_t m_written = 0;
-    String m_previous; // of the code before; empty at the start of a run
+    bool m_isRunStart = true;
+    String m_previous; // of the code before in this run; the next string is written right behind it
     std::array<String, kTableEntries> m_strings{};
 };
 

@@ -64,6 +64,87 @@ TEST_F(MainWindow, AKeyActsOnce)
     EXPECT_EQ(g_currentNumber, 2);
 }
 
+TEST_F(MainWindow, AnEnterKeyThatIsHeldPlaysOrPausesOnce)
+{
+    Start();
+    AddSong("a.mp3", 30);
+    for (int i = 0; i < 5; ++i) {
+        cardsong::user::KeyDown(static_cast<UINT>(VK_RETURN)); // what the first is repeated as
+        Pump();
+        EXPECT_EQ(g_isPlaying, 1) << i;
+    }
+    cardsong::user::KeyUp(static_cast<UINT>(VK_RETURN));
+    Pump();
+    EXPECT_EQ(g_isPlaying, 1);
+    Press(VK_RETURN);
+    EXPECT_EQ(g_isPlaying, 0);
+}
+
+TEST_F(MainWindow, AnArrowKeyThatIsHeldStepsOn)
+{
+    Start();
+    for (const char* name : { "a.mp3", "b.mp3", "c.mp3", "d.mp3" })
+        AddSong(name, 30);
+    Press(VK_RETURN);
+    for (int i = 0; i < 3; ++i)
+        cardsong::user::KeyDown(static_cast<UINT>(VK_RIGHT));
+    Pump();
+    EXPECT_EQ(g_currentNumber, 4);
+}
+
+TEST_F(MainWindow, AHeldButtonKeepsItsPressedLookWhileTheWindowRepaints)
+{
+    Start();
+    AddSong("a.mp3", 30);
+    AddSong("b.mp3", 30);
+    Press(VK_RETURN);
+    struct Held {
+        const char* name;
+        POINT at;
+        RECT place;
+    };
+    const Held buttons[] = {
+        { "pause", kPlayKey, { 113, 159, 160, 208 } },
+        { "next", kNextKey, { 160, 159, 207, 208 } },
+        { "exit", kExitKey, { 0, 208, 106, 240 } },
+    };
+    for (const Held& button : buttons) {
+        const Frame released = Screen();
+        cardsong::user::PointerDown(button.at);
+        Pump();
+        const Frame pressed = Screen();
+        EXPECT_GT(Differences(released, pressed, button.place), 200) << button.name;
+        Advance(3);
+        EXPECT_EQ(Differences(pressed, Screen(), button.place), 0) << button.name;
+        cardsong::user::PointerMove({ 300, 20 });
+        Advance(3);
+        EXPECT_EQ(Differences(released, Screen(), button.place), 0) << button.name;
+        cardsong::user::PointerMove(button.at);
+        Advance(3);
+        EXPECT_EQ(Differences(pressed, Screen(), button.place), 0) << button.name;
+        cardsong::user::PointerMove({ 300, 20 });
+        cardsong::user::PointerUp({ 300, 20 });
+        Advance(1);
+        EXPECT_EQ(Differences(released, Screen(), button.place), 0) << button.name;
+    }
+}
+
+TEST_F(MainWindow, AHeldButtonThatIsDisabledLooksDisabled)
+{
+    Start();
+    AddSong("a.mp3", 30);
+    AddSong("b.mp3", 30);
+    constexpr RECT stop{ 66, 159, 113, 208 };
+    const Frame disabled = Screen();
+    Press(VK_RETURN);
+    cardsong::user::PointerDown(kStopKey);
+    Pump();
+    EXPECT_GT(Differences(disabled, Screen(), stop), 200);
+    SendMessageW(m_window, WM_COMMAND, kCommandStop, 0);
+    Pump();
+    EXPECT_EQ(Differences(disabled, Screen(), stop), 0);
+}
+
 TEST_F(MainWindow, StartsStoppedWithTheFirstFacesShown)
 {
     Start();
@@ -118,6 +199,29 @@ TEST_F(MainWindow, TheElapsedTimeIsDrawnAsItChanges)
     const Frame before = Screen();
     Advance(10);
     EXPECT_GT(Differences(before, Screen(), kElapsedArea), 5);
+}
+
+TEST_F(MainWindow, TheSkinsPanelFramesWhatMayShowOfTheTitleAndTheTimes)
+{
+    Start();
+    const Frame frame = Screen();
+    const auto ground = PixelOf(frame, 20, 60);
+    const auto edge = PixelOf(frame, 33, 60);
+    const auto panel = PixelOf(frame, 34, 60);
+    EXPECT_NE(ground, edge);
+    EXPECT_NE(edge, panel);
+    const std::vector<std::uint16_t> inwards{ ground, edge, panel };
+    const auto pixels = [&frame](std::initializer_list<POINT> points) {
+        std::vector<std::uint16_t> seen;
+        for (const POINT at : points)
+            seen.push_back(PixelOf(frame, at.x, at.y));
+        return seen;
+    };
+    // 250 x 92 at 34, 45: the first and last columns and rows inside, the frame around them, the ground behind it.
+    EXPECT_EQ(pixels({ { 32, 60 }, { 33, 60 }, { 34, 60 } }), inwards);
+    EXPECT_EQ(pixels({ { 285, 60 }, { 284, 60 }, { 283, 60 } }), inwards);
+    EXPECT_EQ(pixels({ { 160, 43 }, { 160, 44 }, { 160, 45 } }), inwards);
+    EXPECT_EQ(pixels({ { 160, 138 }, { 160, 137 }, { 160, 136 } }), inwards);
 }
 
 TEST_F(MainWindow, NothingOfTheTitleLeavesItsPanel)

@@ -4,7 +4,11 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <cstdlib>
+#include <limits>
 #include <memory>
+#include <random>
 
 using namespace cardsong::test;
 
@@ -13,6 +17,98 @@ namespace {
 constexpr UINT kId = 300;
 constexpr int kWidth = 200;
 constexpr int kHeight = 10;
+constexpr int kLowest = std::numeric_limits<int>::min();
+constexpr int kHighest = std::numeric_limits<int>::max();
+constexpr std::uint16_t kGray565 = 0x10 << 11 | 0x20 << 5 | 0x10; // 0x80 of each
+
+// A value of 24 significant bits, as a float has them, times a power of two; 0 when `bits` is.
+struct Rounded {
+    long long bits = 0;
+    int exponent = 0;
+
+    // Towards zero; anything as large as two to the power of 40 is that.
+    long long Truncated() const
+    {
+        if (exponent >= 0)
+            return exponent > 16 ? 1LL << 40 : bits << exponent;
+        return exponent < -24 ? 0 : bits >> -exponent;
+    }
+};
+
+// The quotient of whole numbers, not negative and below two to the power of 48, to the nearest value, ties to even.
+Rounded Divide(long long dividend, long long divisor, int exponent = 0)
+{
+    if (dividend == 0)
+        return {};
+    for (; dividend < divisor << 23; --exponent)
+        dividend <<= 1;
+    for (; dividend >= divisor << 24; ++exponent)
+        divisor <<= 1;
+    long long bits = dividend / divisor;
+    const long long twice = dividend % divisor * 2;
+    if (twice > divisor || (twice == divisor && bits % 2 != 0))
+        ++bits;
+    return { bits, exponent };
+}
+
+// What the slider promises, in whole numbers that never overflow.
+struct ExactSlider {
+    long long minimum = 0, maximum = 100, step = 1, position = 0;
+
+    void SetRange(long long a, long long b)
+    {
+        minimum = std::min(a, b);
+        maximum = std::max(a, b);
+    }
+    int SetPos(long long to)
+    {
+        if (to < minimum || to > maximum)
+            return 0;
+        position = to;
+        return 1;
+    }
+    int SetStep(long long to)
+    {
+        step = to > 0 ? to : step;
+        return to > 0 ? 1 : 0;
+    }
+    int OffsetPos(long long delta)
+    {
+        const long long wanted = position + delta;
+        position = std::max<long long>(std::min(wanted, maximum), kLowest);
+        return position == wanted ? 1 : 0;
+    }
+    long long Tap(long long x, long long widthPx)
+    {
+        const Rounded size = Divide(maximum - minimum, 1);
+        const Rounded product = Divide(size.bits * x, 1, size.exponent);
+        const long long asked =
+            std::min<long long>(Divide(product.bits, widthPx, product.exponent).Truncated(), kHighest);
+        OffsetPos(asked - position);
+        return asked;
+    }
+    long long PlayedPx(long long widthPx) const
+    {
+        if (position <= 0 || maximum == minimum)
+            return 0;
+        const Rounded size = Divide(maximum - minimum, 1);
+        const Rounded place = Divide(position, 1);
+        const Rounded fraction = Divide(place.bits, size.bits, place.exponent - size.exponent);
+        return std::min(Divide(fraction.bits * widthPx, 1, fraction.exponent).Truncated(), widthPx);
+    }
+};
+
+// Any int, those near the ends and near zero more often.
+int AnyInt(std::mt19937& random)
+{
+    const auto any = static_cast<std::int32_t>(random());
+    switch (random() % 4) {
+    case 0: return any;
+    case 1: return any % 1000;
+    case 2: return kHighest - std::abs(any % 3);
+    default: return kLowest + std::abs(any % 3);
+    }
+}
 
 class SeekSliderTest : public testing::Test {
 protected:
@@ -66,6 +162,18 @@ protected:
         EXPECT_EQ(m_parent.seen[0].message, 1135U);
         EXPECT_EQ(m_parent.seen[0].wParam, kId);
         return m_parent.seen[0].lParam;
+    }
+    // Columns of the bar without images that show as played.
+    int PlayedPx()
+    {
+        InvalidateRect(m_child, nullptr, FALSE);
+        ParentWindow::Pump();
+        const HDC context = GetDC(m_child);
+        int played = 0;
+        while (played < kWidth && Pixel565(context, played, 5) == kGray565)
+            ++played;
+        ReleaseDC(m_child, context);
+        return played;
     }
     bool NeedsPaint() { return GetUpdateRect(m_child, nullptr, FALSE) != FALSE; }
 
@@ -177,6 +285,32 @@ TEST_F(SeekSliderTest, OffsetsAreClampedAtTheMaximumOnly)
     EXPECT_EQ(slider.GetPos(), 100);
 }
 
+TEST_F(SeekSliderTest, AnOffsetBelowTheLowestIntStopsThere)
+{
+    SeekSlider& slider = Make();
+    slider.SetRange(kHighest, kLowest);
+    EXPECT_EQ(slider.SetPos(kLowest), 1);
+    EXPECT_EQ(slider.OffsetPos(-1), 0);
+    EXPECT_EQ(slider.GetPos(), kLowest);
+    EXPECT_EQ(slider.OffsetPos(0), 1);
+    EXPECT_EQ(slider.OffsetPos(1), 1);
+    EXPECT_EQ(slider.OffsetPos(kLowest), 0);
+    EXPECT_EQ(slider.GetPos(), kLowest);
+    EXPECT_EQ(slider.OffsetPos(kHighest), 1);
+    EXPECT_EQ(slider.GetPos(), -1);
+}
+
+TEST_F(SeekSliderTest, TheLongestStepStopsAtTheHighestInt)
+{
+    SeekSlider& slider = Make();
+    slider.SetRange(kLowest, kHighest);
+    EXPECT_EQ(slider.SetStep(kHighest), 1);
+    EXPECT_EQ(slider.StepIt(), 1);
+    EXPECT_EQ(slider.GetPos(), kHighest);
+    EXPECT_EQ(slider.StepIt(), 0);
+    EXPECT_EQ(slider.GetPos(), kHighest);
+}
+
 // ---- taps ----
 
 TEST_F(SeekSliderTest, ATapAsksForThePositionUnderIt)
@@ -254,6 +388,72 @@ TEST_F(SeekSliderTest, WithoutWidthATapAsksForNothing)
     EXPECT_EQ(slider.GetPos(), 30);
 }
 
+TEST_F(SeekSliderTest, ATapOnTheWidestRangeAsksForNoMoreThanTheHighestInt)
+{
+    SeekSlider& slider = Make();
+    slider.SetRange(kLowest, kHighest);
+    slider.SetPos(kLowest);
+    EXPECT_EQ(Tap(50), 1073741824); // a quarter of 2 to the power of 32
+    EXPECT_EQ(slider.GetPos(), 1073741824);
+    slider.SetPos(kLowest);
+    EXPECT_EQ(Tap(99), 2126008832); // the nearest that a float of 24 bits holds
+    EXPECT_EQ(Tap(100), kHighest);
+    EXPECT_EQ(slider.GetPos(), kHighest);
+    EXPECT_EQ(Tap(65535), kHighest);
+    slider.SetPos(kLowest);
+    EXPECT_EQ(Tap(0), 0);
+    EXPECT_EQ(slider.GetPos(), 0);
+}
+
+TEST_F(SeekSliderTest, TheSizeOfALargeRangeIsRoundedOnce)
+{
+    SeekSlider& slider = Make();
+    slider.SetRange(1, 16777217); // 16777216 long; the maximum alone does not fit in the 24 bits of a float
+    EXPECT_EQ(Tap(kWidth), 16777216);
+}
+
+TEST_F(SeekSliderTest, AtARangeBelowZeroATapStopsAtTheMaximum)
+{
+    SeekSlider& slider = Make();
+    slider.SetRange(kLowest, -5);
+    EXPECT_EQ(Tap(1), 10737418);
+    EXPECT_EQ(slider.GetPos(), -5);
+}
+
+TEST_F(SeekSliderTest, AnyRangePositionAndTapGiveWhatExactArithmeticGives)
+{
+    SeekSlider& slider = MakeWithoutImages();
+    std::mt19937 random(20240518);
+    ExactSlider exact;
+    for (int round = 0; round < 3000; ++round) {
+        const int a = AnyInt(random);
+        const int b = random() % 8 == 0 ? a : AnyInt(random);
+        switch (random() % 6) {
+        case 0:
+            slider.SetRange(a, b);
+            exact.SetRange(a, b);
+            break;
+        case 1: ASSERT_EQ(slider.SetPos(a), exact.SetPos(a)) << "round " << round; break;
+        case 2: ASSERT_EQ(slider.OffsetPos(a), exact.OffsetPos(a)) << "round " << round; break;
+        case 3: ASSERT_EQ(slider.SetStep(a), exact.SetStep(a)) << "round " << round; break;
+        case 4: ASSERT_EQ(slider.StepIt(), exact.OffsetPos(exact.step)) << "round " << round; break;
+        default: {
+            const int x = static_cast<int>(random() % 3 == 0 ? random() % 65536 : random() % (kWidth + 1));
+            ASSERT_EQ(Tap(x), exact.Tap(x, kWidth)) << "round " << round << ", at " << x;
+        }
+        }
+        int minimum = 0;
+        int maximum = 0;
+        slider.GetRange(&minimum, &maximum);
+        ASSERT_EQ(minimum, exact.minimum) << "round " << round;
+        ASSERT_EQ(maximum, exact.maximum) << "round " << round;
+        ASSERT_EQ(slider.GetPos(), exact.position) << "round " << round;
+        if (round % 10 == 0) {
+            ASSERT_EQ(PlayedPx(), exact.PlayedPx(kWidth)) << "round " << round;
+        }
+    }
+}
+
 // ---- painting ----
 
 TEST_F(SeekSliderTest, AtTheStartOnlyTheBackgroundShows)
@@ -307,10 +507,9 @@ TEST_F(SeekSliderTest, ANegativePositionShowsAsNothingPlayed)
 TEST_F(SeekSliderTest, WithoutImagesTheBarIsWhiteAndGray)
 {
     SeekSlider& slider = MakeWithoutImages();
-    constexpr std::uint16_t gray = 0x10 << 11 | 0x20 << 5 | 0x10; // 0x80 of each
     slider.SetPos(25);
-    EXPECT_EQ(At(0, 0), gray);
-    EXPECT_EQ(At(49, kHeight - 1), gray);
+    EXPECT_EQ(At(0, 0), kGray565);
+    EXPECT_EQ(At(49, kHeight - 1), kGray565);
     EXPECT_EQ(At(50), kWhite565);
     EXPECT_EQ(At(kWidth - 1, kHeight - 1), kWhite565);
 }

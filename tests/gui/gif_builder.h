@@ -41,6 +41,7 @@ public:
     std::uint32_t Clear() const { return m_clear; }
     std::uint32_t End() const { return m_clear + 1; }
     std::uint32_t NextFree() const { return m_nextFree; }
+    unsigned CodeBits() const { return m_codeBits; }
 
     CodePacker& Raw(std::uint32_t code, unsigned bits)
     {

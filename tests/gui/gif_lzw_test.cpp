@@ -4,7 +4,9 @@
 
 #include <gtest/gtest.h>
 
-#include <numeric>
+#include <map>
+#include <optional>
+#include <random>
 
 using namespace cardsong::test;
 
@@ -50,6 +52,54 @@ CodePacker FullTable(std::uint32_t entries)
     return packer;
 }
 
+struct ModelOutcome {
+    bool isDecoded = false;
+    Bytes written;
+};
+
+// The decoder's rules as they are told: a table whose entries hold their bytes, one code after the other.
+ModelOutcome DecodeWithWholeStrings(unsigned minimumBits, const std::vector<std::uint32_t>& codes, std::size_t room)
+{
+    const std::uint32_t clear = 1U << minimumBits;
+    std::map<std::uint32_t, Bytes> table;
+    ModelOutcome outcome;
+    std::uint32_t nextFree = 0;
+    std::optional<std::uint32_t> previous;
+    for (const std::uint32_t code : codes) {
+        if (code == clear) {
+            table.clear();
+            for (std::uint32_t i = 0; i < clear; ++i)
+                table[i] = { static_cast<std::uint8_t>(i) };
+            nextFree = clear + 2;
+            previous.reset();
+            continue;
+        }
+        if (previous && code == clear + 1) {
+            outcome.isDecoded = true;
+            return outcome;
+        }
+        if (!previous && code > clear)
+            return outcome;
+        Bytes string = table[code]; // empty where nothing was added yet
+        Bytes added = previous ? table[*previous] : Bytes{};
+        if (string.empty()) {
+            if (added.empty())
+                return outcome;
+            string = added;
+            string.push_back(added.front());
+        }
+        if (outcome.written.size() + string.size() > room || nextFree >= 4096)
+            return outcome;
+        outcome.written.insert(outcome.written.end(), string.begin(), string.end());
+        added.push_back(string.front());
+        if (previous)
+            table[nextFree++] = added;
+        previous = code;
+    }
+    outcome.isDecoded = true;
+    return outcome;
+}
+
 } // namespace
 
 TEST(GifLzw, SingleCodesBecomeTheirOwnIndex)
@@ -93,6 +143,85 @@ TEST(GifLzw, TheEntryThatAForeignCodeAddsCanBeUsed)
     CodePacker packer(3);
     packer.Codes({ 8, 1, 2, 15, 11, 9 });
     EXPECT_EQ(Decode(3, packer.Data(), 6).pixels, (Bytes{ 1, 2, 2, 2, 2, 2 }));
+}
+
+TEST(GifLzw, BehindACodeFarBeyondTheTableThePreviousStringIsEmpty)
+{
+    // Codes of 3 bits: clear 4, 0, 7 (0 0; 6 is added); then of 3 bits 1 (7 is added, the 1 alone), then of 4: 7, end.
+    const Outcome outcome = Decode(2, { 0xC4, 0x73, 0x05 }, 7);
+    EXPECT_TRUE(outcome.isDecoded);
+    EXPECT_EQ(outcome.pixels, (Bytes{ 0, 0, 0, 1, 1, kUntouched, kUntouched }));
+}
+
+TEST(GifLzw, BehindACodeFarBeyondTheTableAKnownStringAddsItsFirstByteOnly)
+{
+    CodePacker packer(3);
+    packer.Codes({ 8, 1, 2, 15, 10, 12, 9 }); // 10 = 1 2, 11 = 2 2, 12 = 1
+    const Outcome outcome = Decode(3, packer.Data(), 7);
+    EXPECT_TRUE(outcome.isDecoded);
+    EXPECT_EQ(outcome.pixels, (Bytes{ 1, 2, 2, 2, 1, 2, 1 }));
+}
+
+TEST(GifLzw, ASecondCodeBeyondTheTableRightAfterOneFarBeyondIsRefused)
+{
+    for (const std::uint32_t second : { 12U, 13U, 15U }) { // the next free entry, one behind it, the same again
+        CodePacker packer(3);
+        packer.Codes({ 8, 1, 2, 15, second, 9 }); // 11 is added by the 15
+        const Outcome outcome = Decode(3, packer.Data(), 9);
+        EXPECT_FALSE(outcome.isDecoded) << second;
+        EXPECT_EQ(outcome.pixels, (Bytes{ 1, 2, 2, 2, kUntouched, kUntouched, kUntouched, kUntouched, kUntouched }));
+    }
+}
+
+TEST(GifLzw, OneKnownCodeMakesACodeBeyondTheTableRightAgain)
+{
+    CodePacker packer(3);
+    packer.Codes({ 8, 1, 2, 15, 1, 13, 9 }); // 12 = 1, 13 = 1 1
+    const Outcome outcome = Decode(3, packer.Data(), 7);
+    EXPECT_TRUE(outcome.isDecoded);
+    EXPECT_EQ(outcome.pixels, (Bytes{ 1, 2, 2, 2, 1, 1, 1 }));
+}
+
+TEST(GifLzw, ACodeFarBeyondTheTableMayBeFollowedByAClearOrAnEndCode)
+{
+    CodePacker clear(3);
+    clear.Codes({ 8, 1, 15, 8, 2, 10, 9 });
+    EXPECT_EQ(Decode(3, clear.Data(), 6).pixels, (Bytes{ 1, 1, 1, 2, 2, 2 }));
+    CodePacker end(3);
+    end.Codes({ 8, 1, 15, 9, 2 });
+    const Outcome outcome = Decode(3, end.Data(), 6);
+    EXPECT_TRUE(outcome.isDecoded);
+    EXPECT_EQ(outcome.pixels, (Bytes{ 1, 1, 1, kUntouched, kUntouched, kUntouched }));
+}
+
+TEST(GifLzw, AnyCodesGiveWhatATableOfWholeStringsGives)
+{
+    constexpr unsigned kMinimumBits = 3;
+    constexpr std::size_t kPixels = 400;
+    std::mt19937 random(20240517);
+    int decoded = 0;
+    for (int round = 0; round < 5000; ++round) {
+        CodePacker packer(kMinimumBits);
+        packer.Code(packer.Clear());
+        std::vector<std::uint32_t> codes{ packer.Clear() };
+        for (auto count = random() % 60; count != 0; --count) {
+            // Mostly codes that a table may hold, sometimes any that fit in the size in force.
+            const std::uint32_t limit = random() % 4 != 0 ? packer.NextFree() + 1 : 1U << packer.CodeBits();
+            codes.push_back(static_cast<std::uint32_t>(random()) % std::min(limit, 1U << packer.CodeBits()));
+            packer.Code(codes.back());
+        }
+        packer.Code(packer.End());
+        codes.push_back(packer.End());
+        const ModelOutcome expected = DecodeWithWholeStrings(kMinimumBits, codes, kPixels);
+        const Outcome outcome = Decode(kMinimumBits, packer.Data(), kPixels);
+        ASSERT_EQ(outcome.isDecoded, expected.isDecoded) << "round " << round;
+        ASSERT_TRUE(std::equal(expected.written.begin(), expected.written.end(), outcome.pixels.begin()));
+        ASSERT_EQ(std::count(outcome.pixels.begin(), outcome.pixels.end(), kUntouched),
+                  static_cast<std::ptrdiff_t>(kPixels - expected.written.size()));
+        decoded += expected.isDecoded ? 1 : 0;
+    }
+    EXPECT_GT(decoded, 500); // both results are met often
+    EXPECT_LT(decoded, 4500);
 }
 
 TEST(GifLzw, AStreamMayStartWithoutAClearCode)

@@ -492,6 +492,21 @@ TEST(GifComposition, PixelsThatTheDataDoNotDeliverHaveIndexZero)
     EXPECT_EQ(gif.Next(), (Canvas{ kRed565, kGreen565, kWhite565, kWhite565 }));
 }
 
+TEST(GifComposition, NoTextThatWasNeverThereIsDrawnBehindACodeBeyondTheTable)
+{
+    OpenedGif gif(Bytes{ 0x47, 0x49, 0x46, 0x38, 0x39, 0x61,                                     // GIF89a
+                         0x07, 0x00, 0x01, 0x00, 0xF1, 0x00, 0x00,                               // 7 x 1, four colours
+                         0xFF, 0x00, 0x00, 0x00, 0xFF, 0x00, 0x00, 0x00, 0xFF, 0xFF, 0xFF, 0xFF, // red, green, ...
+                         0x2C, 0x00, 0x00, 0x00, 0x00, 0x07, 0x00, 0x01, 0x00, 0x00,             // the whole screen
+                         0x02, 0x03, 0xC4, 0x73, 0x05, 0x00, // clear, 0, 7 (beyond 6), 1, 7, end
+                         0x3B });
+    ASSERT_TRUE(gif.IsOpen());
+    const GifFrame* const frame = gif.sequence.DecodeNextFrame();
+    ASSERT_NE(frame, nullptr);
+    const auto indices = frame->indexPixels.Pixels();
+    EXPECT_EQ(Bytes(indices.begin(), indices.end()), (Bytes{ 0, 0, 0, 1, 1, 0, 0 })); // five, and two not delivered
+}
+
 // ---- interlace ----
 
 namespace {

@@ -71,6 +71,7 @@ void ResetWindows()
     desktop->foreground = nullptr;
     desktop->foregroundQueue = nullptr;
     desktop->displayActive = true;
+    desktop->keysDown.reset();
     desktop->earlyKeys.clear();
     desktop->pointerQueue = nullptr;
     desktop->pointerDown = false;

@@ -6,6 +6,7 @@
 #include "platform/linux/user/message_queue.h"
 #include "platform/linux/user/window.h"
 
+#include <bitset>
 #include <functional>
 #include <memory>
 #include <mutex>
@@ -38,6 +39,7 @@ struct Desktop {
     HWND foreground = nullptr; // the top-level window that keys are meant for, even while the display is inactive
     std::shared_ptr<ThreadQueue> foregroundQueue;
     bool displayActive = true;
+    std::bitset<256> keysDown;                 // as the display tells, whichever window hears of it
     std::vector<InputEvent> earlyKeys;         // struck before there was a window to take them; the first one gets them
     std::shared_ptr<ThreadQueue> pointerQueue; // had the last press; has the pointer until the release
     bool pointerDown = false;

@@ -177,6 +177,7 @@ void SetDisplayActive(bool active)
     if (desktop->displayActive == active)
         return;
     desktop->displayActive = active;
+    desktop->keysDown.reset(); // other programs hear what happens to them meanwhile
     const auto queue = desktop->foregroundQueue;
     if (queue == nullptr)
         return;

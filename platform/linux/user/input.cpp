@@ -76,6 +76,8 @@ void Strike(InputKind kind, UINT key)
     event.kind = kind;
     event.at = desktop->pointer;
     event.key = key;
+    event.wasDown = desktop->keysDown[key];
+    desktop->keysDown[key] = kind == InputKind::KeyDown;
     if (desktop->foregroundQueue != nullptr) {
         Enqueue(*desktop->foregroundQueue, event);
     } else if (desktop->foreground == nullptr && desktop->earlyKeys.size() < kMaxInput) {

@@ -12,7 +12,8 @@ namespace cardsong::user {
 void PointerDown(POINT at);
 void PointerMove(POINT at);
 void PointerUp(POINT at);
-// `key`: a virtual key code (VK_...). Goes to the focus window of the foreground queue.
+// `key`: a virtual key code (VK_...). Goes to the focus window of the foreground queue. A key that goes down again
+// without having gone up is told as repeated.
 void KeyDown(UINT key);
 void KeyUp(UINT key);
 // The display's own window gained or lost the foreground among the machine's programs.

@@ -132,13 +132,11 @@ MSG KeyMessage(const ThreadQueue& queue, HWND window, const InputEvent& event)
     UINT message = event.kind == InputKind::KeyDown ? WM_KEYDOWN : WM_KEYUP;
     if (queue.focus == nullptr)
         message += kSystemKeyOffset;
-    const bool wasDown = (queue.keys[event.key] & kKeyIsDown) != 0;
-    DWORD details = 1; // repeat count
-    if (wasDown)
-        details |= 1U << 30;
+    int flags = event.wasDown ? KF_REPEAT : 0;
     if (event.kind == InputKind::KeyUp)
-        details |= 1U << 31;
-    return { window, message, event.key, static_cast<LPARAM>(details), 0, event.at };
+        flags = KF_REPEAT | KF_UP;
+    constexpr WORD kStrokes = 1;
+    return { window, message, event.key, MAKELPARAM(kStrokes, flags), 0, event.at };
 }
 
 MSG MakeInputMessage(const Desktop& desktop, const ThreadQueue& queue, HWND window, const InputEvent& event)

@@ -45,6 +45,7 @@ struct InputEvent {
     InputKind kind = InputKind::PointerMove;
     POINT at{}; // of the pointer, screen pixels
     UINT key = 0;
+    bool wasDown = false; // the key, before this
     bool isPointerDown = false;
     std::uint64_t timeMs = 0;
 };

@@ -47,6 +47,13 @@ protected:
         PumpMessages();
     }
 
+    // What the last message of that kind tells of its key.
+    static DWORD KeyBits(const TestWindow& window, UINT message)
+    {
+        const auto seen = window.Last(message);
+        return seen.has_value() ? static_cast<DWORD>(seen->lParam) : 0;
+    }
+
     kernel::VirtualClock m_clock;
 };
 
@@ -170,6 +177,75 @@ TEST_F(InputTest, KeysGoToTheFocusWindow)
     EXPECT_EQ(child.Last(WM_KEYDOWN)->wParam, VK_LEFT);
     EXPECT_EQ(child.Count(WM_KEYUP), 1);
     EXPECT_EQ(parent.Count(WM_KEYDOWN), 0);
+}
+
+TEST_F(InputTest, AKeyTellsARepeatCountOfOneWhetherItWasDownBeforeAndWhetherItGoesUp)
+{
+    TestWindow window(Shown());
+    user::KeyDown(static_cast<UINT>(VK_RETURN));
+    PumpMessages();
+    EXPECT_EQ(KeyBits(window, WM_KEYDOWN), 0x00000001U);
+    user::KeyDown(static_cast<UINT>(VK_RETURN)); // repeated
+    PumpMessages();
+    EXPECT_EQ(KeyBits(window, WM_KEYDOWN), 0x40000001U);
+    user::KeyDown(static_cast<UINT>(VK_LEFT)); // another key was not down
+    PumpMessages();
+    EXPECT_EQ(KeyBits(window, WM_KEYDOWN), 0x00000001U);
+    user::KeyUp(static_cast<UINT>(VK_RETURN));
+    PumpMessages();
+    EXPECT_EQ(KeyBits(window, WM_KEYUP), 0xC0000001U);
+    user::KeyDown(static_cast<UINT>(VK_RETURN));
+    PumpMessages();
+    EXPECT_EQ(KeyBits(window, WM_KEYDOWN), 0x00000001U);
+    EXPECT_EQ(window.Count(WM_KEYDOWN), 4);
+}
+
+TEST_F(InputTest, AKeyIsRepeatedFromItsSecondStrokeOnHoweverLateTheWindowLooks)
+{
+    TestWindow window(Shown());
+    PumpMessages();
+    for (int i = 0; i < 3; ++i)
+        user::KeyDown(static_cast<UINT>(VK_RETURN));
+    user::KeyUp(static_cast<UINT>(VK_RETURN));
+    user::KeyDown(static_cast<UINT>(VK_RETURN));
+    PumpMessages();
+    std::vector<DWORD> bits;
+    for (const auto& seen : window.Seen())
+        if (seen.message == WM_KEYDOWN || seen.message == WM_KEYUP)
+            bits.push_back(static_cast<DWORD>(seen.lParam));
+    EXPECT_EQ(bits, (std::vector<DWORD>{ 1, 0x40000001, 0x40000001, 0xC0000001, 1 }));
+}
+
+TEST_F(InputTest, AKeyLetGoAtAnotherThreadsWindowIsNotRepeatedWhenItIsStruckAgain)
+{
+    TestWindow mine(Shown());
+    PumpMessages();
+    user::KeyDown(static_cast<UINT>(VK_RETURN));
+    PumpMessages();
+    std::thread thread([] {
+        TestWindow other(Shown()); // takes the foreground
+        user::KeyUp(static_cast<UINT>(VK_RETURN));
+        PumpMessages();
+        EXPECT_EQ(KeyBits(other, WM_KEYUP), 0xC0000001U);
+    });
+    thread.join();
+    PumpMessages();
+    user::KeyDown(static_cast<UINT>(VK_RETURN));
+    PumpMessages();
+    EXPECT_EQ(KeyBits(mine, WM_KEYDOWN), 0x00000001U);
+}
+
+TEST_F(InputTest, AKeyLetGoWhileTheDisplayIsInactiveIsNotRepeatedWhenItIsStruckAgain)
+{
+    TestWindow window(Shown());
+    user::KeyDown(static_cast<UINT>(VK_RETURN));
+    PumpMessages();
+    user::SetDisplayActive(false);
+    user::SetDisplayActive(true);
+    PumpMessages();
+    user::KeyDown(static_cast<UINT>(VK_RETURN));
+    PumpMessages();
+    EXPECT_EQ(KeyBits(window, WM_KEYDOWN), 0x00000001U);
 }
 
 TEST_F(InputTest, KeysStruckBeforeTheFirstWindowWaitForIt)

@@ -1,4 +1,3 @@
-#include "platform/linux/ce/messages.h"
 #include "platform/linux/display/sdl_keys.h"
 #include "platform/linux/display/sdl_window.h"
 #include "platform/linux/kernel/start_trace.h"
@@ -165,10 +164,7 @@ bool SdlDisplay::Handle(const SDL_Event& event)
         return true;
     }
     switch (event.type) {
-    case SDL_QUIT: // the window's close button
-        user::KeyDown(static_cast<UINT>(VK_F24));
-        user::KeyUp(static_cast<UINT>(VK_F24));
-        break;
+    case SDL_QUIT: user::PressExitKey(); break; // the window's close button
     case SDL_WINDOWEVENT: HandleWindowEvent(event.window); break;
     case SDL_KEYDOWN:
     case SDL_KEYUP: HandleKey(event.key); break;

@@ -9,6 +9,7 @@
 #include "platform/linux/display/screenshot.h"
 #include "platform/linux/host/end_watch.h"
 #include "platform/linux/kernel/start_trace.h"
+#include "platform/linux/user/input.h"
 
 #include <atomic>
 #include <cstdio>
@@ -65,7 +66,7 @@ std::string OpenDisplay(display::Display& display)
     std::string trouble = display.Start();
     kernel::TraceStart("display open");
     if (!trouble.empty())
-        PressExitKey();
+        user::PressExitKey();
     return trouble;
 }
 

@@ -15,6 +15,9 @@ void PointerUp(POINT at);
 // `key`: a virtual key code (VK_...). Goes to the focus window of the foreground queue.
 void KeyDown(UINT key);
 void KeyUp(UINT key);
+// Strikes the key that asks the player to end; it saves what it has to save. Heard while the display is inactive, too,
+// and before there is a window.
+void PressExitKey();
 // The display's own window gained or lost the foreground among the machine's programs.
 void SetDisplayActive(bool active);
 

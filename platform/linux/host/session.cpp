@@ -21,6 +21,7 @@ namespace {
 
 constexpr int kFailed = 1;
 constexpr int kBadScript = 2;
+constexpr int kDisplayLost = 3;
 
 int Complain(const std::string& what, int status)
 {
@@ -108,6 +109,8 @@ int RunSession(const Options& options)
     endWatch.Stop();
     saved = saved || display::SaveScreenshot(options.screenshotFile);
     display->Stop();
+    if (display->IsLost())
+        return Complain("the display went away; the play list is saved", kDisplayLost);
     if (!trouble.empty())
         return Complain(trouble, kFailed);
     if (!saved || !player.AllWritten())

@@ -2,6 +2,7 @@
 
 #include "platform/audio_sink.h"
 #include "platform/device_tree.h"
+#include "platform/host/installed_tree.h"
 #include "platform/linux/ce/kernel.h"
 #include "platform/linux/ce/messages.h"
 #include "platform/linux/display/device_hands.h"
@@ -29,24 +30,17 @@ int Complain(const std::string& what, int status)
     return status;
 }
 
-// The installed device tree: beside an installed program in its share folder, beside one that was just built in its
-// build folder.
-std::string FindSystemDirectory()
+std::filesystem::path ProgramFile()
 {
     std::error_code error;
-    const auto program = std::filesystem::read_symlink("/proc/self/exe", error);
-    const auto folder = program.parent_path();
-    for (const auto& tree : { folder.parent_path() / "share" / "cardsong" / "device", folder / "device" / "tree" })
-        if (std::filesystem::is_directory(tree, error))
-            return tree.string();
-    return {};
+    return std::filesystem::read_symlink("/proc/self/exe", error);
 }
 
-void LayOutDevice(const Options& options)
+void LayOutDevice(const Options& options, const std::filesystem::path& installedTree)
 {
     kernel::DeviceTree tree;
     tree.userDirectory = options.deviceDirectory;
-    tree.systemDirectory = FindSystemDirectory();
+    tree.systemDirectory = installedTree.string();
     tree.cardDirectory = options.cardDirectory;
     tree.uiLanguage = options.language;
     tree.debugOutput = options.verbose;
@@ -89,7 +83,10 @@ int RunSession(const Options& options)
     auto script = ParseInputScript(options.keyScript);
     if (const auto* const error = std::get_if<ScriptError>(&script))
         return Complain("--keys: " + error->message, kBadScript);
-    LayOutDevice(options);
+    const auto installedTree = FindInstalledTree(ProgramFile());
+    if (!installedTree)
+        return Complain(ExplainMissingTree(ProgramFile()), kFailed);
+    LayOutDevice(options, *installedTree);
 
     EndWatch endWatch;
     const auto display = MakeDisplay(options);

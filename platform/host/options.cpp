@@ -122,6 +122,9 @@ Plays the songs of a memory card.
   --verbose            Say what plays and what the debug log says
   --version            Print the version
   -h, --help           Print this help
+
+Exit status: 0 the player was ended; 1 it could not start, or a picture could not be written; 2 an option means
+nothing; 3 the display went away, after which the play list was saved; 130 it did not answer and was given up.
 )";
 
 std::uint16_t LanguageFromTag(const std::string& tag)

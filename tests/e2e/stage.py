@@ -54,6 +54,7 @@ class Stage:
             "XDG_RUNTIME_DIR": str(self.root / "run"),
             "XDG_CACHE_HOME": str(self.root / "home/.cache"),
             "LANG": "C.UTF-8",
+            "LSAN_OPTIONS": "print_suppressions=0",  # a clean end says nothing
             "CARDSONG_WINE_PREFIX": str(self.root / "wine"),
             "DBUS_SESSION_BUS_ADDRESS": f"unix:path={self.root}/no-bus",
         }
@@ -86,8 +87,9 @@ class Stage:
 
     def _start_display(self):
         reading, writing = os.pipe()
-        self.start(["Xvfb", "-displayfd", str(writing), "-screen", "0", "640x480x24", "-nolisten", "tcp", "-noreset"],
-                   pass_fds=[writing], stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
+        self.display_server = self.start(
+            ["Xvfb", "-displayfd", str(writing), "-screen", "0", "640x480x24", "-nolisten", "tcp", "-noreset"],
+            pass_fds=[writing], stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
         os.close(writing)
         with os.fdopen(reading) as answer:
             number = answer.readline().strip()

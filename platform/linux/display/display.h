@@ -21,6 +21,8 @@ public:
     [[nodiscard]] virtual std::string Start() = 0;
     // Closes it; no call reaches the display any more. Harmless when it never started.
     virtual void Stop() = 0;
+    // Whether it went away by itself while it was open: its server ended. It asked the player to end then. Any thread.
+    virtual bool IsLost() const = 0;
     // A drawing thread has finished a frame. Quick, any thread; a frame like the one before costs nothing.
     virtual void FrameReady() = 0;
 };

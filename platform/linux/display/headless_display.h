@@ -11,6 +11,7 @@ public:
     ~HeadlessDisplay() override;
     std::string Start() override;
     void Stop() override;
+    bool IsLost() const override { return false; }
     void FrameReady() override;
 
     // Frames that differed from the one before, and the newest of them. Any thread.

@@ -1,4 +1,4 @@
-#include "platform/linux/ce/messages.h"
+#include "platform/linux/display/event_wait.h"
 #include "platform/linux/display/sdl_keys.h"
 #include "platform/linux/display/sdl_window.h"
 #include "platform/linux/kernel/start_trace.h"
@@ -6,16 +6,17 @@
 
 #include <SDL.h>
 
+#include <atomic>
 #include <cmath>
-#include <future>
+#include <condition_variable>
 #include <thread>
+#include <unistd.h>
 #include <utility>
 
 namespace cardsong::display {
 namespace {
 
-// What the other threads tell the display's thread, as codes of one user event.
-enum class Wake : Sint32 { Frame, Stop };
+enum class State { Opening, Open, Closed, Lost };
 
 class SdlDisplay final : public Display {
 public:
@@ -28,15 +29,21 @@ public:
     ~SdlDisplay() override { Stop(); }
     std::string Start() override;
     void Stop() override;
+    bool IsLost() const override;
     void FrameReady() override;
 
 private:
-    void Run(std::promise<std::string>& opened);
+    void Run();
     std::string Open();
     void HandleEvents();
-    // False ends the display.
-    bool Handle(const SDL_Event& event);
-    void ShowFrame();
+    // False when there was none.
+    bool HandleWaiting();
+    void Handle(const SDL_Event& event);
+    // False when none waits.
+    bool ShowFrame();
+    void Enter(State state);
+    State AwaitEndOf(State state);
+    [[noreturn]] void Lose();
     void HandleWindowEvent(const SDL_WindowEvent& event);
     void HandleKey(const SDL_KeyboardEvent& event);
     void HandleMouse(const SDL_Event& event);
@@ -44,13 +51,15 @@ private:
     void Press(int x, int y);
     void Move(int x, int y);
     void Release(int x, int y);
-    void WakeUp(Wake reason);
 
     const DisplayOptions m_options;
     std::thread m_thread;
-    std::mutex m_mutex; // guards m_isOpen against a frame that is finished while the display closes
-    bool m_isOpen = false;
-    Uint32 m_wakeEvent = 0;
+    mutable std::mutex m_mutex; // guards the state
+    std::condition_variable m_stateChanged;
+    State m_state = State::Opening;
+    std::string m_trouble; // why it could not be opened; written before the state says so
+    std::atomic<bool> m_stops = false;
+    EventWait m_wait;
     FrameBox m_box;
 
     // The display's thread only.
@@ -61,6 +70,8 @@ private:
     SDL_FingerID m_finger = 0;
     bool m_fingerIsDown = false;
 };
+
+thread_local SdlDisplay* t_display = nullptr; // whose thread this is
 
 // No OpenGL (100 MB), no events made twice from touch and mouse, no screen kept awake by a player in a pocket.
 void SetHints()
@@ -76,17 +87,14 @@ void SetHints()
 std::string SdlDisplay::Start()
 {
     SetHints();
-    std::promise<std::string> opened;
-    auto result = opened.get_future();
     // Frames may be finished while the window is still opening; the last of them is shown as soon as it is there.
     user::InstallPresenter([this] { FrameReady(); });
-    m_thread = std::thread([this, &opened] { Run(opened); });
-    std::string error = result.get();
-    if (!error.empty()) {
-        user::InstallPresenter({});
-        m_thread.join();
+    m_thread = std::thread([this] { Run(); });
+    switch (AwaitEndOf(State::Opening)) {
+    case State::Open: return {};
+    case State::Lost: return "the display went away";
+    default: Stop(); return m_trouble;
     }
-    return error;
 }
 
 void SdlDisplay::Stop()
@@ -94,81 +102,108 @@ void SdlDisplay::Stop()
     if (!m_thread.joinable())
         return;
     user::InstallPresenter({});
-    WakeUp(Wake::Stop);
-    m_thread.join();
+    m_stops = true;
+    m_wait.WakeUp();
+    if (AwaitEndOf(State::Open) != State::Lost) {
+        m_thread.join();
+        return;
+    }
+    m_window.Abandon();
+    m_thread.detach(); // it stands still until the process ends, see Lose
+}
+
+bool SdlDisplay::IsLost() const
+{
+    const std::lock_guard lock(m_mutex);
+    return m_state == State::Lost;
 }
 
 void SdlDisplay::FrameReady()
 {
     if (m_box.Post())
-        WakeUp(Wake::Frame);
+        m_wait.WakeUp();
 }
 
-void SdlDisplay::WakeUp(Wake reason)
+// The last word of a thread that is gone for ever, so the object may go as soon as the lock does.
+void SdlDisplay::Enter(State state)
 {
     const std::lock_guard lock(m_mutex);
-    if (!m_isOpen)
-        return;
-    SDL_Event event{};
-    event.type = m_wakeEvent;
-    event.user.code = static_cast<Sint32>(reason);
-    SDL_PushEvent(&event);
+    m_state = state;
+    m_stateChanged.notify_all();
+}
+
+State SdlDisplay::AwaitEndOf(State state)
+{
+    std::unique_lock lock(m_mutex);
+    m_stateChanged.wait(lock, [&] { return m_state != state; });
+    return m_state;
+}
+
+// The library may be amid a call to the dead server here, which must neither go on nor end the process: the player
+// saves what it has to save and ends by itself. The thread stands still meanwhile.
+void SdlDisplay::Lose()
+{
+    user::PressExitKey();
+    Enter(State::Lost);
+    for (;;)
+        pause();
 }
 
 std::string SdlDisplay::Open()
 {
+    t_display = this;
+    OnXServerLost([] { t_display->Lose(); });
     if (SDL_Init(SDL_INIT_VIDEO) != 0)
         return SDL_GetError();
     SDL_StopTextInput(); // keys are keys here; an input method would only cost memory
-    m_wakeEvent = SDL_RegisterEvents(1);
     std::string error = m_window.Open(m_options);
+    if (!error.empty())
+        return error;
+    m_wait.Watch(m_window.Raw());
     if (m_options.fullScreen)
         SDL_ShowCursor(SDL_DISABLE); // until a mouse moves: most full screens are touched
-    return error;
+    return {};
 }
 
-void SdlDisplay::Run(std::promise<std::string>& opened)
+void SdlDisplay::Run()
 {
-    const std::string error = Open();
-    {
-        const std::lock_guard lock(m_mutex);
-        m_isOpen = error.empty();
-    }
-    opened.set_value(error);
-    if (error.empty()) {
-        ShowFrame();
+    m_trouble = Open();
+    if (m_trouble.empty()) {
+        Enter(State::Open);
         HandleEvents();
-    }
-    {
-        const std::lock_guard lock(m_mutex);
-        m_isOpen = false;
     }
     m_window = SdlWindow();
     SDL_Quit();
+    Enter(State::Closed);
 }
 
 void SdlDisplay::HandleEvents()
 {
-    SDL_Event event;
-    while (SDL_WaitEvent(&event) != 0) {
-        if (!Handle(event))
-            return;
+    while (!m_stops) {
+        const bool handled = HandleWaiting();
+        const bool shown = ShowFrame();
+        // The library reads events while it draws, too, and nothing but another look finds those.
+        if (!handled && !shown && !m_wait.Wait())
+            Lose();
     }
 }
 
-bool SdlDisplay::Handle(const SDL_Event& event)
+bool SdlDisplay::HandleWaiting()
 {
-    if (event.type == m_wakeEvent) {
-        if (event.user.code == static_cast<Sint32>(Wake::Stop))
-            return false;
-        ShowFrame();
-        return true;
+    SDL_PumpEvents();
+    SDL_Event event;
+    bool any = false;
+    while (SDL_PeepEvents(&event, 1, SDL_GETEVENT, SDL_FIRSTEVENT, SDL_LASTEVENT) > 0) {
+        Handle(event);
+        any = true;
     }
+    return any;
+}
+
+void SdlDisplay::Handle(const SDL_Event& event)
+{
     switch (event.type) {
-    case SDL_QUIT: // the window's close button
-        user::KeyDown(static_cast<UINT>(VK_F24));
-        user::KeyUp(static_cast<UINT>(VK_F24));
-        break;
+    case SDL_QUIT: user::PressExitKey(); break; // the window's close button
     case SDL_WINDOWEVENT: HandleWindowEvent(event.window); break;
     case SDL_KEYDOWN:
     case SDL_KEYUP: HandleKey(event.key); break;
@@ -180,16 +215,16 @@ bool SdlDisplay::Handle(const SDL_Event& event)
     case SDL_FINGERMOTION: HandleFinger(event.tfinger); break;
     default: break;
     }
-    return true;
 }
 
-void SdlDisplay::ShowFrame()
+bool SdlDisplay::ShowFrame()
 {
     if (!m_box.Take(m_next))
-        return;
+        return false;
     m_window.Show(m_next);
     if (!std::exchange(m_hasShown, true))
         kernel::TraceStart("first frame");
+    return true;
 }
 
 void SdlDisplay::HandleWindowEvent(const SDL_WindowEvent& event)

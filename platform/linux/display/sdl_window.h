@@ -20,8 +20,11 @@ public:
     void Show(Frame& frame);
     // Sends everything again: the window was uncovered, or has a new size.
     void Redraw();
+    // Leaves the window to a server that is gone: not even closing it is possible any more. Any thread.
+    void Abandon() { static_cast<void>(m_window.release()); }
     const host::Viewport& Place() const { return m_viewport; }
     SDL_Point Size() const;
+    SDL_Window& Raw() const { return *m_window; }
 
 private:
     void DrawRows(SDL_Surface& surface, const RowRange& rows) const;

@@ -1,5 +1,6 @@
 #include "platform/linux/gdi/bitmaps.h"
 #include "platform/linux/gdi/context.h"
+#include "platform/linux/gdi/keyed_row.h"
 
 #include <cstring>
 #include <optional>
@@ -97,14 +98,6 @@ void CopyRows(const Blit& blit, CopyRow copyRow)
     });
 }
 
-// The target is written where the key stands too, with what it holds: without a branch the loop takes eight at a time.
-void CopyKeyed(std::uint16_t* __restrict target, const std::uint16_t* __restrict source, std::size_t count,
-               std::uint16_t key)
-{
-    for (std::size_t i = 0; i < count; ++i)
-        target[i] = source[i] == key ? target[i] : source[i];
-}
-
 // ANDs the source pixels of one target pixel; nothing when none of them lies within the source.
 std::optional<std::uint16_t> Merge(const Surface& source, Range x, Range y)
 {
@@ -145,15 +138,11 @@ void StretchKeyed(const Blit& blit, std::uint16_t key)
             columns.push_back(blit.x.Standing(x));
         for (LONG y = part.top; y < part.bottom; ++y) {
             const std::int64_t sourceY = blit.y.Standing(y);
-            std::uint16_t* target = blit.target.target.At(part.left, y) - 1;
-            for (const std::int64_t sourceX : columns) {
-                ++target;
-                if (sourceX < 0 || sourceX >= blit.source.widthPx || sourceY < 0 || sourceY >= blit.source.heightPx)
-                    continue;
-                const std::uint16_t pixel = *blit.source.At(static_cast<int>(sourceX), static_cast<int>(sourceY));
-                if (pixel != key)
-                    *target = pixel;
-            }
+            if (sourceY < 0 || sourceY >= blit.source.heightPx)
+                continue;
+            const std::span source(blit.source.At(0, static_cast<int>(sourceY)),
+                                   static_cast<std::size_t>(blit.source.widthPx));
+            StretchKeyedRow(blit.target.target.At(part.left, y), source, columns, key);
         }
     });
 }
@@ -249,7 +238,7 @@ BOOL TransparentImage(HDC target, int x, int y, int widthPx, int heightPx, HDC s
             return;
         }
         CopyRows(blit, [keyPixel](std::uint16_t* out, const std::uint16_t* in, std::size_t count) {
-            CopyKeyed(out, in, count, keyPixel);
+            CopyKeyedRow(out, in, count, keyPixel);
         });
     });
 }

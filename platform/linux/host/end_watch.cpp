@@ -1,6 +1,5 @@
 #include "platform/linux/host/end_watch.h"
 
-#include "platform/linux/ce/messages.h"
 #include "platform/linux/user/input.h"
 
 #include <algorithm>
@@ -52,12 +51,6 @@ void WaitForSignal(SteadyClock::time_point limit)
 
 } // namespace
 
-void PressExitKey()
-{
-    user::KeyDown(VK_F24);
-    user::KeyUp(VK_F24);
-}
-
 EndWatch::EndWatch()
 {
     const sigset_t signals = WatchedSignals();
@@ -96,7 +89,7 @@ void EndWatch::Watch(double seconds, const std::function<void()>& beforeEnd)
             std::_Exit(kGaveUpStatus);
         if (asked == 0)
             beforeEnd();
-        PressExitKey();
+        user::PressExitKey();
     }
 }
 

@@ -8,9 +8,6 @@
 
 namespace cardsong::host {
 
-// Asks the player to end; it saves what it has to save. Any thread, also before there is a window.
-void PressExitKey();
-
 class EndWatch {
 public:
     // Takes the signals that ask a process to end away from every thread that is started later. Call it before any.

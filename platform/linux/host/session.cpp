@@ -3,6 +3,7 @@
 #include "platform/audio_sink.h"
 #include "platform/console_notice.h"
 #include "platform/device_tree.h"
+#include "platform/host/installed_tree.h"
 #include "platform/linux/ce/kernel.h"
 #include "platform/linux/ce/messages.h"
 #include "platform/linux/display/device_hands.h"
@@ -10,6 +11,7 @@
 #include "platform/linux/display/screenshot.h"
 #include "platform/linux/host/end_watch.h"
 #include "platform/linux/kernel/start_trace.h"
+#include "platform/linux/user/input.h"
 
 #include <atomic>
 #include <cstdio>
@@ -21,6 +23,7 @@ namespace {
 
 constexpr int kFailed = 1;
 constexpr int kBadScript = 2;
+constexpr int kDisplayLost = 3;
 
 int Complain(const std::string& what, int status)
 {
@@ -28,24 +31,17 @@ int Complain(const std::string& what, int status)
     return status;
 }
 
-// The installed device tree: beside an installed program in its share folder, beside one that was just built in its
-// build folder.
-std::string FindSystemDirectory()
+std::filesystem::path ProgramFile()
 {
     std::error_code error;
-    const auto program = std::filesystem::read_symlink("/proc/self/exe", error);
-    const auto folder = program.parent_path();
-    for (const auto& tree : { folder.parent_path() / "share" / "cardsong" / "device", folder / "device" / "tree" })
-        if (std::filesystem::is_directory(tree, error))
-            return tree.string();
-    return {};
+    return std::filesystem::read_symlink("/proc/self/exe", error);
 }
 
-void LayOutDevice(const Options& options)
+void LayOutDevice(const Options& options, const std::filesystem::path& installedTree)
 {
     kernel::DeviceTree tree;
     tree.userDirectory = options.deviceDirectory;
-    tree.systemDirectory = FindSystemDirectory();
+    tree.systemDirectory = installedTree.string();
     tree.cardDirectory = options.cardDirectory;
     tree.uiLanguage = options.language;
     tree.debugOutput = options.verbose;
@@ -67,7 +63,7 @@ std::string OpenDisplay(display::Display& display)
     std::string trouble = display.Start();
     kernel::TraceStart("display open");
     if (!trouble.empty())
-        PressExitKey();
+        user::PressExitKey();
     return trouble;
 }
 
@@ -89,7 +85,10 @@ int RunSession(const Options& options)
     auto script = ParseInputScript(options.keyScript);
     if (const auto* const error = std::get_if<ScriptError>(&script))
         return Complain("--keys: " + error->message, kBadScript);
-    LayOutDevice(options);
+    const auto installedTree = FindInstalledTree(ProgramFile());
+    if (!installedTree)
+        return Complain(ExplainMissingTree(ProgramFile()), kFailed);
+    LayOutDevice(options, *installedTree);
 
     EndWatch endWatch;
     const auto display = MakeDisplay(options);
@@ -109,6 +108,8 @@ int RunSession(const Options& options)
     endWatch.Stop();
     saved = saved || display::SaveScreenshot(options.screenshotFile);
     display->Stop();
+    if (display->IsLost())
+        return Complain("the display went away; the play list is saved", kDisplayLost);
     if (!trouble.empty())
         return Complain(trouble, kFailed);
     if (!saved || !player.AllWritten())

@@ -1,6 +1,7 @@
 #include "platform/linux/kernel/clock.h"
 
 #include "platform/linux/ce/kernel.h"
+#include "platform/linux/kernel/rest.h"
 
 #include <algorithm>
 #include <atomic>
@@ -111,6 +112,7 @@ DWORD GetTickCount()
 
 void Sleep(DWORD milliseconds)
 {
+    const cardsong::kernel::Rest rest;
     if (milliseconds == 0) {
         std::this_thread::yield();
         return;

@@ -1,18 +1,25 @@
 #include "platform/linux/kernel/waits.h"
 
 #include "platform/linux/kernel/clock.h"
+#include "platform/linux/kernel/rest.h"
+
+#include <optional>
 
 namespace cardsong::kernel {
 
 DWORD WaitableObject::Wait(DWORD milliseconds)
 {
     auto& clock = CurrentClock();
+    std::optional<Rest> rest; // begins and ends without the lock
     std::unique_lock lock(m_mutex);
     const auto ticket = BeginWait();
     const auto ready = [this, ticket] { return TryTake(ticket); };
     bool isTaken = ready();
     if (!isTaken && milliseconds != 0) {
         const auto deadlineMs = milliseconds == INFINITE ? kNever : clock.NowMs() + milliseconds;
+        lock.unlock();
+        rest.emplace();
+        lock.lock();
         isTaken = clock.WaitUntil(lock, m_changed, deadlineMs, ready);
     }
     EndWait();

@@ -3,6 +3,7 @@
 #include "platform/linux/ce/gdi.h"
 #include "platform/linux/ce/kernel.h"
 #include "platform/linux/gdi/screen.h"
+#include "platform/linux/user/frames.h"
 #include "platform/linux/user/input.h"
 #include "platform/linux/user/visible_region.h"
 
@@ -35,6 +36,7 @@ Desktop::Desktop()
     root = windows.Add();
     root->rect = { 0, 0, gdi::kScreenWidthPx, gdi::kScreenHeightPx };
     root->style = WS_VISIBLE | WS_CLIPCHILDREN | WS_POPUP;
+    WatchRests();
 }
 
 Desktop& TheDesktop()
@@ -50,12 +52,6 @@ WindowRecord* LockedDesktop::Find(HWND window) const
     if (record == nullptr)
         SetLastError(ERROR_INVALID_WINDOW_HANDLE);
     return record;
-}
-
-void InstallPresenter(std::function<void()> presenter)
-{
-    LockedDesktop desktop;
-    desktop->presenter = presenter ? std::make_shared<const std::function<void()>>(std::move(presenter)) : nullptr;
 }
 
 void ResetWindows()

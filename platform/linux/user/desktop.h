@@ -1,6 +1,6 @@
-// Everything that windows of all threads share, under one lock. The lock is never held while a window procedure, a
-// timer procedure or the presenter runs. A function that takes a Desktop& is called with the lock held; one that does
-// not, without.
+// Everything that windows of all threads share, under one lock. The lock is never held while a window procedure or a
+// timer procedure runs; it is held while the presenter runs, so that nobody begins to draw meanwhile. A function that
+// takes a Desktop& is called with the lock held; one that does not, without.
 #pragma once
 
 #include "platform/linux/user/message_queue.h"
@@ -21,7 +21,7 @@ struct HeldContext {
     HWND window = nullptr; // null: the whole screen
     bool isPaint = false;  // from BeginPaint: drawing stays inside `paintClip`
     Region paintClip;      // in the window's coordinates
-    std::shared_ptr<ThreadQueue> painter;
+    std::shared_ptr<ThreadQueue> holder;
 };
 
 struct Desktop {
@@ -44,7 +44,7 @@ struct Desktop {
     std::shared_ptr<ThreadQueue> pointerQueue; // had the last press; has the pointer until the release
     bool pointerDown = false;
     POINT pointer{};
-    std::shared_ptr<const std::function<void()>> presenter;
+    std::function<void()> presenter;
 };
 
 Desktop& TheDesktop();

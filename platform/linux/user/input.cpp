@@ -113,4 +113,11 @@ void KeyUp(UINT key)
     Strike(InputKind::KeyUp, key);
 }
 
+void PressExitKey()
+{
+    SetDisplayActive(true); // an inactive display's keys are meant for another program
+    KeyDown(VK_F24);
+    KeyUp(VK_F24);
+}
+
 } // namespace cardsong::user

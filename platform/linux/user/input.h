@@ -16,11 +16,16 @@ void PointerUp(POINT at);
 // without having gone up is told as repeated.
 void KeyDown(UINT key);
 void KeyUp(UINT key);
+// Strikes the key that asks the player to end; it saves what it has to save. Heard while the display is inactive, too,
+// and before there is a window.
+void PressExitKey();
 // The display's own window gained or lost the foreground among the machine's programs.
 void SetDisplayActive(bool active);
 
-// Called on the drawing thread each time it is about to wait for a message (and in UpdateWindow-only stretches before a
-// sleep): the frame may be shown now. `presenter` must be quick and thread-safe; empty: nobody looks.
+// Called on a thread that has windows or draws, each time that a complete frame may be shown: before it sleeps, waits
+// or ends, when it finds no message, and after UpdateWindow once none of its windows owes a paint. Never while a window
+// is half painted. The windows are locked meanwhile: `presenter` must be quick and must not call them. It does not run
+// any more once another is installed; empty: nobody looks.
 void InstallPresenter(std::function<void()> presenter);
 
 // Destroys every window, class, timer and queue: between tests.

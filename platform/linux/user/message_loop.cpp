@@ -3,6 +3,7 @@
 #include "platform/linux/ce/kernel.h"
 #include "platform/linux/kernel/clock.h"
 #include "platform/linux/user/desktop.h"
+#include "platform/linux/user/frames.h"
 #include "platform/linux/user/input_queue.h"
 #include "platform/linux/user/paint.h"
 #include "platform/linux/user/timers.h"
@@ -116,26 +117,10 @@ bool MakeFilter(HWND window, UINT first, UINT last, MessageFilter& filter)
     return desktop.Find(window) != nullptr;
 }
 
-// The frame is complete as far as this thread goes; another thread that is amid a WM_PAINT will show it when it waits.
-void Present(const ThreadQueue& self)
-{
-    std::shared_ptr<const std::function<void()>> presenter;
-    {
-        LockedDesktop desktop;
-        for (const auto& known : desktop->queues) {
-            const auto queue = known.lock();
-            if (queue != nullptr && queue.get() != &self && queue->openPaints > 0)
-                return;
-        }
-        presenter = desktop->presenter;
-    }
-    if (presenter != nullptr)
-        (*presenter)();
-}
-
 void WaitForNews(const std::shared_ptr<ThreadQueue>& queue, const MessageFilter& filter)
 {
     LockedDesktop desktop;
+    const AtRest rest(*desktop, *queue);
     const auto deadlineMs = NextTickMs(*desktop, *queue, filter);
     kernel::CurrentClock().WaitUntil(desktop.Lock(), queue->arrived, deadlineMs, [&] { return queue->hasNews; });
 }
@@ -177,7 +162,6 @@ BOOL GetMessageW(LPMSG message, HWND window, UINT first, UINT last)
             *message = *found;
             return found->message == WM_QUIT ? FALSE : TRUE;
         }
-        Present(*queue);
         WaitForNews(queue, search.filter);
     }
 }
@@ -196,7 +180,8 @@ BOOL PeekMessageW(LPMSG message, HWND window, UINT first, UINT last, UINT remove
         *message = *found;
         return TRUE;
     }
-    Present(*queue);
+    LockedDesktop desktop;
+    ShowFrame(*desktop, *queue);
     return FALSE;
 }
 

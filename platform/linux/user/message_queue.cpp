@@ -3,6 +3,7 @@
 #include "platform/linux/ce/kernel.h"
 #include "platform/linux/kernel/clock.h"
 #include "platform/linux/user/desktop.h"
+#include "platform/linux/user/frames.h"
 #include "platform/linux/user/window_lifetime.h"
 #include "platform/linux/user/window_tree.h"
 
@@ -22,6 +23,8 @@ void Answer(SentMessage& sent, LRESULT result)
         Notify(*sent.sender);
 }
 
+thread_local ThreadQueue* t_queue = nullptr;
+
 // Makes the queue when its thread first asks, and retires it when the thread ends.
 class QueueOfThread {
 public:
@@ -31,9 +34,11 @@ public:
         LockedDesktop desktop;
         std::erase_if(desktop->queues, [](const auto& known) { return known.expired(); });
         desktop->queues.push_back(m_queue);
+        t_queue = m_queue.get();
     }
     ~QueueOfThread()
     {
+        t_queue = nullptr;
         LockedDesktop desktop;
         RemoveWindowsOfThread(*desktop, m_queue);
         if (desktop->foregroundQueue == m_queue)
@@ -42,6 +47,7 @@ public:
             desktop->pointerQueue = nullptr;
         ClearQueue(*m_queue);
         m_queue->isRetired = true;
+        ShowFrame(*desktop, *m_queue);
     }
     QueueOfThread(const QueueOfThread&) = delete;
     QueueOfThread& operator=(const QueueOfThread&) = delete;
@@ -80,8 +86,11 @@ LRESULT SendToThread(LockedDesktop& desktop, const std::shared_ptr<ThreadQueue>&
     target->sent.push_back(sent);
     Notify(*target);
     while (!sent->isDone) {
-        kernel::CurrentClock().WaitUntil(desktop.Lock(), self.arrived, kernel::kNever,
-                                         [&] { return sent->isDone || !self.sent.empty(); });
+        {
+            const AtRest rest(*desktop, self);
+            kernel::CurrentClock().WaitUntil(desktop.Lock(), self.arrived, kernel::kNever,
+                                             [&] { return sent->isDone || !self.sent.empty(); });
+        }
         if (sent->isDone || self.sent.empty())
             continue;
         const auto next = self.sent.front();
@@ -99,6 +108,11 @@ const std::shared_ptr<ThreadQueue>& CurrentQueue()
     return s_queue.Queue();
 }
 
+ThreadQueue* QueueIfAny()
+{
+    return t_queue;
+}
+
 void ClearQueue(ThreadQueue& queue)
 {
     for (const auto& sent : queue.sent)
@@ -109,7 +123,7 @@ void ClearQueue(ThreadQueue& queue)
     queue.input.clear();
     queue.timers.clear();
     queue.pendingPaints = 0;
-    queue.openPaints = 0;
+    queue.heldContexts = queue.openPaints = 0;
     queue.active = queue.focus = queue.capture = nullptr;
     queue.keys = {};
     queue.lastPress.reset();

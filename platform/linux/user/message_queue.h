@@ -68,7 +68,9 @@ struct ThreadQueue {
     std::deque<InputEvent> input;
     std::vector<Timer> timers;
     int pendingPaints = 0; // windows of this thread with an update region
-    int openPaints = 0;    // BeginPaint without its EndPaint yet
+    int heldContexts = 0;  // contexts on the screen that its thread has not released
+    int openPaints = 0;    // those of BeginPaint among them
+    bool isResting = false;
 
     HWND active = nullptr;
     HWND focus = nullptr;
@@ -80,6 +82,8 @@ struct ThreadQueue {
 
 // The calling thread's queue, made on first use. Never null. Call it without the lock.
 const std::shared_ptr<ThreadQueue>& CurrentQueue();
+// The same, or null for a thread that never asked for its queue or is about to end.
+ThreadQueue* QueueIfAny();
 // Empties the queue and answers whoever waits for it with 0; the thread may go on using it.
 void ClearQueue(ThreadQueue& queue);
 // Wakes the thread if it waits for a message.

@@ -3,6 +3,7 @@
 #include "platform/linux/ce/gdi.h"
 #include "platform/linux/ce/kernel.h"
 #include "platform/linux/gdi/screen.h"
+#include "platform/linux/user/frames.h"
 #include "platform/linux/user/visible_region.h"
 
 #include <algorithm>
@@ -113,12 +114,21 @@ void InvalidateEverything(Desktop& desktop)
         InvalidateTree(desktop, *window, screen, true, Reach::AllChildren);
 }
 
-// The windows of the calling thread from `record` down, parents first.
+// The window and all windows inside it, of whatever thread, parents first.
 void ListTree(const WindowRecord& record, std::vector<HWND>& windows)
 {
     windows.push_back(record.handle);
     for (const WindowRecord* child : record.children)
         ListTree(*child, windows);
+}
+
+// What UpdateWindow painted is seen at once, unless the thread draws or has more to paint.
+void ShowUpdates(const std::shared_ptr<ThreadQueue>& self)
+{
+    LockedDesktop desktop;
+    const auto anyWindow = [](HWND) { return true; };
+    if (self->heldContexts == 0 && FindWindowToPaint(*desktop, self, anyWindow) == nullptr)
+        ShowFrame(*desktop, *self);
 }
 
 } // namespace
@@ -161,6 +171,12 @@ void ForgetUpdates(WindowRecord& record)
     SetUpdate(record, {});
     for (WindowRecord* child : record.children)
         ForgetUpdates(*child);
+}
+
+bool OwesPaint(Desktop& desktop, WindowRecord& record)
+{
+    return IsDuePaint(desktop, record) || std::any_of(record.children.begin(), record.children.end(),
+                                                      [&](WindowRecord* child) { return OwesPaint(desktop, *child); });
 }
 
 HWND FindWindowToPaint(Desktop& desktop, const std::shared_ptr<ThreadQueue>& queue,
@@ -253,5 +269,6 @@ BOOL UpdateWindow(HWND window)
         if (isDue)
             SendMessageW(candidate, WM_PAINT, 0, 0);
     }
+    ShowUpdates(CurrentQueue());
     return TRUE;
 }

@@ -11,12 +11,14 @@ enum class Reach { AsStyled, AllChildren }; // AsStyled: not into the children o
 void InvalidateTree(Desktop& desktop, WindowRecord& record, const Region& area, bool erase, Reach reach);
 // The parent and its other children get `area` (screen pixels), which `except` no longer covers, to paint.
 void ExposeBeneath(Desktop& desktop, WindowRecord& parent, const Region& area, const WindowRecord* except);
-// Empties the window's update region, and those of its children as far as InvalidateRect would reach them.
+// Empties the update regions of the window and of all windows inside it, whatever their styles.
 void ForgetUpdates(WindowRecord& record);
 
 // The first window of the thread, parents before children, that is due a WM_PAINT; null when there is none.
 HWND FindWindowToPaint(Desktop& desktop, const std::shared_ptr<ThreadQueue>& queue,
                        const std::function<bool(HWND)>& allows);
+// Whether the window, or one inside it, is due a WM_PAINT.
+bool OwesPaint(Desktop& desktop, WindowRecord& record);
 // Makes every context that is held follow its window.
 void RefreshContexts(Desktop& desktop);
 

@@ -1,6 +1,7 @@
 // Contexts on the screen: BeginPaint, GetDC and their ends.
 #include "platform/linux/user/paint.h"
 #include "platform/linux/user/visible_region.h"
+#include "platform/linux/user/window_tree.h"
 
 #include "platform/linux/ce/kernel.h"
 #include "platform/linux/gdi/screen.h"
@@ -30,8 +31,12 @@ Region DrawableRegion(Desktop& desktop, const HeldContext& held, POINT& origin)
     return region;
 }
 
-HDC Hold(Desktop& desktop, HeldContext held)
+HDC Hold(Desktop& desktop, HeldContext held, const std::shared_ptr<ThreadQueue>& holder)
 {
+    held.holder = holder;
+    ++holder->heldContexts;
+    if (held.isPaint)
+        ++holder->openPaints;
     POINT origin{};
     const Region region = DrawableRegion(desktop, held, origin);
     held.context = gdi::CreateScreenContext(origin, region.Get());
@@ -46,8 +51,11 @@ bool Release(Desktop& desktop, HDC context)
                                     [&](const HeldContext& held) { return held.context == context; });
     if (found == desktop.contexts.end())
         return false;
-    if (found->painter != nullptr && found->painter->openPaints > 0)
-        --found->painter->openPaints;
+    ThreadQueue& holder = *found->holder;
+    if (holder.heldContexts > 0) // a queue that was cleared counts anew
+        --holder.heldContexts;
+    if (found->isPaint && holder.openPaints > 0)
+        --holder.openPaints;
     gdi::DestroyScreenContext(context);
     desktop.contexts.erase(found);
     return true;
@@ -60,7 +68,6 @@ HeldContext TakeUpdate(WindowRecord& record)
     held.window = record.handle;
     held.isPaint = true;
     held.paintClip = std::move(record.update);
-    held.painter = record.queue;
     record.update = {};
     if (!held.paintClip.IsEmpty())
         --record.queue->pendingPaints;
@@ -90,6 +97,7 @@ HDC BeginPaint(HWND window, PAINTSTRUCT* paint)
         SetLastError(ERROR_INVALID_PARAMETER);
         return nullptr;
     }
+    const auto& self = CurrentQueue();
     bool erase = false;
     *paint = {};
     {
@@ -99,12 +107,12 @@ HDC BeginPaint(HWND window, PAINTSTRUCT* paint)
             return nullptr;
         erase = record->eraseUpdate;
         auto held = TakeUpdate(*record);
-        ++record->queue->openPaints;
+        TopLevelOf(record)->paintHasBegun = true;
         POINT origin{};
         Region drawable = DrawableRegion(*desktop, held, origin);
         drawable.Translate(-origin.x, -origin.y);
         paint->rcPaint = drawable.Bounds();
-        paint->hdc = Hold(*desktop, std::move(held));
+        paint->hdc = Hold(*desktop, std::move(held), self);
     }
     if (erase)
         paint->fErase =
@@ -123,6 +131,7 @@ BOOL EndPaint(HWND, const PAINTSTRUCT* paint)
 
 HDC GetDC(HWND window)
 {
+    const auto& self = CurrentQueue();
     LockedDesktop desktop;
     HeldContext held;
     if (window != nullptr) {
@@ -131,7 +140,7 @@ HDC GetDC(HWND window)
             return nullptr;
         held.window = window;
     }
-    return Hold(*desktop, std::move(held));
+    return Hold(*desktop, std::move(held), self);
 }
 
 int ReleaseDC(HWND, HDC context)

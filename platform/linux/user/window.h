@@ -43,6 +43,7 @@ struct WindowRecord {
 
     Region update; // in the window's own coordinates; not empty: it is due a WM_PAINT
     bool eraseUpdate = false;
+    bool paintHasBegun = false; // top-level windows: it or a window inside it was painted since the last frame
 
     // What visible_region.cpp worked out when the tree had this version.
     std::uint64_t regionVersion = 0;

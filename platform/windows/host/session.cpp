@@ -3,6 +3,7 @@
 #include "platform/audio_sink.h"
 #include "platform/console_notice.h"
 #include "platform/device_tree.h"
+#include "platform/host/installed_tree.h"
 #include "platform/windows/host/desktop_hands.h"
 #include "platform/windows/host/end_watch.h"
 #include "platform/windows/kernel/utf8.h"
@@ -33,24 +34,18 @@ std::string WholePath(const std::string& path)
     return error ? path : kernel::Utf8FromUtf16(std::filesystem::path(whole).make_preferred().wstring());
 }
 
-// The installed device tree: in the share folder beside an installed program's, or beside one that was just built.
-std::string FindSystemDirectory()
+std::filesystem::path ProgramFile()
 {
     std::wstring program(32'767, L'\0'); // the longest path
     program.resize(GetModuleFileNameW(nullptr, program.data(), static_cast<DWORD>(program.size())));
-    const auto folder = std::filesystem::path(program).parent_path();
-    std::error_code error;
-    for (const auto& tree : { folder.parent_path() / L"share" / L"cardsong" / L"device", folder / L"device" / L"tree" })
-        if (std::filesystem::is_directory(tree, error))
-            return kernel::Utf8FromUtf16(tree.wstring());
-    return {};
+    return program;
 }
 
-void LayOutDevice(const Options& options)
+void LayOutDevice(const Options& options, const std::filesystem::path& installedTree)
 {
     kernel::DeviceTree tree;
     tree.userDirectory = WholePath(options.deviceDirectory);
-    tree.systemDirectory = FindSystemDirectory();
+    tree.systemDirectory = kernel::Utf8FromUtf16(installedTree.wstring());
     tree.cardDirectory = options.cardDirectory.empty() ? std::string() : WholePath(options.cardDirectory);
     tree.uiLanguage = options.language;
     tree.debugOutput = options.verbose;
@@ -84,7 +79,10 @@ int RunSession(const Options& options)
     auto script = ParseInputScript(options.keyScript);
     if (const auto* const error = std::get_if<ScriptError>(&script))
         return Complain("--keys: " + error->message, kBadScript);
-    LayOutDevice(options);
+    const auto installedTree = FindInstalledTree(ProgramFile());
+    if (!installedTree)
+        return Complain(ExplainMissingTree(ProgramFile()), kFailed);
+    LayOutDevice(options, *installedTree);
     screen::SetUpScreen(ScreenFor(options));
 
     AllowSetForegroundWindow(ASFW_ANY); // a second start lets the running player come to the front

@@ -86,6 +86,10 @@ void KeyUp(UINT key)
 {
     Record("key- " + std::to_string(key));
 }
+void PressExitKey()
+{
+    Record("exit key");
+}
 void SetDisplayActive(bool active)
 {
     Record(active ? "active" : "inactive");

@@ -51,6 +51,14 @@ TEST(EndWatch, PressesTheExitKeyWhenTheSystemAsksTheProcessToEnd)
     EXPECT_EQ(AwaitKey(), VK_F24);
 }
 
+TEST(EndWatch, PressesTheExitKeyWhileTheDisplayIsInactive)
+{
+    user::SetDisplayActive(false);
+    host::EndWatch watch;
+    watch.Start(0.001, [] {});
+    EXPECT_EQ(AwaitKey(), VK_F24);
+}
+
 TEST(EndWatch, StopsWithoutAKeyAndWithoutDelay)
 {
     host::EndWatch watch;

@@ -1,0 +1,82 @@
+#include "platform/linux/user/frames.h"
+
+#include "platform/linux/kernel/rest.h"
+#include "platform/linux/user/input.h"
+#include "platform/linux/user/paint.h"
+
+#include <algorithm>
+
+namespace cardsong::user {
+
+namespace {
+
+bool IsDrawing(const ThreadQueue& queue, const ThreadQueue& self)
+{
+    return queue.openPaints > 0 || (&queue != &self && !queue.isResting && queue.heldContexts > 0);
+}
+
+bool IsAnybodyDrawing(const Desktop& desktop, const ThreadQueue& self)
+{
+    return std::any_of(desktop.queues.begin(), desktop.queues.end(), [&](const auto& known) {
+        const auto queue = known.lock();
+        return queue != nullptr && IsDrawing(*queue, self);
+    });
+}
+
+bool IsAnyHalfPainted(Desktop& desktop)
+{
+    const auto& windows = desktop.root->children;
+    return std::any_of(windows.begin(), windows.end(),
+                       [&](WindowRecord* window) { return window->paintHasBegun && OwesPaint(desktop, *window); });
+}
+
+void BeginRest()
+{
+    ThreadQueue* const self = QueueIfAny();
+    if (self == nullptr)
+        return;
+    LockedDesktop desktop;
+    self->isResting = true;
+    ShowFrame(*desktop, *self);
+}
+
+void EndRest()
+{
+    ThreadQueue* const self = QueueIfAny();
+    if (self == nullptr)
+        return;
+    LockedDesktop desktop;
+    self->isResting = false;
+}
+
+} // namespace
+
+void ShowFrame(Desktop& desktop, const ThreadQueue& self)
+{
+    if (IsAnybodyDrawing(desktop, self) || IsAnyHalfPainted(desktop))
+        return;
+    for (WindowRecord* window : desktop.root->children)
+        window->paintHasBegun = false;
+    if (desktop.presenter)
+        desktop.presenter();
+}
+
+AtRest::AtRest(Desktop& desktop, ThreadQueue& self) : m_self(self)
+{
+    self.isResting = true;
+    ShowFrame(desktop, self);
+}
+
+void WatchRests()
+{
+    static constexpr kernel::RestHooks kHooks = { BeginRest, EndRest };
+    kernel::InstallRestHooks(kHooks);
+}
+
+void InstallPresenter(std::function<void()> presenter)
+{
+    LockedDesktop desktop;
+    desktop->presenter = std::move(presenter);
+}
+
+} // namespace cardsong::user

@@ -1,6 +1,7 @@
 #include "platform/linux/host/session.h"
 
 #include "platform/audio_sink.h"
+#include "platform/console_notice.h"
 #include "platform/device_tree.h"
 #include "platform/linux/ce/kernel.h"
 #include "platform/linux/ce/messages.h"
@@ -50,6 +51,7 @@ void LayOutDevice(const Options& options)
     tree.debugOutput = options.verbose;
     kernel::InstallDeviceTree(tree);
     kernel::SetAudioSink(options.audioSink);
+    kernel::TellNoticesTo(stderr);
 }
 
 std::unique_ptr<display::Display> MakeDisplay(const Options& options)

@@ -1,6 +1,7 @@
 #include "platform/windows/host/session.h"
 
 #include "platform/audio_sink.h"
+#include "platform/console_notice.h"
 #include "platform/device_tree.h"
 #include "platform/windows/host/desktop_hands.h"
 #include "platform/windows/host/end_watch.h"
@@ -55,6 +56,7 @@ void LayOutDevice(const Options& options)
     tree.debugOutput = options.verbose;
     kernel::InstallDeviceTree(tree);
     kernel::SetAudioSink(options.audioSink);
+    kernel::TellNoticesTo(stderr);
 }
 
 screen::ScreenOptions ScreenFor(const Options& options)

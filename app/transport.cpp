@@ -80,7 +80,7 @@ double OpenOrResume(HWND window, const WString& path)
 void ShowSong(HWND window, MediaFileEntry& entry, double durationSeconds)
 {
     g_totalText = FormatPlayTime(static_cast<unsigned>(durationSeconds));
-    if (entry.duration == 0.0) {
+    if (entry.duration == 0.0 && Player().KnowsDuration()) {
         entry.duration = durationSeconds;
         BuildSongListRows(PlayList, false);
     }
@@ -178,7 +178,7 @@ void StepBack5Seconds()
 {
     const double before = Player().GetPosition();
     Player().Seek(before - kStepSeconds);
-    // The forward key, not the back key: the player has always done so, and other programs count on it.
+    // The forward key, not the back key: kept so on purpose.
     if (before <= 0)
         g_window.buttons.Enable(kCommandForward5, false);
 }

@@ -45,9 +45,10 @@ public:
     // graphs refuse any but null.
     virtual bool Attach(IGraphBuilder* graph);
 
-    // Builds the chain for the file of a device path. False when there is no such file or nothing in it can be played:
-    // the graph is then empty, lasts 0 seconds and has no end. False too where no device takes sound, if the engine
-    // needs one; how long the song lasts is then not known.
+    // Builds the chain for the file of a device path. False when there is no such file or nothing in it is music: the
+    // graph is then empty, lasts 0 seconds and has no end. False too when it is music that this machine cannot play,
+    // because a decoder is missing, the song is protected, or no device takes sound and the engine needs one: how long
+    // the song lasts is then not known, and the graph runs through one silent second in real time to kGraphComplete.
     bool RenderFile(const WCHAR* path);
 
     bool Run();
@@ -68,7 +69,8 @@ public:
     bool TakeEvent(long& code);
     void DrainEvents();
 
-    // The output is untouched on failure. A length may grow more exact while the song plays. A place before the
+    // The output is untouched on failure. A length that is not known is a failure, one of 0 is not. It may grow more
+    // exact while the song plays. A place before the
     // beginning is the beginning, one past the end is the end; one that is no number is refused.
     bool GetDuration(double& seconds) const;
     bool GetCurrentPosition(double& seconds) const;

@@ -12,6 +12,8 @@
 
 namespace {
 
+constexpr double kSilentSeconds = 1.0; // of a song that the machine cannot play
+
 enum class GraphState { Stopped, Paused, Running };
 
 struct SimulatedEngine {
@@ -26,6 +28,8 @@ struct SimulatedEngine {
     bool endReported = false;
     HWND window = nullptr;
     std::deque<long> events;
+
+    bool HasSound() const { return song && !song->decoderMissing; }
 
     double EndSeconds() const
     {
@@ -237,11 +241,15 @@ bool MediaGraph::RenderFile(const WCHAR* path)
         return false;
     NoteCall("RenderFile " + Printable(path));
     const auto named = TheSimulation().songs.find(LowerCase(path));
-    const SimulatedSong song = named == TheSimulation().songs.end() ? SimulatedSong{} : named->second;
+    SimulatedSong song = named == TheSimulation().songs.end() ? SimulatedSong{} : named->second;
     if (!song.playable)
         return false;
+    if (song.decoderMissing) {
+        song.lengthSeconds = kSilentSeconds;
+        song.lengthKnown = false;
+    }
     m_engine->song = song;
-    return true;
+    return m_engine->HasSound();
 }
 
 bool MediaGraph::Run()
@@ -402,7 +410,7 @@ bool MediaGraph::SetVolume(long volume)
     if (!m_engine)
         return false;
     NoteCall("SetVolume " + std::to_string(volume));
-    if (!m_engine->song || volume < kSilent || volume > kLoudest)
+    if (!m_engine->HasSound() || volume < kSilent || volume > kLoudest)
         return false;
     m_engine->volume = volume;
     return true;
@@ -410,12 +418,12 @@ bool MediaGraph::SetVolume(long volume)
 
 long MediaGraph::GetVolume() const
 {
-    return m_engine && m_engine->song ? m_engine->volume : 0;
+    return m_engine && m_engine->HasSound() ? m_engine->volume : 0;
 }
 
 bool MediaGraph::SetBalance(long balance)
 {
-    if (!m_engine || !m_engine->song || balance < kSilent || balance > -kSilent)
+    if (!m_engine || !m_engine->HasSound() || balance < kSilent || balance > -kSilent)
         return false;
     m_engine->balance = balance;
     return true;
@@ -423,5 +431,5 @@ bool MediaGraph::SetBalance(long balance)
 
 long MediaGraph::GetBalance() const
 {
-    return m_engine && m_engine->song ? m_engine->balance : 0;
+    return m_engine && m_engine->HasSound() ? m_engine->balance : 0;
 }

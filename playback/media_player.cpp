@@ -25,7 +25,7 @@ int MediaPlayer::Open()
     if (!graph->Init())
         return PLAYER_ERR_OPEN;
     m_graph = std::move(graph);
-    // What cannot be rendered stays open as an empty graph; the window meets it as a song without length.
+    // What cannot be rendered stays open: the window meets it as a song without length, or of unknown length.
     m_graph->RenderFile(m_path);
     m_graph->SetVolume(kInitialVolume);
     m_graph->Pause();
@@ -101,6 +101,12 @@ double MediaPlayer::GetDuration()
     m_durationSeconds = 1.0;
     m_graph->GetDuration(m_durationSeconds);
     return m_durationSeconds;
+}
+
+bool MediaPlayer::KnowsDuration() const
+{
+    double seconds = 0.0;
+    return m_graph && m_graph->GetDuration(seconds);
 }
 
 double MediaPlayer::GetPosition()

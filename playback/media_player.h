@@ -28,8 +28,8 @@ public:
     MediaPlayer(const MediaPlayer&) = delete;
     MediaPlayer& operator=(const MediaPlayer&) = delete;
 
-    // Opens the stored path, cued at its beginning. A file in which nothing can be played opens all the same, with a
-    // length of 0 and no end.
+    // Opens the stored path, cued at its beginning. A file in which nothing is music opens all the same, with a length
+    // of 0 and no end; a song that this machine cannot play too, as one silent second whose length is not known.
     int Open();
     // Neither the state nor the progress timer changes.
     void Close();
@@ -45,6 +45,8 @@ public:
 
     // Seconds: 0.0 without a graph, 1.0 where the length is unknown, so that nobody divides by zero.
     double GetDuration();
+    // Whether what GetDuration answers is the song's own length, not the stand-in for one that could not be asked.
+    bool KnowsDuration() const;
     // Seconds: 0.0 without a graph, the last known value where the query fails.
     double GetPosition();
     int Seek(double seconds);

@@ -9,8 +9,9 @@
 
 struct SimulatedSong {
     double lengthSeconds = 180.0;
-    bool lengthKnown = true; // false: the length query fails
-    bool playable = true;    // false: nothing in the file can be rendered
+    bool lengthKnown = true;     // false: the length query fails
+    bool playable = true;        // false: nothing in the file is music
+    bool decoderMissing = false; // true: this machine cannot play it, and runs through one silent second
 };
 
 // What the song of `path` (letters compared without case) is from its next rendering on. Songs not named are a default

@@ -71,8 +71,10 @@ protected:
 
     // A playable song on the card and at the end of the play list, `seconds` long.
     void AddSong(const std::string& name, double seconds) { AddFile(name, { seconds, true, true }); }
-    // A file that no decoder takes.
+    // A file in which nothing is music.
     void AddBadSong(const std::string& name) { AddFile(name, { 0, true, false }); }
+    // A song whose decoder this machine lacks.
+    void AddSongWithoutDecoder(const std::string& name) { AddFile(name, { 30, true, true, true }); }
 
     // Starts the player; its window is shown and painted afterwards.
     void Start()

@@ -2,6 +2,7 @@
 #include "app/title_ticker.h"
 #include "controls/player_buttons.h"
 #include "controls/seek_slider.h"
+#include "library/display_texts.h"
 #include "tests/app/player_fixture.h"
 
 using namespace cardsong::test;
@@ -258,6 +259,57 @@ TEST_F(Transport, AnUnknownLengthCountsAsOneSecond)
     Press(VK_RETURN);
     EXPECT_EQ(g_isPlaying, 1);
     EXPECT_EQ(Narrow(g_totalText), "0:01");
+}
+
+TEST_F(Transport, AnUnknownLengthIsNotStoredAndNoRowShowsIt)
+{
+    Start();
+    AddSong("a.mp3", 30);
+    SetSimulatedSong(TEXT("\\SDMMC\\a.mp3"), { 30, false, true });
+    BuildSongListRows(PlayList, false);
+    Press(VK_RETURN);
+    EXPECT_EQ(static_cast<MediaFileEntry*>(PlayList.GetAt(0))->duration, 0.0);
+    EXPECT_EQ(Narrow(SongListRows(false)[0].time), "--:--");
+}
+
+TEST_F(Transport, ASongOfExactlyOneSecondIsStored)
+{
+    Start();
+    AddSong("a.mp3", 1);
+    Press(VK_RETURN);
+    EXPECT_EQ(static_cast<MediaFileEntry*>(PlayList.GetAt(0))->duration, 1.0);
+}
+
+TEST_F(Transport, ASongThatThisMachineCannotPlayEndsAfterItsOneSecondAndStays)
+{
+    Start();
+    AddSongWithoutDecoder("a.wma");
+    AddSong("b.mp3", 20);
+    Press(VK_RETURN);
+    EXPECT_EQ(g_isPlaying, 1);
+    EXPECT_EQ(Narrow(g_titleText), "01.a");
+    Advance(9);
+    EXPECT_EQ(g_isPlaying, 1);
+    Advance(2);
+    EXPECT_EQ(g_isPlaying, 0);
+    EXPECT_EQ(g_songLoaded, 0);
+    ASSERT_EQ(PlayList.GetCount(), 2);
+    EXPECT_EQ(static_cast<MediaFileEntry*>(PlayList.GetAt(0))->duration, 0.0);
+}
+
+TEST_F(Transport, SteppingThroughSongsThatThisMachineCannotPlayKeepsThemAll)
+{
+    Start();
+    for (const char* name : { "a.wma", "b.wma", "c.wma" })
+        AddSongWithoutDecoder(name);
+    Press(VK_RETURN);
+    Press(VK_RIGHT);
+    Press(VK_RIGHT);
+    EXPECT_EQ(PlayList.GetCount(), 3);
+    EXPECT_EQ(g_currentNumber, 3);
+    EXPECT_EQ(g_isPlaying, 1);
+    SendMessageW(m_window, WM_COMMAND, kCommandExit, 0);
+    EXPECT_EQ(m_device.ReadFile("user/Windows/play_list.txt").size(), 3 * (2 * std::size("1$a.wma$\\SDMMC$0") - 2 + 2));
 }
 
 TEST_F(Transport, ATapOnTheSliderSeeksToThatPart)

@@ -324,6 +324,47 @@ TEST_F(MediaPlayerTest, SongInWhichNothingCanBePlayedOpensWithLengthZeroAndNoEnd
     EXPECT_EQ(player.CheckEndOfStream(), 0);
 }
 
+TEST_F(MediaPlayerTest, AKnownDurationIsToldFromTheOneSecondThatStandsInForIt)
+{
+    SetSimulatedSong(kSong, { 1.0, true, true });
+    SetSimulatedSong(kOther, { 12.0, false, true });
+    MediaPlayer player(nullptr, m_window);
+    EXPECT_FALSE(player.KnowsDuration());
+    ASSERT_EQ(player.OpenAndPlay(kSong, m_window), 0);
+    EXPECT_TRUE(player.KnowsDuration());
+    ASSERT_EQ(player.OpenAndPlay(kOther, m_window), 0);
+    EXPECT_FALSE(player.KnowsDuration());
+    EXPECT_DOUBLE_EQ(player.GetDuration(), 1.0);
+}
+
+TEST_F(MediaPlayerTest, FileWithoutMusicHasAKnownDurationOfNothing)
+{
+    SetSimulatedSong(kSong, { 12.0, true, false });
+    MediaPlayer player(kSong, m_window);
+    EXPECT_TRUE(player.KnowsDuration());
+    EXPECT_EQ(player.GetDuration(), 0.0);
+}
+
+TEST_F(MediaPlayerTest, SongThatThisMachineCannotPlayRunsThroughOneSecondToItsEnd)
+{
+    SetSimulatedSong(kSong, { 12.0, true, true, true });
+    MediaPlayer player(nullptr, m_window);
+    EXPECT_EQ(player.OpenAndPlay(kSong, m_window), 0);
+    EXPECT_FALSE(player.KnowsDuration());
+    EXPECT_DOUBLE_EQ(player.GetDuration(), 1.0);
+    EXPECT_EQ(player.GetVolume(), 0);
+    Play(990);
+    AdvanceSimulatedGraphs();
+    ServeMessages();
+    EXPECT_EQ(g_graphNotices, 0);
+    Play(10);
+    AdvanceSimulatedGraphs();
+    ServeMessages();
+    EXPECT_EQ(g_graphNotices, 1);
+    EXPECT_DOUBLE_EQ(player.GetPosition(), 1.0);
+    EXPECT_EQ(player.CheckEndOfStream(), 1);
+}
+
 TEST_F(MediaPlayerTest, SeekMovesThePlayingSong)
 {
     MediaPlayer player(nullptr, m_window);

@@ -11,7 +11,7 @@
 #include "app/title_ticker.h"
 #include "app/transport.h"
 #include "library/media_scan.h"
-#include "library/play_list_file.h"
+#include "library/saved_play_list.h"
 #include "playback/media_player.h"
 
 namespace {
@@ -23,16 +23,6 @@ void ShowTaskBar(int command)
 {
     if (const HWND taskBar = FindWindowW(TEXT("HHTaskBar"), nullptr); taskBar != nullptr)
         ShowWindow(taskBar, command);
-}
-
-void LoadSavedPlayList()
-{
-    WIN32_FIND_DATAW entry;
-    const HANDLE find = FindFirstFileW(kPlayListFile, &entry);
-    if (find == INVALID_HANDLE_VALUE)
-        return;
-    FindClose(find);
-    LoadPlayList(PlayList);
 }
 
 void RepaintNow(HWND window)
@@ -49,7 +39,7 @@ void ExitPlayer(HWND window, WPARAM request)
     if (g_songLoaded != 0)
         SendMessageW(window, WM_COMMAND, kCommandStop, 0);
     PostMessageW(HWND_BROADCAST, g_window.audioManagerMessage, request, 0);
-    SavePlayList(PlayList);
+    g_savedPlayList.Save(PlayList);
     FreeControls();
     FreeBackground();
     DestroyWindow(window);
@@ -85,7 +75,7 @@ LRESULT OnCreate(HWND window, WPARAM, LPARAM)
     CreateControls(window);
     LoadBackground();
     DisableControls(window);
-    LoadSavedPlayList();
+    g_savedPlayList.Load(PlayList);
     return 0;
 }
 

@@ -9,6 +9,7 @@ int g_stepBusy;
 UINT_PTR g_titleTimer;
 WString g_elapsedText = TEXT("0:00");
 WString g_totalText = TEXT("0:00");
+SavedPlayList g_savedPlayList;
 
 namespace {
 std::unique_ptr<MediaPlayer> g_player;

@@ -1,6 +1,7 @@
 // The player's state: one set of values for the process, touched only on the window's thread.
 #pragma once
 
+#include "library/saved_play_list.h"
 #include "platform/ce.h"
 
 #include <memory>
@@ -14,6 +15,8 @@ extern int g_stepBusy;        // 1 while next or previous is changing songs
 extern UINT_PTR g_titleTimer; // 0: not running
 extern WString g_elapsedText;
 extern WString g_totalText;
+
+extern SavedPlayList g_savedPlayList; // what PlayList was loaded from, and is saved to
 
 // The one player object; made by the first call.
 [[nodiscard]] MediaPlayer& Player();

@@ -7,6 +7,7 @@
 #include "app/player_state.h"
 #include "app/player_window.h"
 #include "app/title_ticker.h"
+#include "library/card_presence.h"
 #include "library/display_texts.h"
 #include "library/media_scan.h"
 #include "playback/media_player.h"
@@ -18,7 +19,7 @@ constexpr double kStepSeconds = 5.0;
 // The song that the player object holds, playing or paused.
 WString g_openPath;
 
-enum class Outcome { Playing, Unplayable };
+enum class Outcome { Playing, Unplayable, CardAway };
 
 void PauseSong()
 {
@@ -29,8 +30,10 @@ void PauseSong()
 
 void FillEmptyPlayList()
 {
+    if (PlayList.IsEmpty())
+        g_savedPlayList.TakeBack(PlayList);
     if (PlayList.IsEmpty() && g_launchOptions.fillFromCard)
-        ScanMediaFolder(TEXT("\\SDMMC"), &PlayList, true);
+        ScanMediaFolder(kCardFolder, &PlayList, true);
 }
 
 void EnterPlaying(HWND window)
@@ -96,7 +99,7 @@ void DropCurrentEntry()
         MakeCurrent(g_currentNumber <= PlayList.GetCount() ? g_currentNumber : 1);
 }
 
-Outcome PlayCurrent(HWND window)
+Outcome PlayCurrent(HWND window, CardOfList& card)
 {
     EnterPlaying(window);
     MediaFileEntry& entry = ChooseEntry();
@@ -109,6 +112,8 @@ Outcome PlayCurrent(HWND window)
         ShowSong(window, entry, durationSeconds);
         return Outcome::Playing;
     }
+    if (!card.IsThere(g_currentNumber - 1))
+        return Outcome::CardAway;
     DropCurrentEntry();
     return Outcome::Unplayable;
 }
@@ -124,13 +129,15 @@ void PlayOrPause(HWND window)
     }
     FillEmptyPlayList();
     // A card may hold thousands of files that no decoder takes: one after the other, never one inside the other.
+    CardOfList card(PlayList);
     while (!PlayList.IsEmpty()) {
         g_songLoaded = 1;
-        if (PlayCurrent(window) == Outcome::Playing)
+        const Outcome outcome = PlayCurrent(window, card);
+        if (outcome == Outcome::Playing)
             return;
         const bool firstComesNext = g_currentNumber <= 1;
         SendMessageW(window, WM_COMMAND, kCommandStop, 0);
-        if (firstComesNext)
+        if (firstComesNext || outcome == Outcome::CardAway)
             return;
     }
     g_songLoaded = 0;

@@ -3,7 +3,8 @@
 
 #include "platform/ce.h"
 
-// Pauses while playing; else plays the marked song, or the first. Songs that cannot be played leave the list.
+// Pauses while playing; else plays the marked song, or the first. Songs that are gone or no music leave the list; while
+// their card is away, all stay and the player stops.
 void PlayOrPause(HWND window);
 // `request`: wParam of the stop command; its high word kStopQuietly leaves the picture for the next song to repaint.
 void StopSong(HWND window, WPARAM request);

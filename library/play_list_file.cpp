@@ -1,11 +1,10 @@
 #include "library/play_list_file.h"
 
-#include "library/media_entry.h"
+#include "library/card_presence.h"
 
 #include <algorithm>
 #include <array>
 #include <limits>
-#include <memory>
 
 namespace {
 
@@ -78,39 +77,35 @@ std::int64_t WrittenSeconds(const MediaFileEntry& entry)
     return entry.duration < 0 ? static_cast<std::int64_t>(std::max(entry.duration, kLeast)) : WholeSeconds(entry);
 }
 
-WString RecordText(std::int32_t number, const MediaFileEntry& entry)
+void AppendRecords(const CPtrListCtrl& list, BlockWriter& writer)
 {
-    WString text;
-    AppendNumber(text, number);
-    ((text += kSeparator) += entry.fileName) += kSeparator;
-    (text += entry.folder) += kSeparator;
-    AppendNumber(text, WrittenSeconds(entry));
-    return text;
-}
-
-bool WriteRecords(const CPtrListCtrl& list, const WCHAR* path)
-{
-    const FileOrNone file = OpenFile(path, CREATE_ALWAYS);
-    if (!file)
-        return false;
-    BlockWriter writer(file.get());
     for (std::int32_t i = 0; i < list.GetCount(); ++i) {
         const auto* entry = static_cast<const MediaFileEntry*>(list.GetAt(i));
         if (entry == nullptr)
             break;
         if (entry->fileName[0] == 0)
             continue;
-        for (const WCHAR unit : RecordText(i + 1, *entry))
+        for (const WCHAR unit : PlayListRecordText(i + 1, *entry))
             writer.Append(unit);
         writer.Append(kRecordEnd);
     }
+}
+
+bool WriteRecords(const std::vector<const CPtrListCtrl*>& lists, const WCHAR* path)
+{
+    const FileOrNone file = OpenFile(path, CREATE_ALWAYS);
+    if (!file)
+        return false;
+    BlockWriter writer(file.get());
+    for (const CPtrListCtrl* const list : lists)
+        AppendRecords(*list, writer);
     return writer.Finish();
 }
 
 // Cuts the bytes of the file into records, however they arrive.
 class RecordCutter {
 public:
-    explicit RecordCutter(CPtrListCtrl& list) : m_list(list) {}
+    explicit RecordCutter(const std::function<void(WStringView)>& visit) : m_visit(visit) {}
 
     void Feed(std::uint8_t byte)
     {
@@ -129,12 +124,12 @@ public:
 
     void End()
     {
-        ParsePlayListRecord(m_record, m_list);
+        m_visit(m_record);
         m_record.clear();
     }
 
 private:
-    CPtrListCtrl& m_list;
+    const std::function<void(WStringView)>& m_visit;
     WString m_record;
     std::uint8_t m_lowByte = 0;
     bool m_hasLowByte = false;
@@ -151,30 +146,40 @@ bool TakeField(WStringView& text, WStringView& field)
     return true;
 }
 
-bool IsThere(const MediaFileEntry& entry)
-{
-    WIN32_FIND_DATAW found;
-    const HANDLE find = FindFirstFileW(PathOf(entry).c_str(), &found);
-    if (find == INVALID_HANDLE_VALUE)
-        return false;
-    FindClose(find);
-    return true;
-}
-
 } // namespace
+
+WString PlayListRecordText(std::int32_t number, const MediaFileEntry& entry)
+{
+    WString text;
+    AppendNumber(text, static_cast<std::uint32_t>(number));
+    ((text += kSeparator) += entry.fileName) += kSeparator;
+    (text += entry.folder) += kSeparator;
+    AppendNumber(text, WrittenSeconds(entry));
+    return text;
+}
 
 void SavePlayList(const CPtrListCtrl& list)
 {
-    if (!WriteRecords(list, kUnfinishedFile) || !DeleteAndRenameFile(kPlayListFile, kUnfinishedFile))
+    SavePlayLists({ &list });
+}
+
+void SavePlayLists(const std::vector<const CPtrListCtrl*>& lists)
+{
+    if (!WriteRecords(lists, kUnfinishedFile) || !DeleteAndRenameFile(kPlayListFile, kUnfinishedFile))
         DeleteFileW(kUnfinishedFile);
 }
 
 void LoadPlayList(CPtrListCtrl& list)
 {
+    ReadPlayListRecords([&list](WStringView record) { ParsePlayListRecord(record, list); });
+}
+
+void ReadPlayListRecords(const std::function<void(WStringView record)>& visit)
+{
     const FileOrNone file = OpenFile(kPlayListFile, OPEN_EXISTING);
     if (!file)
         return;
-    RecordCutter records(list);
+    RecordCutter records(visit);
     std::array<std::uint8_t, 1000> block;
     DWORD readBytes = 0;
     while (ReadFile(file.get(), block.data(), static_cast<DWORD>(block.size()), &readBytes, nullptr) != FALSE &&
@@ -187,18 +192,28 @@ void LoadPlayList(CPtrListCtrl& list)
 
 int ParsePlayListRecord(WStringView text, CPtrListCtrl& list)
 {
-    text = text.substr(0, kMostRecordUnits);
-    text = text.substr(0, text.find(kRecordEnd));
-    WStringView number;
-    WStringView fileName;
-    WStringView folder;
-    if (!TakeField(text, number) || !TakeField(text, fileName) || !TakeField(text, folder) || fileName.empty() ||
-        fileName.front() == 0)
+    std::unique_ptr<MediaFileEntry> entry = ReadPlayListRecord(text, nullptr);
+    if (!entry || !IsSongThere(*entry))
         return 0;
-    std::unique_ptr<MediaFileEntry> entry(NewMediaEntry(fileName, folder));
-    if (!entry || !IsThere(*entry))
-        return 0;
-    entry->duration = static_cast<double>(_wtol(WString(text).c_str()));
     list.Add(entry.release(), -1);
     return 1;
+}
+
+std::unique_ptr<MediaFileEntry> ReadPlayListRecord(WStringView text, std::int32_t* number)
+{
+    text = text.substr(0, kMostRecordUnits);
+    text = text.substr(0, text.find(kRecordEnd));
+    WStringView numberText;
+    WStringView fileName;
+    WStringView folder;
+    if (!TakeField(text, numberText) || !TakeField(text, fileName) || !TakeField(text, folder) || fileName.empty() ||
+        fileName.front() == 0)
+        return nullptr;
+    std::unique_ptr<MediaFileEntry> entry(NewMediaEntry(fileName, folder));
+    if (!entry)
+        return nullptr;
+    entry->duration = static_cast<double>(_wtol(WString(text).c_str()));
+    if (number != nullptr)
+        *number = static_cast<std::int32_t>(_wtol(WString(numberText).c_str()));
+    return entry;
 }

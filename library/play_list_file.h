@@ -1,10 +1,12 @@
-// Keeps the play list over restarts in "\Windows\play_list.txt". It knows the form of the file; what is played is not
-// its business.
+// The form of "\Windows\play_list.txt", which keeps the play list over restarts. What is played is not its business,
+// nor which of the file's songs are kept: library/saved_play_list.h says that.
 #pragma once
 
-#include "containers/ptr_list_ctrl.h"
+#include "library/media_entry.h"
 
-#include "platform/ce.h"
+#include <functional>
+#include <memory>
+#include <vector>
 
 // UTF-16 little-endian without a byte-order mark, a record for each song: its 1-based number, file name, folder and
 // whole seconds, parted by "$" and ended by the two bytes 0D 0A, which make the one unit 0x0A0D.
@@ -14,9 +16,22 @@ inline constexpr const WCHAR* kPlayListFile = TEXT("\\Windows\\play_list.txt");
 // its number. Failures are not reported; the file is then the old one, as it was.
 void SavePlayList(const CPtrListCtrl& list);
 
+// Writes the lists one behind the other, each numbered from 1.
+void SavePlayLists(const std::vector<const CPtrListCtrl*>& lists);
+
+// One record without its end, as it is written.
+WString PlayListRecordText(std::int32_t number, const MediaFileEntry& entry);
+
 // Appends a new entry for each record whose file is there; a missing file holds none. A last record without its end
 // counts.
 void LoadPlayList(CPtrListCtrl& list);
+
+// Calls `visit` with each record in the order of the file, without its end; a missing file holds none.
+void ReadPlayListRecords(const std::function<void(WStringView record)>& visit);
+
+// The entry that a record names, whether its file is there or not; null when it names none. `number`, if not null, gets
+// the record's number.
+std::unique_ptr<MediaFileEntry> ReadPlayListRecord(WStringView text, std::int32_t* number);
 
 // One record, without its end or up to it; at most 1000 units count. 1 when its file is there and a new entry was
 // appended, else 0.

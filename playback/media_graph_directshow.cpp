@@ -1,43 +1,25 @@
 // The engine on DirectShow: one filter graph, its interfaces, and what each call of the graph means to them.
 #include "playback/media_graph_directshow.h"
 
+#include "platform/console_notice.h"
 #include "platform/device_tree.h"
 #include "playback/media_graph_directshow_sink.h"
 #include "playback/media_graph_song_probe.h"
 
 #include <mmsystem.h>
 
-#include <algorithm>
-#include <cmath>
+#include <utility>
 
+using cardsong::kernel::TellOnce;
 using cardsong::playback::ComPointer;
 using cardsong::playback::LookAtSong;
+using cardsong::playback::SilentSong;
 using cardsong::playback::SongKind;
 
 namespace {
 
-constexpr double kUnitsPerSecond = 10'000'000.0; // reference time counts 100 nanoseconds
 constexpr LONG kStateTimeoutMs = 10;
 constexpr LONG kCueTimeoutMs = 1500; // a song on a slow card that takes longer goes on cueing by itself
-constexpr double kMostSeconds = 1e9; // longer than any song, and short of what a reference time can hold
-constexpr DWORD kToPosition = AM_SEEKING_AbsolutePositioning | AM_SEEKING_SeekToKeyFrame;
-
-// Some decoders take a place before the beginning for the end, or for as much silence.
-LONGLONG ToReferenceTime(double seconds)
-{
-    return static_cast<LONGLONG>(std::clamp(seconds, 0.0, kMostSeconds) * kUnitsPerSecond);
-}
-
-using ReadPosition = HRESULT (STDMETHODCALLTYPE IMediaSeeking::*)(LONGLONG*);
-
-bool ReadSeconds(const ComPointer<IMediaSeeking>& seeking, ReadPosition read, double& seconds)
-{
-    LONGLONG position = 0;
-    if (!seeking || FAILED((seeking.Get()->*read)(&position)))
-        return false;
-    seconds = static_cast<double>(position) / kUnitsPerSecond;
-    return true;
-}
 
 template <typename Interface>
 bool Query(IGraphBuilder* graph, REFIID id, ComPointer<Interface>& pointer)
@@ -45,24 +27,25 @@ bool Query(IGraphBuilder* graph, REFIID id, ComPointer<Interface>& pointer)
     return SUCCEEDED(graph->QueryInterface(id, pointer.Receive()));
 }
 
+// The file is music; what is missing is the machine's.
+void TellWhatIsMissing(SongKind kind)
+{
+    if (waveOutGetNumDevs() == 0)
+        TellOnce("no device takes sound: songs pass in silence");
+    else if (kind == SongKind::Asf)
+        TellOnce("no decoder takes this WMA song; Windows has its own in the Media Feature Pack");
+    else
+        TellOnce("no decoder takes this MP3 song; Windows has its own in the Media Feature Pack");
+}
+
 } // namespace
 
 bool MediaGraph::Engine::IsIn(OAFilterState wanted) const
 {
+    if (silence)
+        return silence->State() == wanted;
     OAFilterState state = -1;
     return control && SUCCEEDED(control->GetState(kStateTimeoutMs, &state)) && state == wanted;
-}
-
-bool MediaGraph::Engine::GoTo(double start, const double* stop)
-{
-    if (!seeking || !std::isfinite(start) || (stop != nullptr && !std::isfinite(*stop)))
-        return false;
-    ForgetBreak();
-    LONGLONG current = ToReferenceTime(start);
-    if (stop == nullptr)
-        return SUCCEEDED(seeking->SetPositions(&current, kToPosition, nullptr, AM_SEEKING_NoPositioning));
-    LONGLONG end = ToReferenceTime(*stop);
-    return SUCCEEDED(seeking->SetPositions(&current, kToPosition, &end, kToPosition));
 }
 
 // What takes long is the first song's own decoders, and they come with the song.
@@ -112,6 +95,7 @@ bool MediaGraph::QueryInterfaces()
 void MediaGraph::ReleaseAll()
 {
     Engine& engine = *m_engine;
+    engine.silence.reset();
     engine.seeking.Reset();
     engine.control.Reset();
     engine.events.Reset();
@@ -124,6 +108,7 @@ void MediaGraph::ReleaseAll()
         engine.videoWindow.Reset();
     }
     engine.graph.Reset();
+    engine.window = nullptr;
     engine.holdsNoSong = false;
     engine.ForgetBreak();
 }
@@ -134,14 +119,16 @@ bool MediaGraph::RenderFile(const WCHAR* path)
     if (!engine.graph || path == nullptr)
         return false;
     const auto hostPath = cardsong::kernel::FindHostPath(path);
-    engine.holdsNoSong = !hostPath || LookAtSong(*hostPath) == SongKind::None;
+    const SongKind kind = hostPath ? LookAtSong(*hostPath) : SongKind::None;
+    engine.holdsNoSong = kind == SongKind::None;
     if (engine.holdsNoSong)
         return false;
     cardsong::playback::AddWishedRenderer(*engine.graph.Get());
-    const bool rendered = SUCCEEDED(engine.graph->RenderFile(hostPath->c_str(), nullptr));
-    // Where no device takes sound, nothing is known about the song.
-    engine.holdsNoSong = !rendered && waveOutGetNumDevs() > 0;
-    return rendered;
+    if (SUCCEEDED(engine.graph->RenderFile(hostPath->c_str(), nullptr)))
+        return true;
+    TellWhatIsMissing(kind);
+    engine.silence = std::make_unique<SilentSong>(engine.window);
+    return false;
 }
 
 bool MediaGraph::Run()
@@ -150,6 +137,8 @@ bool MediaGraph::Run()
         return false;
     if (IsRunning())
         return true;
+    if (m_engine->silence)
+        return m_engine->silence->Run();
     SetVideoOwner(nullptr);
     return SUCCEEDED(m_engine->control->Run());
 }
@@ -160,6 +149,8 @@ bool MediaGraph::Pause()
         return false;
     if (IsPaused())
         return true;
+    if (m_engine->silence)
+        return m_engine->silence->Pause();
     const HRESULT paused = m_engine->control->Pause();
     OAFilterState state = State_Stopped;
     if (paused == S_FALSE) // on its way there
@@ -174,6 +165,8 @@ bool MediaGraph::Stop()
     if (!m_engine->control)
         return false;
     m_engine->ForgetBreak();
+    if (m_engine->silence)
+        return m_engine->silence->Stop();
     return IsStopped() || SUCCEEDED(m_engine->control->Stop());
 }
 
@@ -197,6 +190,9 @@ bool MediaGraph::SetNotifyWindow(HWND window)
     IMediaEventEx* const events = m_engine->events.Get();
     if (events == nullptr || FAILED(events->SetNotifyWindow(reinterpret_cast<OAHWND>(window), kGraphEventMessage, 0)))
         return false;
+    m_engine->window = window;
+    if (m_engine->silence)
+        m_engine->silence->SetNotifyWindow(window);
     // The graph announces only what comes from now on.
     OAEVENT waiting = 0;
     if (window != nullptr && SUCCEEDED(events->GetEventHandle(&waiting)) &&
@@ -218,6 +214,10 @@ bool MediaGraph::TakeEvent(long& code)
         code = kGraphComplete;
         return true;
     }
+    if (engine.silence && engine.silence->TakeEnd()) {
+        code = kGraphComplete;
+        return true;
+    }
     LONG_PTR first = 0;
     LONG_PTR second = 0;
     while (engine.events && SUCCEEDED(engine.events->GetEvent(&code, &first, &second, 0))) {
@@ -235,65 +235,4 @@ void MediaGraph::DrainEvents()
     long code = 0;
     while (TakeEvent(code)) {
     }
-}
-
-bool MediaGraph::GetDuration(double& seconds) const
-{
-    if (ReadSeconds(m_engine->seeking, &IMediaSeeking::GetDuration, seconds))
-        return true;
-    if (m_engine->holdsNoSong)
-        seconds = 0.0;
-    return m_engine->holdsNoSong;
-}
-
-bool MediaGraph::GetCurrentPosition(double& seconds) const
-{
-    return ReadSeconds(m_engine->seeking, &IMediaSeeking::GetCurrentPosition, seconds);
-}
-
-bool MediaGraph::GetStopPosition(double& seconds) const
-{
-    return ReadSeconds(m_engine->seeking, &IMediaSeeking::GetStopPosition, seconds);
-}
-
-bool MediaGraph::SetPosition(double seconds)
-{
-    return m_engine->GoTo(seconds, nullptr);
-}
-
-bool MediaGraph::SetPositions(double start, double stop)
-{
-    return m_engine->GoTo(start, &stop);
-}
-
-bool MediaGraph::SetRate(double rate)
-{
-    return m_engine->seeking && SUCCEEDED(m_engine->seeking->SetRate(rate));
-}
-
-bool MediaGraph::GetRate(double& rate) const
-{
-    return m_engine->seeking && SUCCEEDED(m_engine->seeking->GetRate(&rate));
-}
-
-bool MediaGraph::SetVolume(long volume)
-{
-    return m_engine->audio && SUCCEEDED(m_engine->audio->put_Volume(volume));
-}
-
-long MediaGraph::GetVolume() const
-{
-    long volume = 0;
-    return m_engine->audio && SUCCEEDED(m_engine->audio->get_Volume(&volume)) ? volume : 0;
-}
-
-bool MediaGraph::SetBalance(long balance)
-{
-    return m_engine->audio && SUCCEEDED(m_engine->audio->put_Balance(balance));
-}
-
-long MediaGraph::GetBalance() const
-{
-    long balance = 0;
-    return m_engine->audio && SUCCEEDED(m_engine->audio->get_Balance(&balance)) ? balance : 0;
 }

@@ -3,6 +3,7 @@
 #include "playback/simulated_graph.h"
 
 #include <algorithm>
+#include <cmath>
 #include <cstdio>
 #include <deque>
 #include <map>
@@ -369,7 +370,7 @@ bool MediaGraph::SetPosition(double seconds)
     if (!m_engine)
         return false;
     NoteCall("SetPosition", seconds);
-    if (!m_engine->song)
+    if (!m_engine->song || !std::isfinite(seconds))
         return false;
     m_engine->endReported = false;
     m_engine->Anchor(std::clamp(seconds, 0.0, m_engine->song->lengthSeconds));
@@ -379,7 +380,7 @@ bool MediaGraph::SetPosition(double seconds)
 bool MediaGraph::SetPositions(double start, double stop)
 {
     const Guard guard(TheSimulation().mutex);
-    if (stop < start || !SetPosition(start))
+    if (!std::isfinite(stop) || stop < std::max(start, 0.0) || !SetPosition(start))
         return false;
     m_engine->stopSeconds = stop;
     return true;

@@ -10,6 +10,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <chrono>
 #include <functional>
 #include <thread>
@@ -25,6 +26,14 @@ constexpr double kTimingSeconds = 0.25; // how far real time may be off
 
 constexpr const char* kSongs[] = { "short_tone.mp3", "short_tone_without_length.mp3", "short_tone.wma",
                                    "short_tone_version_1.wma" };
+
+// What a test is called that runs with one of kSongs.
+inline std::string SongTestName(const testing::TestParamInfo<const char*>& info)
+{
+    std::string name = info.param;
+    std::replace(name.begin(), name.end(), '.', '_');
+    return name;
+}
 
 inline std::string Sample(const std::string& name)
 {

@@ -100,14 +100,50 @@ TEST_F(DirectShowTest, SongIsRenderedFromItsHostPath)
     EXPECT_TRUE(std::filesystem::equivalent(m_record.path, m_device.CardDirectory() + "/tone.mp3"));
 }
 
-TEST_F(DirectShowTest, SongThatIsRefusedLastsNoTimeUnlessNoDeviceTakesSound)
+TEST_F(DirectShowTest, MusicThatEveryDecoderRefusesHasNoKnownLength)
+{
+    m_device.WriteFile("card/tone.mp3", Sample("short_tone.mp3"));
+    for (const HRESULT refusal : { VFW_E_CANNOT_RENDER, VFW_E_UNSUPPORTED_STREAM, VFW_E_UNSUPPORTED_AUDIO,
+                                   VFW_E_NO_AUDIO_HARDWARE, REGDB_E_CLASSNOTREG, E_FAIL }) {
+        SCOPED_TRACE(refusal);
+        m_record.result = S_OK;
+        m_graph.Attach(&m_recorder);
+        m_record.result = refusal;
+        EXPECT_FALSE(m_graph.RenderFile(TEXT("\\SDMMC\\tone.mp3")));
+        double seconds = 7.0;
+        EXPECT_FALSE(m_graph.GetDuration(seconds));
+        EXPECT_EQ(seconds, 7.0);
+    }
+}
+
+TEST_F(DirectShowTest, MusicThatIsRefusedRunsThroughASilentSecondAndNotThroughTheGraph)
 {
     m_device.WriteFile("card/tone.mp3", Sample("short_tone.mp3"));
     m_record.result = VFW_E_CANNOT_RENDER;
     EXPECT_FALSE(m_graph.RenderFile(TEXT("\\SDMMC\\tone.mp3")));
+    m_record.Take();
+    EXPECT_TRUE(m_graph.IsStopped());
+    EXPECT_TRUE(m_graph.Pause());
+    EXPECT_TRUE(m_graph.IsPaused());
+    EXPECT_TRUE(m_graph.SetPosition(-2.0));
     double seconds = 7.0;
-    EXPECT_EQ(m_graph.GetDuration(seconds), HasSoundOutput());
-    EXPECT_EQ(seconds, HasSoundOutput() ? 0.0 : 7.0);
+    EXPECT_TRUE(m_graph.GetCurrentPosition(seconds));
+    EXPECT_EQ(seconds, 0.0);
+    EXPECT_TRUE(m_graph.SetRate(1.5) && m_graph.GetRate(seconds));
+    EXPECT_EQ(seconds, 1.5);
+    EXPECT_TRUE(m_graph.GetStopPosition(seconds));
+    EXPECT_EQ(seconds, 1.0);
+    EXPECT_FALSE(m_graph.SetPositions(0.0, 0.5));
+    EXPECT_TRUE(m_graph.Run());
+    EXPECT_TRUE(m_graph.IsRunning());
+    EXPECT_EQ(m_record.Take(), Calls{});
+    long code = 0;
+    EXPECT_TRUE(Await([&] { return m_graph.TakeEvent(code); }));
+    EXPECT_EQ(code, kGraphComplete);
+    EXPECT_TRUE(m_graph.Stop());
+    EXPECT_TRUE(m_graph.IsStopped());
+    m_record.result = S_OK;
+    EXPECT_FALSE(m_graph.TakeEvent(code));
 }
 
 TEST_F(DirectShowTest, WhatHoldsNoSongIsNotRenderedAndLastsNoTime)

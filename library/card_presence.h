@@ -1,0 +1,27 @@
+// Whether the card is there, and whether it is the one that the songs of a list lie on. Reads folders, no song.
+#pragma once
+
+#include "library/media_entry.h"
+
+inline constexpr const WCHAR* kCardFolder = TEXT("\\SDMMC");
+
+// Whether anything lies on the card. A card pulled out leaves an empty folder, or none.
+[[nodiscard]] bool IsCardInserted();
+
+// Whether the entry's path names something that is there.
+[[nodiscard]] bool IsSongThere(const MediaFileEntry& entry);
+
+// Whether the card of one list is there: it is when one of the list's songs is, and anything lies on the card. For one
+// command; asked often, it looks first for the song that it found last.
+class CardOfList {
+public:
+    // `list`: borrowed; of MediaFileEntry*.
+    explicit CardOfList(const CPtrListCtrl& list) : m_list(list) {}
+
+    // `first`: the index of the song to look for first.
+    [[nodiscard]] bool IsThere(std::int32_t first);
+
+private:
+    const CPtrListCtrl& m_list;
+    MediaFileEntry m_found; // without a name: none was found yet
+};

@@ -48,19 +48,26 @@ def peak_megabytes(pid):
     return int(status.partition("VmHWM:")[2].split()[0]) / 1024
 
 
+def processor_seconds_a_minute(pid, seconds):
+    before, since = processor_seconds(pid), time.monotonic()
+    time.sleep(seconds)
+    return (processor_seconds(pid) - before) / (time.monotonic() - since) * 60
+
+
 def measure_playing(stage, program, seconds):
-    """Processor seconds a minute, and the peak of memory, of a playing window that nobody touches."""
+    """Processor seconds a minute of a window that nobody touches, playing and paused, and its peak of memory."""
     player = stage.start_player(program, stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
     window = Window(stage, player)
     window.press("Return")
     time.sleep(3)  # what the start costs is over
-    before, since = processor_seconds(player.pid), time.monotonic()
-    time.sleep(seconds)
-    used, passed = processor_seconds(player.pid) - before, time.monotonic() - since
+    playing = processor_seconds_a_minute(player.pid, seconds)
     peak = peak_megabytes(player.pid)
+    window.press("Return")
+    time.sleep(1)
+    paused = processor_seconds_a_minute(player.pid, seconds)
     window.press("Escape")
     wait_for("the player ends", lambda: player.poll() is not None)
-    return used / passed * 60, peak
+    return playing, paused, peak
 
 
 def main():
@@ -74,13 +81,14 @@ def main():
         make_tones(stage.root / "card" / "00 long tone.mp3", [(440, 1)] * (int(options.play) + 10))
         trace_start(stage, program)  # files come into the cache
         starts = [trace_start(stage, program) for _ in range(options.runs)]
-        processor, peak = measure_playing(stage, program, options.play)
+        playing, paused, peak = measure_playing(stage, program, options.play)
     print(f"{'':34}{'median':>8}{'best':>8}{'worst':>8}")
     for name in MILESTONES:
         times = [start[name] for start in starts]
         print(f"{name + ', ms':34}{statistics.median(times):8.0f}{min(times):8.0f}{max(times):8.0f}")
     print(f"{'peak memory playing MP3, MB':34}{peak:8.1f}")
-    print(f"{'processor time a minute played, s':34}{processor:8.2f}")
+    print(f"{'processor time a minute played, s':34}{playing:8.2f}")
+    print(f"{'processor time a minute paused, s':34}{paused:8.2f}")
 
 
 if __name__ == "__main__":

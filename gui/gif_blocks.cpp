@@ -36,7 +36,7 @@ GifColorTable ReadColorTable(GifReader& reader, std::uint32_t size)
 std::array<char, 4> ReadTag(GifReader& reader)
 {
     std::array<char, 4> tag{};
-    std::ranges::transform(reader.Take(3), tag.begin(), [](std::byte b) { return static_cast<char>(b); });
+    std::generate_n(tag.begin(), 3, [&reader] { return static_cast<char>(reader.U8()); });
     return tag;
 }
 

@@ -168,9 +168,10 @@ void Chain::SetVolumeFactor(double factor)
 
 GstElement* Chain::Add(ElementPtr element)
 {
-    if (element)
-        gst_bin_add(GST_BIN(Pipeline()), element.get()); // takes a share; ours ends with this call
-    return element.get();
+    GstElement* const added = element.get();
+    if (added != nullptr)
+        gst_bin_add(GST_BIN(Pipeline()), added); // takes a share; ours ends with this call
+    return added;
 }
 
 bool Chain::AddTail(ElementPtr opened, const Settings& settings)

@@ -81,6 +81,7 @@ RenderResult Song::Cue(Look look)
         return m_events->IsBeyondTheMachine() ? RenderResult::BeyondTheMachine : RenderResult::NoMusic;
     }
     m_untouched = true;
+    m_isHeld = false;
     m_lastPositionSeconds = m_startSeconds;
     return RenderResult::Ready;
 }
@@ -107,6 +108,7 @@ void Song::EnterSilence()
 bool Song::EnterState(GraphState state)
 {
     m_state = state;
+    m_isHeld = false;
     switch (state) {
     case GraphState::Stopped: Stop(); return true;
     case GraphState::Paused: return Pause();
@@ -121,7 +123,11 @@ double Song::Position()
         return m_silence->Position();
     if (!m_driver)
         return m_startSeconds;
-    m_lastPositionSeconds = m_driver->PositionSeconds().value_or(m_lastPositionSeconds);
+    if (m_isHeld)
+        return m_lastPositionSeconds;
+    const auto position = m_driver->PositionSeconds();
+    m_lastPositionSeconds = position.value_or(m_lastPositionSeconds);
+    m_isHeld = position && m_state != GraphState::Running;
     return m_lastPositionSeconds;
 }
 
@@ -136,6 +142,7 @@ bool Song::GoTo(double seconds)
         return true;
     m_startSeconds = place;
     m_lastPositionSeconds = place;
+    m_isHeld = false;
     if (m_driver)
         m_driver->GoTo(PlaceAt(place));
     return true;
@@ -161,6 +168,7 @@ bool Song::SetRate(double rate)
         return m_silence->SetRate(rate);
     if (m_driver)
         m_driver->GoTo(PlaceAt(Position()));
+    m_isHeld = false;
     return true;
 }
 

@@ -76,6 +76,7 @@ private:
     long m_volume = 0;
     long m_balance = 0;
     double m_lastPositionSeconds = 0.0; // what to answer while the chain knows none
+    bool m_isHeld = false;              // and while it stands still, which each tick of a timer would ask anew
     std::optional<double> m_seconds;    // the song's length
 };
 

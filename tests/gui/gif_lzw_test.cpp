@@ -338,7 +338,7 @@ TEST(GifLzw, EverySizeOfSubBlockGivesTheSamePixels)
 {
     const Bytes indices = NoiseIndices(3000, 16);
     const Bytes data = EncodeLzw(4, indices);
-    for (const std::size_t blockBytes : { 2, 3, 4, 5, 6, 7, 100, 254, 255 }) {
+    for (const std::size_t blockBytes : { 2U, 3U, 4U, 5U, 6U, 7U, 100U, 254U, 255U }) {
         const Outcome outcome = Decode(4, data, indices.size(), blockBytes);
         EXPECT_TRUE(outcome.isDecoded) << blockBytes;
         EXPECT_EQ(outcome.pixels, indices) << blockBytes;

@@ -46,7 +46,7 @@ TEST(PlayListOnAFullDisk, IsTheOldOneWhereverTheDiskIsFull)
     device.WriteFile("user/Windows/play_list.txt", old);
     for (int i = 0; i < 1000; ++i)
         AddEntry(PlayList, TEXT("song.mp3"), TEXT("\\SDMMC"), 1);
-    for (const rlim_t bytes : { 0, 1, 1000, 16384, 20000 }) {
+    for (const rlim_t bytes : { 0U, 1U, 1000U, 16384U, 20000U }) {
         const FullDisk full(bytes);
         SavePlayList(PlayList);
         EXPECT_EQ(device.ReadFile("user/Windows/play_list.txt"), old) << bytes;

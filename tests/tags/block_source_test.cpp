@@ -44,7 +44,8 @@ TEST(BlockSource, AnswersAsTheSourceBelowWhateverTheOrder)
     const unsigned seed = std::random_device{}();
     SCOPED_TRACE(seed);
     std::mt19937 random(seed);
-    for (const std::size_t sizeBytes : { 0, 1, 127, 4095, 4096, 4097, 4223, 4224, 8191, 8192, 8193, 30'000 }) {
+    for (const std::size_t sizeBytes :
+         { 0U, 1U, 127U, 4095U, 4096U, 4097U, 4223U, 4224U, 8191U, 8192U, 8193U, 30'000U }) {
         const Bytes bytes = Counted(sizeBytes);
         MemorySource below(bytes);
         BlockSource source(below);

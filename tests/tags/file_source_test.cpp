@@ -42,8 +42,8 @@ TEST(FileSource, ReadsAtEveryOffsetWhatTheFileHolds)
     ASSERT_TRUE(opened.file);
     FileSource source(opened.file.get());
     EXPECT_EQ(source.SizeBytes(), 20'000u);
-    for (const std::size_t offset :
-         { 0, 1, 4000, 4085, 4086, 4087, 4095, 4096, 4097, 12'000, 5, 19'870, 19'872, 19'985, 19'990, 19'999 })
+    for (const std::size_t offset : { 0U, 1U, 4000U, 4085U, 4086U, 4087U, 4095U, 4096U, 4097U, 12'000U, 5U, 19'870U,
+                                      19'872U, 19'985U, 19'990U, 19'999U })
         EXPECT_EQ(Read(source, offset, 10), contents.substr(offset, 10)) << offset;
     EXPECT_EQ(Read(source, 0, 20'001), contents);
 }

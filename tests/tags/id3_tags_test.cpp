@@ -131,7 +131,7 @@ TEST_F(Id3v2, ATagOfNothingButItsHeaderIsEmpty)
 TEST_F(Id3v2, VersionAndFlagsAreNotExamined)
 {
     Bytes tag = Tag(Frame("TIT2", "x"));
-    for (const std::size_t place : { 3, 4, 5 }) // version, revision, flags
+    for (const std::size_t place : { 3U, 4U, 5U }) // version, revision, flags
         tag[place] = std::byte{ 0xFF };
     ASSERT_EQ(Read(tag), 0);
     EXPECT_EQ(Count(), 1);

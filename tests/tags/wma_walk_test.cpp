@@ -42,7 +42,7 @@ TEST_F(WmaWalk, TwentySixBytesOfTheDataObjectAreNeeded)
 
 TEST_F(WmaWalk, TheStatedNumberOfObjectsIsNotUsed)
 {
-    for (const std::size_t place : { 24, 25, 26, 27 }) {
+    for (const std::size_t place : { 24U, 25U, 26U, 27U }) {
         Bytes song = Song({ Properties(7, 0, 0), Content({ "Title", "", "", "", "" }) });
         song[place] = std::byte{ 0xFF };
         EXPECT_EQ(Read(song), 0);
@@ -175,7 +175,7 @@ TEST_F(WmaWalk, AnotherFormatIsRefused)
 
 TEST_F(WmaWalk, AnObjectSmallerThanItsHeaderEndsTheWalk)
 {
-    for (const std::uint64_t sizeBytes : { 0, 1, 23 }) {
+    for (const std::uint64_t sizeBytes : { 0U, 1U, 23U }) {
         const Bytes object = Bytes().Append(kOtherGuid).Little(sizeBytes, 8);
         EXPECT_EQ(Read(Song({ Properties(7, 0, 0), object })), -1) << sizeBytes;
         EXPECT_EQ(info->duration, 7) << sizeBytes;

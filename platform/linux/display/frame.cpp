@@ -11,8 +11,10 @@ bool FrameBox::Post()
     const std::uint64_t generation = gdi::ScreenGeneration();
     if (generation == m_generation)
         return false;
-    m_generation = generation;
-    gdi::CopyScreen(m_frame);
+    const bool isFirst = !std::exchange(m_generation, generation);
+    // Most repaints draw the same picture once more.
+    if (!gdi::UpdateScreenCopy(m_frame) && !isFirst)
+        return false;
     return !std::exchange(m_waits, true);
 }
 
@@ -21,7 +23,7 @@ bool FrameBox::Take(Frame& frame)
     const std::lock_guard lock(m_mutex);
     if (!m_waits)
         return false;
-    std::swap(frame, m_frame);
+    frame = m_frame;
     m_waits = false;
     return true;
 }

@@ -6,6 +6,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <mutex>
+#include <optional>
 #include <vector>
 
 namespace cardsong::display {
@@ -13,7 +14,7 @@ namespace cardsong::display {
 constexpr int kFrameWidthPx = gdi::kScreenWidthPx;
 constexpr int kFrameHeightPx = gdi::kScreenHeightPx;
 
-// The pixels of a screen, rows without padding. It owns them: frames are swapped from thread to thread, not copied.
+// The pixels of a screen, rows without padding. It owns them: frames are swapped, not copied, where that is enough.
 class Frame {
 public:
     Frame() : m_pixels(static_cast<std::size_t>(kFrameWidthPx) * kFrameHeightPx) {}
@@ -35,16 +36,16 @@ private:
 // Holds the newest finished frame. Copied where it is finished, so that nobody sees a half-painted one.
 class FrameBox {
 public:
-    // Copies the screen if it changed since the last call. Returns whether a frame waits now that was not waiting
-    // before: then somebody has to be woken.
+    // Copies the screen if its picture is another than at the last call. Returns whether a frame waits now that was not
+    // waiting before: then somebody has to be woken.
     bool Post();
-    // Swaps the waiting frame with `frame`; false when none waits.
+    // Copies the waiting frame; false when none waits.
     bool Take(Frame& frame);
 
 private:
     std::mutex m_mutex;
-    Frame m_frame;
-    std::uint64_t m_generation = UINT64_MAX;
+    Frame m_frame;                             // the newest, waiting or taken
+    std::optional<std::uint64_t> m_generation; // of the screen when it was copied
     bool m_waits = false;
 };
 

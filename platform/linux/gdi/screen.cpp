@@ -73,6 +73,21 @@ void CopyScreen(std::span<std::uint16_t> pixels)
     std::copy_n(g_screenPixels, std::min(pixels.size(), kScreenPixels), pixels.begin());
 }
 
+bool UpdateScreenCopy(std::span<std::uint16_t> pixels)
+{
+    const std::lock_guard lock(RoomLock());
+    bool differed = false;
+    for (std::size_t row = 0; row < kScreenPixels; row += kScreenWidthPx) {
+        const std::uint16_t* const shown = g_screenPixels + row;
+        const auto copy = pixels.subspan(row, kScreenWidthPx);
+        if (std::equal(copy.begin(), copy.end(), shown))
+            continue;
+        std::copy_n(shown, kScreenWidthPx, copy.begin());
+        differed = true;
+    }
+    return differed;
+}
+
 std::uint64_t ScreenGeneration()
 {
     return g_screenGeneration.load(std::memory_order_acquire);

@@ -22,6 +22,8 @@ void DestroyScreenContext(HDC context);
 
 // Copies the screen as RGB565 words, rows without padding, 320 x 240. Thread-safe.
 void CopyScreen(std::span<std::uint16_t> pixels);
+// Brings such a copy of the whole screen up to date and returns whether the screen differed from it. Thread-safe.
+bool UpdateScreenCopy(std::span<std::uint16_t> pixels);
 // A number that grows with every drawing call that reached the screen. Thread-safe.
 std::uint64_t ScreenGeneration();
 // Fills the screen with black, for a new start of the display and between tests.

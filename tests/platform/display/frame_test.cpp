@@ -69,6 +69,39 @@ TEST(FrameBox, AnUntouchedScreenIsNoNewFrame)
     EXPECT_TRUE(box.Post());
 }
 
+TEST(FrameBox, ThePictureDrawnOnceMoreIsNoNewFrame)
+{
+    ScreenPainter painter;
+    FrameBox box;
+    painter.Fill({ 0, 0, 320, 240 }, RGB(255, 255, 255));
+    box.Post();
+    const auto frame = std::make_unique<Frame>();
+    box.Take(*frame);
+    painter.Fill({ 0, 0, 320, 240 }, RGB(255, 255, 255));
+    EXPECT_FALSE(box.Post());
+    EXPECT_FALSE(box.Take(*frame));
+    painter.Fill({ 319, 239, 320, 240 }, RGB(0, 0, 0));
+    EXPECT_TRUE(box.Post());
+    ASSERT_TRUE(box.Take(*frame));
+    EXPECT_EQ(PixelAt(*frame, 318, 239), 0xFFFF);
+    EXPECT_EQ(PixelAt(*frame, 319, 239), 0);
+}
+
+TEST(FrameBox, AnEqualPictureLeavesTheOneThatWaits)
+{
+    ScreenPainter painter;
+    FrameBox box;
+    box.Post();
+    const auto frame = std::make_unique<Frame>();
+    box.Take(*frame);
+    painter.Fill({ 0, 0, 1, 1 }, RGB(255, 255, 255));
+    EXPECT_TRUE(box.Post());
+    painter.Fill({ 0, 0, 1, 1 }, RGB(255, 255, 255));
+    EXPECT_FALSE(box.Post());
+    ASSERT_TRUE(box.Take(*frame));
+    EXPECT_EQ(PixelAt(*frame, 0, 0), 0xFFFF);
+}
+
 TEST(FrameBox, KeepsTheScreenAsItWasWhenPosted)
 {
     ScreenPainter painter;

@@ -20,7 +20,7 @@ public:
     {
         std::promise<HWND> made;
         auto window = made.get_future();
-        m_thread = std::thread([this, &made, handler = std::move(handler)] {
+        m_thread = std::thread([&made, handler = std::move(handler)] {
             WindowOptions options;
             options.handler = handler;
             TestWindow own(options);

@@ -133,12 +133,12 @@ GstPadProbeReturn SeeSound(GstPad*, GstPadProbeInfo*, gpointer data)
 
 } // namespace
 
-std::unique_ptr<Chain> Chain::Build(SongSource source, ElementPtr sink, const Settings& settings,
+std::unique_ptr<Chain> Chain::Build(SongSource source, const Settings& settings,
                                     const std::shared_ptr<GraphEvents>& events)
 {
     std::unique_ptr<Chain> chain(new Chain(events));
     chain->m_pipeline.reset(GST_ELEMENT(gst_object_ref_sink(gst_pipeline_new(nullptr))));
-    if (!chain->AddTail(std::move(sink), settings))
+    if (!chain->AddTail(settings))
         return nullptr;
     if (!(source.mpeg ? chain->AddMpegHead(std::move(source.mpeg)) : chain->AddAsfHead(source.hostPath)))
         return nullptr;
@@ -174,17 +174,24 @@ GstElement* Chain::Add(ElementPtr element)
     return added;
 }
 
-bool Chain::AddTail(ElementPtr opened, const Settings& settings)
+bool Chain::Connect(ElementPtr opened)
+{
+    GstElement* const sink = Add(std::move(opened));
+    if (sink == nullptr)
+        return false;
+    WatchSink(sink);
+    return gst_element_link(m_volume, sink) != FALSE;
+}
+
+bool Chain::AddTail(const Settings& settings)
 {
     m_convert = Add(MakePart("audioconvert", "audioconvert", kAnySongs));
     GstElement* const resample = Add(MakePart("audioresample", "audioresample", kAnySongs));
     m_volume = Add(MakePart("volume", "volume", kAnySongs));
-    GstElement* const sink = Add(std::move(opened));
-    if (m_convert == nullptr || resample == nullptr || m_volume == nullptr || sink == nullptr)
+    if (m_convert == nullptr || resample == nullptr || m_volume == nullptr)
         return false;
     SetVolumeFactor(settings.volumeFactor);
-    WatchSink(sink);
-    if (gst_element_link_many(m_convert, resample, nullptr) == FALSE || gst_element_link(m_volume, sink) == FALSE)
+    if (gst_element_link(m_convert, resample) == FALSE)
         return false;
     if (settings.side == 0.0)
         return gst_element_link(resample, m_volume) != FALSE;

@@ -24,13 +24,17 @@ public:
         double volumeFactor = 1.0; // of the amplitude
         double side = 0.0;         // -1 (left only) to 1 (right only)
     };
-    // Null when a part is not installed; the console is told which package holds it. The song is not looked into any
-    // further: cue it. A chain serves once: not every demultiplexer starts afresh after it went back to ready.
-    static std::unique_ptr<Chain> Build(SongSource source, ElementPtr sink, const Settings& settings,
+    // All but the sink. Null when a part is not installed; the console is told which package holds it. The song is not
+    // looked into any further: cue it. A chain serves once: not every demultiplexer starts afresh after it went back to
+    // ready.
+    static std::unique_ptr<Chain> Build(SongSource source, const Settings& settings,
                                         const std::shared_ptr<GraphEvents>& events);
     ~Chain();
     Chain(const Chain&) = delete;
     Chain& operator=(const Chain&) = delete;
+
+    // Sinks ask their server what it takes. False when there is none, or when it takes no sound.
+    bool Connect(ElementPtr sink);
 
     GstElement* Pipeline() const { return m_pipeline.get(); }
     // False when the engine refuses at once; a later refusal goes to the events.
@@ -39,7 +43,7 @@ public:
 
 private:
     explicit Chain(const std::shared_ptr<GraphEvents>& events) : m_events(events) {}
-    bool AddTail(ElementPtr sink, const Settings& settings);
+    bool AddTail(const Settings& settings);
     bool AddMpegHead(std::unique_ptr<MpegSong> song);
     bool AddAsfHead(const std::string& hostPath);
     GstElement* Add(ElementPtr element);

@@ -9,13 +9,8 @@ namespace cardsong::playback {
 
 namespace {
 
-using Clock = std::chrono::steady_clock;
-
 // Longer than any song, and short of what a count of nanoseconds can hold.
 constexpr double kMostSeconds = 1e9;
-
-// A pause that took longer to come sounded on meanwhile.
-constexpr std::chrono::milliseconds kLatePause{ 300 };
 
 // How often a thread that waits for a cue looks whether it is to end.
 constexpr std::chrono::milliseconds kLookAgain{ 20 };
@@ -34,8 +29,6 @@ double ToSeconds(gint64 ns)
 struct Wish {
     std::optional<GstState> state;
     std::optional<SongPlace> place;
-    std::optional<SongPlace> held; // by a pause
-    Clock::time_point askedAt;
 };
 
 } // namespace
@@ -86,33 +79,22 @@ ChainDriver::~ChainDriver()
 
 void ChainDriver::Run()
 {
-    {
-        const std::lock_guard lock(m_work->mutex);
-        m_work->wish.state = GST_STATE_PLAYING;
-        m_work->wish.held.reset();
-    }
-    Ask();
+    Ask(GST_STATE_PLAYING, std::nullopt);
 }
 
-void ChainDriver::Pause(const SongPlace& held)
+void ChainDriver::RunFrom(const SongPlace& place)
 {
-    {
-        const std::lock_guard lock(m_work->mutex);
-        m_work->wish.state = GST_STATE_PAUSED;
-        m_work->wish.held = held;
-    }
-    Ask();
+    Ask(GST_STATE_PLAYING, place);
+}
+
+void ChainDriver::Pause()
+{
+    Ask(GST_STATE_PAUSED, std::nullopt);
 }
 
 void ChainDriver::GoTo(const SongPlace& place)
 {
-    m_work->events->ExpectCueAfterSeek();
-    {
-        const std::lock_guard lock(m_work->mutex);
-        m_work->wish.place = place;
-        m_work->wish.held.reset();
-    }
-    Ask();
+    Ask(std::nullopt, place);
 }
 
 void ChainDriver::SetVolumeFactor(double factor)
@@ -145,10 +127,15 @@ std::optional<double> ChainDriver::DurationSeconds() const
     return ToSeconds(durationNs);
 }
 
-void ChainDriver::Ask()
+void ChainDriver::Ask(std::optional<GstState> state, const std::optional<SongPlace>& place)
 {
+    if (place)
+        m_work->events->ExpectCueAfterSeek();
     std::unique_lock lock(m_work->mutex);
-    m_work->wish.askedAt = Clock::now();
+    if (state)
+        m_work->wish.state = state;
+    if (place)
+        m_work->wish.place = place;
     m_work->isAsked = true;
     m_work->changed.notify_all();
     if (!m_work->isLate)
@@ -192,22 +179,22 @@ void ChainDriver::Work::Do(Start start)
 
 void ChainDriver::Work::Cue(Start start)
 {
-    events->OnWaitForServer(true);
-    ElementPtr sink = OpenAudioSink(start.sinkName);
-    events->OnWaitForServer(false);
-    std::unique_ptr<Chain> built = Chain::Build(std::move(start.source), std::move(sink), start.settings, events);
+    std::unique_ptr<Chain> built = Chain::Build(std::move(start.source), start.settings, events);
     if (!built) {
         events->OnBeyondTheMachine();
         events->OnError();
         return;
     }
+    events->OnWaitForServer(true);
+    const bool hasSink = built->Connect(OpenAudioSink(start.sinkName));
+    events->OnWaitForServer(false);
     Chain& cued = *built;
     {
         const std::lock_guard lock(mutex);
         chain = std::move(built);
         chain->SetVolumeFactor(volumeFactor);
     }
-    if (!cued.SetState(GST_STATE_PAUSED))
+    if (!hasSink || !cued.SetState(GST_STATE_PAUSED))
         events->OnError();
     else if (!start.place.IsPlainStart() && AwaitFirstStep())
         Seek(start.place);
@@ -233,9 +220,6 @@ void ChainDriver::Work::Fulfil(const Wish& wished)
     if (wished.place) {
         events->ExpectCueAfterSeek();
         Seek(*wished.place);
-    } else if (wished.held && Clock::now() - wished.askedAt > kLatePause) {
-        events->ExpectCueAfterSeek();
-        Seek(*wished.held);
     }
     if (wished.state == GST_STATE_PLAYING && !chain->SetState(GST_STATE_PLAYING))
         events->OnError();

@@ -35,8 +35,8 @@ public:
     ChainDriver& operator=(const ChainDriver&) = delete;
 
     void Run();
-    // `held`: where the song stands, so that a pause that comes late can go back there.
-    void Pause(const SongPlace& held);
+    void RunFrom(const SongPlace& place);
+    void Pause();
     void GoTo(const SongPlace& place);
     void SetVolumeFactor(double factor);
 
@@ -46,7 +46,7 @@ public:
 
 private:
     struct Work;
-    void Ask();
+    void Ask(std::optional<GstState> state, const std::optional<SongPlace>& place);
 
     std::shared_ptr<Work> m_work; // shared with the thread
     std::thread m_thread;

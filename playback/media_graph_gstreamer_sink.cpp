@@ -17,8 +17,6 @@ namespace {
 constexpr gint64 kBufferUs = 2'000'000;
 constexpr gint64 kLatencyUs = 500'000;
 
-constexpr guint64 kNeverRealigned = 3600 * GST_SECOND;
-
 std::vector<std::string> ServerSockets()
 {
     std::vector<std::string> sockets;
@@ -93,8 +91,7 @@ ElementPtr OpenPulse()
     if (!sink)
         return nullptr;
     gst_util_set_object_arg(G_OBJECT(sink.get()), "slave-method", "none");
-    g_object_set(sink.get(), "provide-clock", FALSE, "alignment-threshold", kNeverRealigned, "discont-wait",
-                 kNeverRealigned, nullptr);
+    g_object_set(sink.get(), "provide-clock", FALSE, nullptr);
     return OpenBuffered(std::move(sink));
 }
 

@@ -108,7 +108,6 @@ void Song::EnterSilence()
 bool Song::EnterState(GraphState state)
 {
     m_state = state;
-    m_isHeld = false;
     switch (state) {
     case GraphState::Stopped: Stop(); return true;
     case GraphState::Paused: return Pause();
@@ -143,6 +142,7 @@ bool Song::GoTo(double seconds)
     m_startSeconds = place;
     m_lastPositionSeconds = place;
     m_isHeld = false;
+    m_untouched = m_state != GraphState::Running;
     if (m_driver)
         m_driver->GoTo(PlaceAt(place));
     return true;
@@ -190,14 +190,19 @@ bool Song::SetBalance(long balance)
     return m_state == GraphState::Stopped ? CueAgain() : EnterState(m_state);
 }
 
+// A sink that goes on by itself after a pause places its sound by a guess at how far the server has come. So the song
+// is sought where it was held.
 bool Song::Run()
 {
     if (m_silence)
         m_silence->Run();
     const bool entered = m_silence || !IsRendered() || m_driver || CueAgain();
-    if (m_driver && IsRendered())
+    if (m_driver && m_untouched)
         m_driver->Run();
+    else if (m_driver)
+        m_driver->RunFrom(PlaceAt(Position()));
     m_untouched = false;
+    m_isHeld = false;
     m_events->SetRunning(IsRendered());
     return entered;
 }
@@ -211,8 +216,11 @@ bool Song::Pause()
         return true;
     if (!m_driver)
         return CueAgain();
-    if (!m_untouched)
-        m_driver->Pause(PlaceAt(Position()));
+    if (!m_untouched) {
+        Position(); // remembered, should the pause come late
+        m_driver->Pause();
+        m_isHeld = false;
+    }
     return true;
 }
 

@@ -98,7 +98,7 @@ class Stage:
         self.environment["DISPLAY"] = f":{number}"
 
     def _start_sound_server(self):
-        server = self.start(SOUND_SERVER, stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
+        self.sound_server = server = self.start(SOUND_SERVER, stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
         socket = self.root / "run/pulse/native"
         wait_for("the sound server answers", lambda: socket.exists() or server.poll() is not None)
         if server.poll() is not None:

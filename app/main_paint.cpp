@@ -5,14 +5,18 @@
 #include "app/title_ticker.h"
 #include "gui/gdi_handles.h"
 #include "gui/gif_bitmap.h"
+#include "gui/soft_key_layout.h"
 
+#include <array>
 #include <memory>
+#include <optional>
 
 namespace {
 
 constexpr int kWidthPx = 320;
 constexpr int kHeightPx = 240;
 constexpr RECT kWholeScreen{ 0, 0, kWidthPx, kHeightPx };
+constexpr RECT kSoftKeyRect{ 0, kSoftKeyTopPx, kWidthPx, kSoftKeyTopPx + kSoftKeyHeightPx };
 constexpr RECT kTotalTimeRect{ 33, 117, 113, 137 };
 constexpr RECT kElapsedTimeRect{ 221, 117, 300, 137 };
 // The part of the text layer that reaches the screen: it cuts the title off at the panel's edges.
@@ -37,11 +41,33 @@ private:
     SelectedObject m_selected; // goes first: a bitmap is freed only when no context holds it
 };
 
+// All that the ground shows besides the background and the soft keys.
+struct Shown {
+    bool hasSong;
+    WString total;
+    WString elapsed;
+    WString title;
+    std::array<LONG, 8> strips;
+
+    bool operator==(const Shown&) const = default;
+};
+
+Shown WhatToShow()
+{
+    const RECT &a = g_titleStripA.rect, &b = g_titleStripB.rect;
+    return { g_songLoaded != 0,
+             g_totalText,
+             g_elapsedText,
+             g_titleText,
+             { a.left, a.top, a.right, a.bottom, b.left, b.top, b.right, b.bottom } };
+}
+
 // What one paint after the other needs again. Made at the first paint, freed with the window.
 struct Painting {
     explicit Painting(HDC like) : ground(like), text(like) {}
-    Layer ground; // what goes to the screen
-    Layer text;   // of which only the panel goes to the ground
+    Layer ground;               // what goes to the screen
+    Layer text;                 // of which only the panel goes to the ground
+    std::optional<Shown> shown; // by the ground, but for the soft keys' last look
 };
 
 UniqueBitmap g_background;
@@ -86,6 +112,21 @@ void DrawTextLayer(HDC context)
     DrawTitle(context);
 }
 
+// A player that stands still paints at every tick of its timers; only what changed is drawn.
+void DrawGround(HDC ground)
+{
+    Shown shown = WhatToShow();
+    if (g_painting->shown == shown) {
+        FillRect(ground, &kSoftKeyRect, g_backgroundBrush.Get());
+        return;
+    }
+    g_painting->shown = std::move(shown);
+    FillRect(ground, &kWholeScreen, g_backgroundBrush.Get());
+    DrawTextLayer(g_painting->text.Context());
+    BitBlt(ground, kPanel.left, kPanel.top, kPanel.right - kPanel.left, kPanel.bottom - kPanel.top,
+           g_painting->text.Context(), kPanel.left, kPanel.top, SRCCOPY);
+}
+
 void PreparePainting(HDC context)
 {
     if (!g_painting)
@@ -117,10 +158,7 @@ void PaintMainWindow(HWND window)
     const HDC screen = BeginPaint(window, &paint);
     PreparePainting(screen);
     const HDC ground = g_painting->ground.Context();
-    FillRect(ground, &kWholeScreen, g_backgroundBrush.Get());
-    DrawTextLayer(g_painting->text.Context());
-    BitBlt(ground, kPanel.left, kPanel.top, kPanel.right - kPanel.left, kPanel.bottom - kPanel.top,
-           g_painting->text.Context(), kPanel.left, kPanel.top, SRCCOPY);
+    DrawGround(ground);
     g_window.softKeys.DrawAll(ground);
     BitBlt(screen, 0, 0, kWidthPx, kHeightPx, ground, 0, 0, SRCCOPY);
     EndPaint(window, &paint);

@@ -79,12 +79,14 @@ void ReportEndSoon(const std::shared_ptr<GraphEvents>& events)
     gst_object_unref(clock);
 }
 
-// A demultiplexer that finds a licence, or a stream that no decoder is known for, says so by these.
+// A demultiplexer that finds a licence, or a stream that no decoder is known for, says so by these. What a sink or a
+// card refuses, by an error of resources, says nothing of the song either.
 bool IsBeyondTheMachine(GstMessage* message)
 {
     GError* error = nullptr;
     gst_message_parse_error(message, &error, nullptr);
-    const bool isBeyond = g_error_matches(error, GST_STREAM_ERROR, GST_STREAM_ERROR_DECRYPT) ||
+    const bool isBeyond = error->domain == GST_RESOURCE_ERROR ||
+                          g_error_matches(error, GST_STREAM_ERROR, GST_STREAM_ERROR_DECRYPT) ||
                           g_error_matches(error, GST_STREAM_ERROR, GST_STREAM_ERROR_DECRYPT_NOKEY) ||
                           g_error_matches(error, GST_STREAM_ERROR, GST_STREAM_ERROR_CODEC_NOT_FOUND) ||
                           g_error_matches(error, GST_CORE_ERROR, GST_CORE_ERROR_MISSING_PLUGIN);

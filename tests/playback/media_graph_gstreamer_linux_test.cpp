@@ -1,6 +1,7 @@
 // What the engine on GStreamer promises beyond what is true of every engine.
 #include "tests/playback/engine_test.h"
 
+#include <gst/base/gstbasesink.h>
 #include <sys/stat.h>
 
 using namespace cardsong::test;
@@ -83,6 +84,38 @@ TEST_F(EngineTest, SongThatVanishedWhileStoppedBreaksOffWhenRun)
     EXPECT_FALSE(m_graph.Run());
     EXPECT_EQ(AwaitEvent(), kGraphErrorAbort);
     EXPECT_EQ(AwaitEvent(), kGraphComplete);
+}
+
+// Opens, and refuses the first sound: a sound server that dies in between.
+void RegisterDyingSink()
+{
+    const auto preroll = +[](GstBaseSink* sink, GstBuffer*) {
+        GST_ELEMENT_ERROR(sink, RESOURCE, WRITE, (nullptr), (nullptr));
+        return GST_FLOW_ERROR;
+    };
+    static GstFlowReturn (*const s_preroll)(GstBaseSink*, GstBuffer*) = preroll;
+    const auto initClass = +[](gpointer type, gpointer) {
+        gst_element_class_set_static_metadata(GST_ELEMENT_CLASS(type), "Dying sink", "Sink", "Refuses", "Cardsong");
+        gst_element_class_add_pad_template(
+            GST_ELEMENT_CLASS(type), gst_pad_template_new("sink", GST_PAD_SINK, GST_PAD_ALWAYS, gst_caps_new_any()));
+        GST_BASE_SINK_CLASS(type)->preroll = s_preroll;
+    };
+    const GType type = g_type_register_static_simple(GST_TYPE_BASE_SINK, "DyingSink", sizeof(GstBaseSinkClass),
+                                                     initClass, sizeof(GstBaseSink), nullptr, GTypeFlags{});
+    gst_element_register(nullptr, "dyingsink", GST_RANK_NONE, type);
+}
+
+TEST_F(EngineTest, SinkThatFailsSaysNothingOfTheSong)
+{
+    ASSERT_TRUE(Open("short_tone.mp3")); // the library has started
+    RegisterDyingSink();
+    cardsong::kernel::SetAudioSink("dyingsink");
+    for (const char* name : { "short_tone.mp3", "short_tone.wma" }) {
+        SCOPED_TRACE(name);
+        EXPECT_FALSE(Open(name));
+        double seconds = 7.0;
+        EXPECT_FALSE(m_graph.GetDuration(seconds)) << "a song of no length would leave the list";
+    }
 }
 
 TEST_F(EngineTest, GraphsLeaveNoFileAndNoThreadBehind)

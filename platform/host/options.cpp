@@ -1,7 +1,8 @@
 #include "platform/host/options.h"
 
+#include "platform/host/language_tag.h"
+
 #include <algorithm>
-#include <cctype>
 #include <charconv>
 #include <cmath>
 #include <cstdlib>
@@ -10,9 +11,6 @@
 namespace cardsong::host {
 namespace {
 
-constexpr std::uint16_t kChineseTraditional = 0x0404;
-constexpr std::uint16_t kChineseSimplified = 0x0804;
-constexpr std::uint16_t kEnglish = 0x0409;
 constexpr int kLargestScale = 16;
 constexpr double kLongestRunSeconds = 7 * 24 * 3600.0;
 
@@ -126,20 +124,6 @@ Plays the songs of a memory card.
 Exit status: 0 the player was ended; 1 it could not start, or a picture could not be written; 2 an option means
 nothing; 3 the display went away, after which the play list was saved; 130 it did not answer and was given up.
 )";
-
-std::uint16_t LanguageFromTag(const std::string& tag)
-{
-    std::string name = tag.substr(0, tag.find_first_of(".@"));
-    std::transform(name.begin(), name.end(), name.begin(),
-                   [](unsigned char c) { return static_cast<char>(c == '_' ? '-' : std::tolower(c)); });
-    if (name == "0404" || name == "zh-tw" || name == "zh-hk" || name == "zh-mo" || name.starts_with("zh-hant"))
-        return kChineseTraditional;
-    if (name == "0804" || name == "zh" || name == "zh-cn" || name == "zh-sg" || name.starts_with("zh-hans"))
-        return kChineseSimplified;
-    if (name == "0409" || name == "en" || name.starts_with("en-"))
-        return kEnglish;
-    return 0;
-}
 
 std::optional<OptionError> ReadOptions(const std::vector<std::string>& arguments, Options& options)
 {

@@ -38,8 +38,4 @@ struct OptionError {
 // What --help prints.
 extern const char* const kHelpText;
 
-// The language identifier of a tag such as "zh-TW", "zh_CN.UTF-8", "en" or "0404"; 0 when it means none that the player
-// knows.
-[[nodiscard]] std::uint16_t LanguageFromTag(const std::string& tag);
-
 } // namespace cardsong::host

@@ -1,5 +1,5 @@
 // cardsongctl: Cardsong's library for people and scripts. Reads its command and shows how far it has come.
-#include "ctl/songs_command.h"
+#include "ctl/song_listing.h"
 #include "platform/device_tree.h"
 
 #include <cstring>

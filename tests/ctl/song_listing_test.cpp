@@ -1,4 +1,4 @@
-#include "ctl/songs_command.h"
+#include "ctl/song_listing.h"
 
 #include "tests/platform/scratch_device.h"
 
@@ -14,7 +14,7 @@ struct CloseFile {
     void operator()(std::FILE* file) const { std::fclose(file); }
 };
 
-class SongsCommand : public testing::Test {
+class SongListing : public testing::Test {
 protected:
     std::string Write(SongLines form)
     {
@@ -37,7 +37,7 @@ protected:
     unsigned long m_told = 0;
 };
 
-TEST_F(SongsCommand, WritesPathLengthAndTitle)
+TEST_F(SongListing, WritesPathLengthAndTitle)
 {
     AddTitled("Music/One.MP3", "Yesterday");
     EXPECT_EQ(Write(SongLines::Tabs), Card() + "/Music/One.MP3\t0\tYesterday\n");
@@ -46,19 +46,19 @@ TEST_F(SongsCommand, WritesPathLengthAndTitle)
     EXPECT_EQ(m_told, 1U);
 }
 
-TEST_F(SongsCommand, ASongWithoutATitleIsCalledLikeItsFile)
+TEST_F(SongListing, ASongWithoutATitleIsCalledLikeItsFile)
 {
     m_device.WriteFile("card/Two.Three.wma");
     EXPECT_EQ(Write(SongLines::Tabs), Card() + "/Two.Three.wma\t0\tTwo.Three\n");
 }
 
-TEST_F(SongsCommand, AnEmptyCardGivesNoLine)
+TEST_F(SongListing, AnEmptyCardGivesNoLine)
 {
     EXPECT_EQ(Write(SongLines::Tabs), "");
     EXPECT_EQ(m_told, 0U);
 }
 
-TEST_F(SongsCommand, WhatWouldBreakALineIsEscaped)
+TEST_F(SongListing, WhatWouldBreakALineIsEscaped)
 {
     AddTitled("a\tb.mp3", "c\td\\e\nf");
     EXPECT_EQ(Write(SongLines::Tabs), Card() + "/a\\tb.mp3\t0\tc\\td\\\\e\\nf\n");
@@ -66,13 +66,13 @@ TEST_F(SongsCommand, WhatWouldBreakALineIsEscaped)
               "{\"path\":\"" + Card() + "/a\\u0009b.mp3\",\"length_ms\":0,\"title\":\"c\\u0009d\\\\e\\u000af\"}\n");
 }
 
-TEST_F(SongsCommand, QuotesAreEscapedInJson)
+TEST_F(SongListing, QuotesAreEscapedInJson)
 {
     AddTitled("a.mp3", "say \"a\"");
     EXPECT_NE(Write(SongLines::Json).find("\"title\":\"say \\\"a\\\"\""), std::string::npos);
 }
 
-TEST_F(SongsCommand, ANameThatIsNoTextIsWrittenAsItIsButNotIntoJson)
+TEST_F(SongListing, ANameThatIsNoTextIsWrittenAsItIsButNotIntoJson)
 {
     m_device.WriteFile("card/\xB8\xE8.mp3");
     EXPECT_EQ(Write(SongLines::Tabs), Card() + "/\xB8\xE8.mp3\t0\t\xEF\xBF\xBD\xEF\xBF\xBD\n");
@@ -81,13 +81,13 @@ TEST_F(SongsCommand, ANameThatIsNoTextIsWrittenAsItIsButNotIntoJson)
                                           "\"title\":\"\xEF\xBF\xBD\xEF\xBF\xBD\"}\n");
 }
 
-TEST_F(SongsCommand, ChineseTitlesAreUtf8)
+TEST_F(SongListing, ChineseTitlesAreUtf8)
 {
     AddTitled("a.mp3", "\xB8\xE8\xC7\xFA");
     EXPECT_EQ(Write(SongLines::Tabs), Card() + "/a.mp3\t0\t\xE6\xAD\x8C\xE6\x9B\xB2\n");
 }
 
-TEST_F(SongsCommand, AFullDiskIsTold)
+TEST_F(SongListing, AFullDiskIsTold)
 {
     m_device.WriteFile("card/a.mp3");
     const std::unique_ptr<std::FILE, CloseFile> full(std::fopen("/dev/full", "w"));

@@ -1,4 +1,4 @@
-#include "ctl/songs_command.h"
+#include "ctl/song_listing.h"
 
 #include "library/file_names.h"
 #include "library/song_facts.h"

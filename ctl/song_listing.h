@@ -1,4 +1,4 @@
-// "cardsongctl songs": one line for each song of a folder. It knows no command line and no terminal.
+// One line for each song of a folder. It knows no command line and no terminal.
 #pragma once
 
 #include <cstdio>

@@ -70,41 +70,48 @@ std::string JsonString(const std::string& utf8)
     return text + '"';
 }
 
-struct SongLine {
-    WString devicePath;
-    std::string lengthMs;
-    std::string title;
+// Path, length in milliseconds and title, parted by tabs; "\t", "\n", "\r" and "\\" stand for what they name.
+std::string TabbedLine(const ListedSong& song)
+{
+    return WithEscapes(song.path) + '\t' + song.lengthMs + '\t' + WithEscapes(song.title) + '\n';
+}
+
+std::string JsonLine(const ListedSong& song)
+{
+    return "{\"path\":" + JsonString(ValidUtf8(song.path)) + ",\"length_ms\":" + song.lengthMs +
+           ",\"title\":" + JsonString(song.title) + "}\n";
+}
+
+constexpr ListingForm kForms[] = {
+    { "", "", TabbedLine },
+    { "--json", "one JSON object a line instead: path, length_ms, title", JsonLine },
 };
 
-SongLine Describe(const FoundSong& song)
+ListedSong Describe(const FoundSong& song)
 {
     const WString path = WString(song.folder) + TEXT('\\') + WString(song.name);
     const SongFacts facts = ReadSongFacts(path.c_str(), song.isMp3);
     PathBuffer stem = {};
     StripExtension(WString(song.name).c_str(), stem);
-    return { path, std::to_string(facts.lengthMs), Utf8(facts.title.empty() ? WStringView(stem) : facts.title) };
-}
-
-std::string Format(const SongLine& song, SongLines form)
-{
-    if (form == SongLines::Json) {
-        const std::string path = ValidUtf8(HostPathOf(song.devicePath));
-        return "{\"path\":" + JsonString(path) + ",\"length_ms\":" + song.lengthMs +
-               ",\"title\":" + JsonString(song.title) + "}\n";
-    }
-    return WithEscapes(HostPathOf(song.devicePath)) + '\t' + song.lengthMs + '\t' + WithEscapes(song.title) + '\n';
+    const WStringView title = facts.title.empty() ? WStringView(stem) : facts.title;
+    return { HostPathOf(path), std::to_string(facts.lengthMs), Utf8(title) };
 }
 
 } // namespace
 
-bool WriteSongs(std::FILE* out, SongLines form, const std::function<void(unsigned long)>& progress)
+std::span<const ListingForm> ListingForms()
+{
+    return kForms;
+}
+
+bool WriteSongs(std::FILE* out, const ListingForm& form, const std::function<void(unsigned long)>& progress)
 {
     unsigned long count = 0;
     bool isWritten = true;
     WalkSongs(TEXT("\\SDMMC"), true, [&](const FoundSong& song) {
         if (!isWritten)
             return;
-        const std::string line = Format(Describe(song), form);
+        const std::string line = form.line(Describe(song));
         isWritten = std::fwrite(line.data(), 1, line.size(), out) == line.size();
         progress(++count);
     });

@@ -1,7 +1,7 @@
 #include "app/main_paint.h"
 
+#include "app/player_controls.h"
 #include "app/player_state.h"
-#include "app/player_window.h"
 #include "app/title_ticker.h"
 #include "gui/gdi_handles.h"
 #include "gui/gif_bitmap.h"
@@ -159,7 +159,7 @@ void PaintMainWindow(HWND window)
     PreparePainting(screen);
     const HDC ground = g_painting->ground.Context();
     DrawGround(ground);
-    g_window.softKeys.DrawAll(ground);
+    g_controls.softKeys.DrawAll(ground);
     BitBlt(screen, 0, 0, kWidthPx, kHeightPx, ground, 0, 0, SRCCOPY);
     EndPaint(window, &paint);
 }

@@ -4,10 +4,10 @@
 #include "app/command_ids.h"
 #include "app/instance_messages.h"
 #include "app/main_paint.h"
-#include "app/play_modes.h"
+#include "app/player_controls.h"
 #include "app/player_state.h"
-#include "app/player_window.h"
 #include "app/progress.h"
+#include "app/song_steps.h"
 #include "app/title_ticker.h"
 #include "app/transport.h"
 #include "library/media_scan.h"
@@ -38,7 +38,7 @@ void ExitPlayer(HWND window, WPARAM request)
 {
     if (g_songLoaded != 0)
         SendMessageW(window, WM_COMMAND, kCommandStop, 0);
-    PostMessageW(HWND_BROADCAST, g_window.audioManagerMessage, request, 0);
+    PostMessageW(HWND_BROADCAST, g_controls.audioManagerMessage, request, 0);
     g_savedPlayList.Save(PlayList);
     FreeControls();
     FreeBackground();
@@ -68,7 +68,7 @@ constexpr CommandEntry kCommands[] = {
 
 LRESULT OnCreate(HWND window, WPARAM, LPARAM)
 {
-    g_window.audioManagerMessage = RegisterWindowMessageW(TEXT("TAVO_AUDIOMGR_UPDATESTATE_IND"));
+    g_controls.audioManagerMessage = RegisterWindowMessageW(TEXT("TAVO_AUDIOMGR_UPDATESTATE_IND"));
     SetWindowLongPtrW(window, GWL_EXSTYLE, GetWindowLongPtrW(window, GWL_EXSTYLE) | WS_EX_NOANIMATION);
     MoveWindow(window, 0, 0, kScreenWidthPx, kScreenHeightPx, TRUE);
     ShowTaskBar(SW_HIDE);
@@ -151,9 +151,9 @@ LRESULT OnDrawItem(HWND, WPARAM, LPARAM lParam)
     const DRAWITEMSTRUCT request = HeldAsSelected(*reinterpret_cast<const DRAWITEMSTRUCT*>(lParam));
     if (request.CtlID == kCommandExit || request.CtlID == kCommandAudioSettings ||
         request.CtlID == kCommandPlayListWindow)
-        g_window.softKeys.DrawItem(request);
+        g_controls.softKeys.DrawItem(request);
     else
-        g_window.buttons.DrawItem(request);
+        g_controls.buttons.DrawItem(request);
     return TRUE;
 }
 

@@ -1,11 +1,11 @@
 #include "app/transport.h"
 
 #include "app/command_ids.h"
+#include "app/current_song.h"
 #include "app/launch_options.h"
 #include "app/main_paint.h"
-#include "app/play_position.h"
+#include "app/player_controls.h"
 #include "app/player_state.h"
-#include "app/player_window.h"
 #include "app/title_ticker.h"
 #include "library/card_presence.h"
 #include "library/display_texts.h"
@@ -49,14 +49,14 @@ MediaFileEntry& ChooseEntry()
     MediaFileEntry* const marked = FindMarkedEntry();
     if (marked == nullptr) {
         MakeCurrent(1);
-        g_window.buttons.Enable(kCommandPrevious, false);
+        g_controls.buttons.Enable(kCommandPrevious, false);
         return *EntryAt(1);
     }
     g_currentNumber = marked->playMark;
     if (g_currentNumber == PlayList.GetCount())
-        g_window.buttons.Enable(kCommandNext, false);
+        g_controls.buttons.Enable(kCommandNext, false);
     else if (g_currentNumber == 1)
-        g_window.buttons.Enable(kCommandPrevious, false);
+        g_controls.buttons.Enable(kCommandPrevious, false);
     return *marked;
 }
 
@@ -145,7 +145,7 @@ void PlayOrPause(HWND window)
 
 void StopSong(HWND window, WPARAM request)
 {
-    PostMessageW(HWND_BROADCAST, g_window.audioManagerMessage, request, 0);
+    PostMessageW(HWND_BROADCAST, g_controls.audioManagerMessage, request, 0);
     if (g_isPlaying != 0)
         ShowPlayFace();
     ResetTitleStrips();
@@ -161,8 +161,8 @@ void StopSong(HWND window, WPARAM request)
     g_titleTimer = 0;
     g_titleText.clear();
     Player().Stop();
-    if (g_window.slider)
-        g_window.slider->SetPos(0);
+    if (g_controls.slider)
+        g_controls.slider->SetPos(0);
     EnableTransport(false);
     EnableWindow(GetWindow(window, GW_CHILD), FALSE);
 }
@@ -171,7 +171,7 @@ void TakeGraphEvents(HWND window)
 {
     if (!Player().CheckEndOfStream())
         return;
-    g_window.buttons.Enable(kCommandForward5, false);
+    g_controls.buttons.Enable(kCommandForward5, false);
     SendMessageW(window, WM_COMMAND, kCommandStop, 0);
 }
 
@@ -187,7 +187,7 @@ void StepBack5Seconds()
     Player().Seek(before - kStepSeconds);
     // The forward key, not the back key: kept so on purpose.
     if (before <= 0)
-        g_window.buttons.Enable(kCommandForward5, false);
+        g_controls.buttons.Enable(kCommandForward5, false);
 }
 
 void StepForward5Seconds()
@@ -195,5 +195,5 @@ void StepForward5Seconds()
     const double before = Player().GetPosition();
     Player().Seek(before + kStepSeconds);
     if (before == Player().GetDuration())
-        g_window.buttons.Enable(kCommandForward5, false);
+        g_controls.buttons.Enable(kCommandForward5, false);
 }

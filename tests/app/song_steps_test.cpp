@@ -6,7 +6,7 @@ using namespace cardsong::test;
 
 namespace {
 
-class PlayModes : public PlayerTest {
+class SongSteps : public PlayerTest {
 protected:
     void SetUp() override
     {
@@ -27,7 +27,7 @@ protected:
 
 } // namespace
 
-TEST_F(PlayModes, NextPlaysTheSongThatFollows)
+TEST_F(SongSteps, NextPlaysTheSongThatFollows)
 {
     Press(VK_RETURN);
     Press(VK_RIGHT);
@@ -38,7 +38,7 @@ TEST_F(PlayModes, NextPlaysTheSongThatFollows)
     EXPECT_EQ(Marks(), (std::vector<int>{ 0, 2, 0 }));
 }
 
-TEST_F(PlayModes, NextOnTheLastSongStops)
+TEST_F(SongSteps, NextOnTheLastSongStops)
 {
     Press(VK_RETURN);
     Press(VK_RIGHT);
@@ -49,7 +49,7 @@ TEST_F(PlayModes, NextOnTheLastSongStops)
     EXPECT_EQ(g_stepBusy, 0);
 }
 
-TEST_F(PlayModes, PreviousGoesBackOneSong)
+TEST_F(SongSteps, PreviousGoesBackOneSong)
 {
     Press(VK_RETURN);
     Press(VK_RIGHT);
@@ -58,7 +58,7 @@ TEST_F(PlayModes, PreviousGoesBackOneSong)
     EXPECT_EQ(Narrow(g_titleText), "01.a");
 }
 
-TEST_F(PlayModes, PreviousOnTheFirstSongChangesNothing)
+TEST_F(SongSteps, PreviousOnTheFirstSongChangesNothing)
 {
     Press(VK_RETURN);
     Advance(20);
@@ -69,7 +69,7 @@ TEST_F(PlayModes, PreviousOnTheFirstSongChangesNothing)
     EXPECT_EQ(g_stepBusy, 0);
 }
 
-TEST_F(PlayModes, NextWhilePausedOpensTheNextSongPausedAtItsStart)
+TEST_F(SongSteps, NextWhilePausedOpensTheNextSongPausedAtItsStart)
 {
     Press(VK_RETURN);
     Advance(20);
@@ -84,7 +84,7 @@ TEST_F(PlayModes, NextWhilePausedOpensTheNextSongPausedAtItsStart)
     EXPECT_EQ(Narrow(g_elapsedText), "0:00");
 }
 
-TEST_F(PlayModes, NextAndPreviousNeedALoadedSong)
+TEST_F(SongSteps, NextAndPreviousNeedALoadedSong)
 {
     Press(VK_RIGHT);
     Press(VK_LEFT);
@@ -93,7 +93,7 @@ TEST_F(PlayModes, NextAndPreviousNeedALoadedSong)
     EXPECT_EQ(LiveSimulatedGraphs(), 0);
 }
 
-TEST_F(PlayModes, AStepInProgressIsNotInterruptedByAnother)
+TEST_F(SongSteps, AStepInProgressIsNotInterruptedByAnother)
 {
     Press(VK_RETURN);
     g_stepBusy = 1;
@@ -105,7 +105,7 @@ TEST_F(PlayModes, AStepInProgressIsNotInterruptedByAnother)
     EXPECT_EQ(g_currentNumber, 2);
 }
 
-TEST_F(PlayModes, TheNextAndBackKeysStep)
+TEST_F(SongSteps, TheNextAndBackKeysStep)
 {
     Press(VK_RETURN);
     Tap(kNextKey);

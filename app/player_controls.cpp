@@ -1,9 +1,9 @@
-#include "app/player_window.h"
+#include "app/player_controls.h"
 
 #include "app/command_ids.h"
 #include "common/string_table.h"
 
-PlayerWindow g_window;
+PlayerControls g_controls;
 
 namespace {
 
@@ -25,10 +25,10 @@ void CreateSlider(HWND window)
     const HWND place = CreateWindowExW(0, TEXT("static"), TEXT(""), kSliderStyle, kSliderPlace.left, kSliderPlace.top,
                                        kSliderPlace.right, kSliderPlace.bottom, window, nullptr, g_hInstance, nullptr);
     EnableWindow(place, FALSE);
-    g_window.slider =
+    g_controls.slider =
         std::make_unique<SeekSlider>(window, kSeekSliderId, TEXT("\\Windows\\gui_musicplayer_progress_but_full.gif"),
                                      TEXT("\\Windows\\gui_musicplayer_progress_but_normal.gif"));
-    g_window.slider->SetRange(0, kSeekSliderMaximum);
+    g_controls.slider->SetRange(0, kSeekSliderMaximum);
 }
 
 void CreateSoftKeys(HWND window)
@@ -39,7 +39,7 @@ void CreateSoftKeys(HWND window)
         { nullptr, kStringPlayList, kLabelPoints, kLabelColor },
         { TEXT(""), 0, kLabelPoints, kLabelColor },
     };
-    g_window.softKeys.Create(window, g_hStringModule, static_cast<int>(std::size(ids)), ids, captions);
+    g_controls.softKeys.Create(window, g_hStringModule, static_cast<int>(std::size(ids)), ids, captions);
 }
 
 } // namespace
@@ -48,39 +48,39 @@ void CreateControls(HWND window)
 {
     CreateSlider(window);
     CreateSoftKeys(window);
-    CreatePlayerButtons(g_window.buttons, window, PlayerButtonKind::Music);
+    CreatePlayerButtons(g_controls.buttons, window, PlayerButtonKind::Music);
     for (const WORD hidden : { kCommandPause, kCommandShuffleOn, kCommandRepeatAll, kCommandRepeatSingle })
-        g_window.buttons.Show(hidden, SW_HIDE);
+        g_controls.buttons.Show(hidden, SW_HIDE);
 }
 
 void DisableControls(HWND window)
 {
     for (const WORD face : kFirstFaces)
-        g_window.buttons.Enable(face, false);
+        g_controls.buttons.Enable(face, false);
     EnableWindow(GetWindow(window, GW_CHILD), FALSE);
 }
 
 void FreeControls()
 {
-    g_window.slider.reset();
-    g_window.softKeys.Destroy();
-    g_window.buttons.Destroy();
+    g_controls.slider.reset();
+    g_controls.softKeys.Destroy();
+    g_controls.buttons.Destroy();
 }
 
 void ShowPlayFace()
 {
-    g_window.buttons.Show(kCommandPlay, SW_SHOW);
-    g_window.buttons.Show(kCommandPause, SW_HIDE);
+    g_controls.buttons.Show(kCommandPlay, SW_SHOW);
+    g_controls.buttons.Show(kCommandPause, SW_HIDE);
 }
 
 void ShowPauseFace()
 {
-    g_window.buttons.Show(kCommandPause, SW_SHOW);
-    g_window.buttons.Show(kCommandPlay, SW_HIDE);
+    g_controls.buttons.Show(kCommandPause, SW_SHOW);
+    g_controls.buttons.Show(kCommandPlay, SW_HIDE);
 }
 
 void EnableTransport(bool enable)
 {
     for (const WORD id : kTransport)
-        g_window.buttons.Enable(id, enable);
+        g_controls.buttons.Enable(id, enable);
 }

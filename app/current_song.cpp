@@ -1,4 +1,4 @@
-#include "app/play_position.h"
+#include "app/current_song.h"
 
 #include "app/player_state.h"
 

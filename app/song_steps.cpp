@@ -1,7 +1,7 @@
-#include "app/play_modes.h"
+#include "app/song_steps.h"
 
 #include "app/command_ids.h"
-#include "app/play_position.h"
+#include "app/current_song.h"
 #include "app/player_state.h"
 #include "controls/player_buttons.h"
 #include "library/media_scan.h"

@@ -8,14 +8,14 @@
 
 #include <memory>
 
-struct PlayerWindow {
+struct PlayerControls {
     UINT audioManagerMessage = 0; // tells the device's audio manager that the player's state has changed
     std::unique_ptr<SeekSlider> slider;
     SoftKeyBar softKeys;
     PlayerButtonSet buttons;
 };
 
-extern PlayerWindow g_window;
+extern PlayerControls g_controls;
 
 // Makes every control as a child of `window`, each in its place, with the faces of a stopped player shown.
 void CreateControls(HWND window);

@@ -1,12 +1,14 @@
 #include "app/main_window.h"
 
+#include "app/audio_manager.h"
 #include "app/audio_settings.h"
 #include "app/command_ids.h"
-#include "app/instance_messages.h"
+#include "app/foreground.h"
 #include "app/main_paint.h"
 #include "app/player_controls.h"
 #include "app/player_state.h"
 #include "app/progress.h"
+#include "app/registered_messages.h"
 #include "app/song_steps.h"
 #include "app/title_ticker.h"
 #include "app/transport.h"
@@ -38,7 +40,7 @@ void ExitPlayer(HWND window, WPARAM request)
 {
     if (g_songLoaded != 0)
         SendMessageW(window, WM_COMMAND, kCommandStop, 0);
-    PostMessageW(HWND_BROADCAST, g_controls.audioManagerMessage, request, 0);
+    TellAudioManager(request);
     g_savedPlayList.Save(PlayList);
     FreeControls();
     FreeBackground();
@@ -68,7 +70,7 @@ constexpr CommandEntry kCommands[] = {
 
 LRESULT OnCreate(HWND window, WPARAM, LPARAM)
 {
-    g_controls.audioManagerMessage = RegisterWindowMessageW(TEXT("TAVO_AUDIOMGR_UPDATESTATE_IND"));
+    RegisterAudioManagerMessage();
     SetWindowLongPtrW(window, GWL_EXSTYLE, GetWindowLongPtrW(window, GWL_EXSTYLE) | WS_EX_NOANIMATION);
     MoveWindow(window, 0, 0, kScreenWidthPx, kScreenHeightPx, TRUE);
     ShowTaskBar(SW_HIDE);
@@ -194,18 +196,28 @@ constexpr MessageEntry kMessages[] = {
       } },
 };
 
+struct RegisteredMessageEntry {
+    const UINT& message; // only a running system knows its number
+    MessageHandler handler;
+};
+
+constexpr RegisteredMessageEntry kRegisteredMessages[] = {
+    { g_msgAreYouMe,
+      [](HWND window, WPARAM, LPARAM) -> LRESULT {
+          ComeToFront(window);
+          return 0;
+      } },
+    { g_msgMassStorage, [](HWND window, WPARAM, LPARAM) { return SendMessageW(window, WM_COMMAND, kCommandExit, 0); } },
+};
+
 LRESULT CALLBACK MainWindowProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam)
 {
     for (const auto& entry : kMessages)
         if (entry.message == message)
             return entry.handler(window, wParam, lParam);
-    // Registered messages have numbers that only a running system knows.
-    if (message == g_msgAreYouMe && message != 0) {
-        ComeToFront(window);
-        return 0;
-    }
-    if (message == g_msgMassStorage && message != 0)
-        return SendMessageW(window, WM_COMMAND, kCommandExit, 0);
+    for (const auto& entry : kRegisteredMessages)
+        if (entry.message == message && message != 0)
+            return entry.handler(window, wParam, lParam);
     return DefWindowProcW(window, message, wParam, lParam);
 }
 

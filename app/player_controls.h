@@ -9,7 +9,6 @@
 #include <memory>
 
 struct PlayerControls {
-    UINT audioManagerMessage = 0; // tells the device's audio manager that the player's state has changed
     std::unique_ptr<SeekSlider> slider;
     SoftKeyBar softKeys;
     PlayerButtonSet buttons;

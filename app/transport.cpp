@@ -1,5 +1,6 @@
 #include "app/transport.h"
 
+#include "app/audio_manager.h"
 #include "app/command_ids.h"
 #include "app/current_song.h"
 #include "app/launch_options.h"
@@ -145,7 +146,7 @@ void PlayOrPause(HWND window)
 
 void StopSong(HWND window, WPARAM request)
 {
-    PostMessageW(HWND_BROADCAST, g_controls.audioManagerMessage, request, 0);
+    TellAudioManager(request);
     if (g_isPlaying != 0)
         ShowPlayFace();
     ResetTitleStrips();

@@ -3,10 +3,11 @@
 #pragma once
 
 #include "app/command_ids.h"
-#include "app/instance_messages.h"
 #include "app/launch_options.h"
 #include "app/player_state.h"
+#include "app/registered_messages.h"
 #include "app/start_up.h"
+#include "app/win_main.h"
 #include "common/string_table.h"
 #include "library/media_scan.h"
 #include "platform/ce.h"
@@ -80,7 +81,7 @@ protected:
     void Start()
     {
         g_hInstance = kernel::ProgramInstance();
-        RegisterInstanceMessages();
+        RegisterStartMessages();
         g_hStringModule = LoadStringModule();
         m_window = InitInstance(g_hInstance, SW_SHOW);
         Pump();

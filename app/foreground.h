@@ -1,14 +1,7 @@
-// Messages that programs of the device send each other, and how a running player answers a second start.
+// How the player comes to the front of the device's screen.
 #pragma once
 
 #include "platform/ce.h"
-
-extern UINT g_msgAreYouMe;
-extern UINT g_msgUserAddSongs;
-extern UINT g_msgMassStorage;
-
-// Registers the three messages above.
-void RegisterInstanceMessages();
 
 // The topmost visible, enabled window that may be activated and is owned by `window`, directly or through other
 // windows; `window` itself when there is none above it. Null when `window` is no top-level window.

@@ -1,8 +1,4 @@
-#include "app/instance_messages.h"
-
-UINT g_msgAreYouMe;
-UINT g_msgUserAddSongs;
-UINT g_msgMassStorage;
+#include "app/foreground.h"
 
 namespace {
 
@@ -35,13 +31,6 @@ BOOL CALLBACK LookAtWindow(HWND window, LPARAM parameter)
 }
 
 } // namespace
-
-void RegisterInstanceMessages()
-{
-    g_msgAreYouMe = RegisterWindowMessageW(TEXT("WM_ARE_YOU_ME-{0F53DE7F-024B-4003-8DE1-545F577398AB}"));
-    g_msgUserAddSongs = RegisterWindowMessageW(TEXT("WM_USER_!-{{1FCF03ED-B487-4997-8A32-6029F108FA9F}}"));
-    g_msgMassStorage = RegisterWindowMessageW(TEXT("TAVO_MASS_STORAGE_NOTIFICATION"));
-}
 
 HWND FindOwnedActiveWindow(HWND window)
 {

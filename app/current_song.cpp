@@ -23,3 +23,10 @@ MediaFileEntry* EntryAt(int number)
 {
     return static_cast<MediaFileEntry*>(PlayList.GetAt(number - 1));
 }
+
+void DropCurrentEntry()
+{
+    delete static_cast<MediaFileEntry*>(PlayList.DeleteAt(g_currentNumber - 1, 1));
+    if (!PlayList.IsEmpty())
+        MakeCurrent(g_currentNumber <= PlayList.GetCount() ? g_currentNumber : 1);
+}

@@ -55,7 +55,7 @@ struct Shown {
 Shown WhatToShow()
 {
     const RECT &a = g_titleStripA.rect, &b = g_titleStripB.rect;
-    return { g_songLoaded != 0,
+    return { IsSongLoaded(),
              g_totalText,
              g_elapsedText,
              g_titleText,
@@ -104,7 +104,7 @@ void DrawTitle(HDC context)
 void DrawTextLayer(HDC context)
 {
     FillRect(context, &kPanel, g_backgroundBrush.Get()); // no more of this layer is ever seen
-    if (g_songLoaded == 0)
+    if (!IsSongLoaded())
         return;
     SetBkMode(context, TRANSPARENT);
     SetTextColor(context, kTextColor);

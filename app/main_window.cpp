@@ -38,7 +38,7 @@ void RepaintNow(HWND window)
 
 void ExitPlayer(HWND window, WPARAM request)
 {
-    if (g_songLoaded != 0)
+    if (IsSongLoaded())
         SendMessageW(window, WM_COMMAND, kCommandStop, 0);
     TellAudioManager(request);
     g_savedPlayList.Save(PlayList);
@@ -66,6 +66,27 @@ constexpr CommandEntry kCommands[] = {
     { kCommandNext, [](HWND window, WPARAM) { StepToNext(window); } },
 };
 
+// ---- timers ----
+
+enum class AfterTick { RepaintWindow, Nothing };
+
+struct TimerEntry {
+    UINT_PTR id;
+    void (*tick)();
+    AfterTick after;
+};
+
+void ScrollTitle()
+{
+    if (IsSongLoaded())
+        ScrollTitleStrips(IsPlaying() ? TitleMotion::Moving : TitleMotion::Standing);
+}
+
+constexpr TimerEntry kTimers[] = {
+    { kProgressTimerId, RefreshProgress, AfterTick::RepaintWindow },
+    { kTitleTimer, ScrollTitle, AfterTick::RepaintWindow },
+};
+
 // ---- messages ----
 
 LRESULT OnCreate(HWND window, WPARAM, LPARAM)
@@ -76,7 +97,7 @@ LRESULT OnCreate(HWND window, WPARAM, LPARAM)
     ShowTaskBar(SW_HIDE);
     CreateControls(window);
     LoadBackground();
-    DisableControls(window);
+    DisableFirstSongControls(window);
     g_savedPlayList.Load(PlayList);
     return 0;
 }
@@ -130,11 +151,13 @@ LRESULT OnGetDialogCode(HWND window, WPARAM, LPARAM lParam)
 
 LRESULT OnTimer(HWND window, WPARAM id, LPARAM)
 {
-    if (id == kProgressTimerId)
-        RefreshProgress();
-    else if (id == kTitleTimer && g_songLoaded != 0)
-        ScrollTitleStrips(g_isPlaying != 0);
-    RepaintNow(window);
+    for (const auto& timer : kTimers) {
+        if (timer.id != id)
+            continue;
+        timer.tick();
+        if (timer.after == AfterTick::RepaintWindow)
+            RepaintNow(window);
+    }
     return 0;
 }
 

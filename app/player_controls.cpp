@@ -42,6 +42,17 @@ void CreateSoftKeys(HWND window)
     g_controls.softKeys.Create(window, g_hStringModule, static_cast<int>(std::size(ids)), ids, captions);
 }
 
+void EnableSlider(HWND window, BOOL enable)
+{
+    EnableWindow(GetWindow(window, GW_CHILD), enable);
+}
+
+void Change(WORD button, ButtonChange change)
+{
+    if (change != ButtonChange::Keep)
+        g_controls.buttons.Enable(button, change == ButtonChange::Enable);
+}
+
 } // namespace
 
 void CreateControls(HWND window)
@@ -53,18 +64,32 @@ void CreateControls(HWND window)
         g_controls.buttons.Show(hidden, SW_HIDE);
 }
 
-void DisableControls(HWND window)
-{
-    for (const WORD face : kFirstFaces)
-        g_controls.buttons.Enable(face, false);
-    EnableWindow(GetWindow(window, GW_CHILD), FALSE);
-}
-
 void FreeControls()
 {
     g_controls.slider.reset();
     g_controls.softKeys.Destroy();
     g_controls.buttons.Destroy();
+}
+
+void EnableSongControls(HWND window)
+{
+    for (const WORD id : kTransport)
+        g_controls.buttons.Enable(id, true);
+    EnableSlider(window, TRUE);
+}
+
+void DisableSongControls(HWND window)
+{
+    for (const WORD id : kTransport)
+        g_controls.buttons.Enable(id, false);
+    EnableSlider(window, FALSE);
+}
+
+void DisableFirstSongControls(HWND window)
+{
+    for (const WORD face : kFirstFaces)
+        g_controls.buttons.Enable(face, false);
+    EnableSlider(window, FALSE);
 }
 
 void ShowPlayFace()
@@ -79,8 +104,8 @@ void ShowPauseFace()
     g_controls.buttons.Show(kCommandPlay, SW_HIDE);
 }
 
-void EnableTransport(bool enable)
+void ChangeStepButtons(const StepButtonChange& change)
 {
-    for (const WORD id : kTransport)
-        g_controls.buttons.Enable(id, enable);
+    Change(kCommandPrevious, change.previous);
+    Change(kCommandNext, change.next);
 }

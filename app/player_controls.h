@@ -1,6 +1,7 @@
 // What the main window owns while it lives: controls, pictures, the key row; and the two faces of its play button.
 #pragma once
 
+#include "app/step_button_rules.h"
 #include "controls/player_buttons.h"
 #include "controls/seek_slider.h"
 #include "gui/soft_key_bar.h"
@@ -18,12 +19,15 @@ extern PlayerControls g_controls;
 
 // Makes every control as a child of `window`, each in its place, with the faces of a stopped player shown.
 void CreateControls(HWND window);
-// The controls that only a chosen song gives a meaning: the faces that show first, and the slider, the first child.
-void DisableControls(HWND window);
 // Frees the controls' own resources; their windows go with their parent.
 void FreeControls();
 
+// What only a chosen song gives a meaning: the transport buttons but for play, and the slider, the first child.
+void EnableSongControls(HWND window);
+void DisableSongControls(HWND window);
+// The same at the window's creation, where only the faces that show first are concerned.
+void DisableFirstSongControls(HWND window);
+
 void ShowPlayFace();
 void ShowPauseFace();
-// The transport buttons that only a chosen song gives a meaning.
-void EnableTransport(bool enable);
+void ChangeStepButtons(const StepButtonChange& change);

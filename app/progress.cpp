@@ -1,6 +1,7 @@
 #include "app/progress.h"
 
 #include "app/command_ids.h"
+#include "app/interruption.h"
 #include "app/player_controls.h"
 #include "app/player_state.h"
 #include "app/status_report.h"
@@ -26,7 +27,7 @@ void ShowElapsed(double positionSeconds)
 
 void RefreshProgress()
 {
-    const double positionSeconds = Player().GetPosition();
+    const double positionSeconds = ShownPosition();
     const double durationSeconds = Player().GetDuration();
     if (positionSeconds == 0)
         g_controls.buttons.Enable(kCommandBack5, false);

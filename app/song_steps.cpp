@@ -4,14 +4,13 @@
 #include "app/current_song.h"
 #include "app/player_state.h"
 #include "controls/player_buttons.h"
-#include "library/media_scan.h"
 
 namespace {
 
 // Keeps the commands that a change of songs sends from starting another one.
 class StepGuard {
 public:
-    StepGuard() : m_entered(g_stepBusy == 0)
+    StepGuard() : m_entered(!IsStepping())
     {
         if (m_entered)
             g_stepBusy = 1;
@@ -23,7 +22,7 @@ public:
     }
     StepGuard(const StepGuard&) = delete;
     StepGuard& operator=(const StepGuard&) = delete;
-    [[nodiscard]] bool MayStep() const { return m_entered && g_songLoaded != 0; }
+    [[nodiscard]] bool MayStep() const { return m_entered && IsSongLoaded(); }
 
 private:
     bool m_entered;
@@ -31,7 +30,7 @@ private:
 
 void ChangeSongs(HWND window)
 {
-    const bool wasPlaying = g_isPlaying != 0;
+    const bool wasPlaying = IsPlaying();
     SendMessageW(window, WM_COMMAND, MAKEWPARAM(kCommandStop, kStopQuietly), 0);
     SendMessageW(window, WM_COMMAND, kCommandPlay, 0);
     if (!wasPlaying)

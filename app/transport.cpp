@@ -3,22 +3,19 @@
 #include "app/audio_manager.h"
 #include "app/command_ids.h"
 #include "app/current_song.h"
-#include "app/launch_options.h"
+#include "app/interruption.h"
 #include "app/main_paint.h"
+#include "app/play_list_filling.h"
 #include "app/player_controls.h"
 #include "app/player_state.h"
 #include "app/title_ticker.h"
 #include "library/card_presence.h"
 #include "library/display_texts.h"
-#include "library/media_scan.h"
 #include "playback/media_player.h"
 
 namespace {
 
 constexpr double kStepSeconds = 5.0;
-
-// The song that the player object holds, playing or paused.
-WString g_openPath;
 
 enum class Outcome { Playing, Unplayable, CardAway };
 
@@ -29,20 +26,11 @@ void PauseSong()
     Player().Pause();
 }
 
-void FillEmptyPlayList()
-{
-    if (PlayList.IsEmpty())
-        g_savedPlayList.TakeBack(PlayList);
-    if (PlayList.IsEmpty() && g_launchOptions.fillFromCard)
-        ScanMediaFolder(kCardFolder, &PlayList, true);
-}
-
 void EnterPlaying(HWND window)
 {
     g_isPlaying = 1;
     ShowPauseFace();
-    EnableTransport(true);
-    EnableWindow(GetWindow(window, GW_CHILD), TRUE);
+    EnableSongControls(window);
 }
 
 MediaFileEntry& ChooseEntry()
@@ -50,14 +38,11 @@ MediaFileEntry& ChooseEntry()
     MediaFileEntry* const marked = FindMarkedEntry();
     if (marked == nullptr) {
         MakeCurrent(1);
-        g_controls.buttons.Enable(kCommandPrevious, false);
+        ChangeStepButtons(WhenNoSongIsMarked(g_playModes));
         return *EntryAt(1);
     }
     g_currentNumber = marked->playMark;
-    if (g_currentNumber == PlayList.GetCount())
-        g_controls.buttons.Enable(kCommandNext, false);
-    else if (g_currentNumber == 1)
-        g_controls.buttons.Enable(kCommandPrevious, false);
+    ChangeStepButtons(WhenMarkedSongPlays({ g_currentNumber, PlayList.GetCount() }, g_playModes));
     return *marked;
 }
 
@@ -73,12 +58,9 @@ void BuildTitle(const WString& path)
 double OpenOrResume(HWND window, const WString& path)
 {
     MediaPlayer& player = Player();
-    const bool resumes = player.GetState() == PLAYER_PAUSED && g_openPath == path;
+    const bool resumes = player.GetState() == PLAYER_PAUSED && player.HasOpen(path);
     const int result = resumes ? player.Play() : player.OpenAndPlay(path.c_str(), window);
-    if (result != 0)
-        return result;
-    g_openPath = path;
-    return player.GetDuration();
+    return result == 0 ? player.GetDuration() : result;
 }
 
 void ShowSong(HWND window, MediaFileEntry& entry, double durationSeconds)
@@ -92,14 +74,6 @@ void ShowSong(HWND window, MediaFileEntry& entry, double durationSeconds)
     InvalidateRect(window, &kDisplayRect, FALSE);
 }
 
-// The entry that cannot be played leaves the list; the one that takes its place becomes current.
-void DropCurrentEntry()
-{
-    delete static_cast<MediaFileEntry*>(PlayList.DeleteAt(g_currentNumber - 1, 1));
-    if (!PlayList.IsEmpty())
-        MakeCurrent(g_currentNumber <= PlayList.GetCount() ? g_currentNumber : 1);
-}
-
 Outcome PlayCurrent(HWND window, CardOfList& card)
 {
     EnterPlaying(window);
@@ -107,7 +81,7 @@ Outcome PlayCurrent(HWND window, CardOfList& card)
     const WString path = PathOf(entry);
     BuildTitle(path);
     const double durationSeconds = OpenOrResume(window, path);
-    if (g_titleTimer == 0)
+    if (!IsTitleTimerRunning())
         g_titleTimer = SetTimer(window, kTitleTimer, kTitleTimerPeriodMs, nullptr);
     if (durationSeconds > 0) {
         ShowSong(window, entry, durationSeconds);
@@ -124,11 +98,12 @@ Outcome PlayCurrent(HWND window, CardOfList& card)
 void PlayOrPause(HWND window)
 {
     g_songLoaded = 1;
-    if (g_isPlaying != 0) {
+    if (IsPlaying()) {
         PauseSong();
         return;
     }
-    FillEmptyPlayList();
+    TakeBackSavedSongs();
+    FillFromCard();
     // A card may hold thousands of files that no decoder takes: one after the other, never one inside the other.
     CardOfList card(PlayList);
     while (!PlayList.IsEmpty()) {
@@ -147,7 +122,7 @@ void PlayOrPause(HWND window)
 void StopSong(HWND window, WPARAM request)
 {
     TellAudioManager(request);
-    if (g_isPlaying != 0)
+    if (IsPlaying())
         ShowPlayFace();
     ResetTitleStrips();
     g_elapsedText = TEXT("0:00");
@@ -164,8 +139,7 @@ void StopSong(HWND window, WPARAM request)
     Player().Stop();
     if (g_controls.slider)
         g_controls.slider->SetPos(0);
-    EnableTransport(false);
-    EnableWindow(GetWindow(window, GW_CHILD), FALSE);
+    DisableSongControls(window);
 }
 
 void TakeGraphEvents(HWND window)
@@ -178,7 +152,9 @@ void TakeGraphEvents(HWND window)
 
 void SeekToSlider(WPARAM sliderId, LPARAM sliderPosition)
 {
-    if (sliderId == kSeekSliderId)
+    if (IsInterrupted())
+        Player().Seek(ShownPosition());
+    else if (sliderId == kSeekSliderId)
         Player().Seek(Player().GetDuration() * static_cast<double>(sliderPosition) / kSeekSliderMaximum);
 }
 

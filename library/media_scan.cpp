@@ -36,15 +36,6 @@ private:
     SongNames m_names; // asked instead of IsNewSongName, whose walk of both lists would cost their square
 };
 
-bool HasSongName(const CPtrListCtrl& list, const MediaFileEntry& entry)
-{
-    for (std::int32_t i = 0; i < list.GetCount(); ++i) {
-        if (wcscmp(static_cast<const MediaFileEntry*>(list.GetAt(i))->fileName, entry.fileName) == 0)
-            return true;
-    }
-    return false;
-}
-
 } // namespace
 
 void ScanMediaFolder(const WCHAR* folder, CPtrListCtrl* list, bool recurse)
@@ -60,11 +51,6 @@ void ScanMediaFolder(const WCHAR* folder, CPtrListCtrl* list, bool recurse)
     }
     MediaScan scan(*list);
     WalkSongs(root, recurse, [&scan](const FoundSong& song) { scan.Add(song); });
-}
-
-int IsNewSongName(const MediaFileEntry& entry)
-{
-    return HasSongName(CardSongList, entry) || HasSongName(PlayList, entry) ? 0 : 1;
 }
 
 std::uint32_t ReadSongDurationSeconds(const WCHAR* path, bool isMp3)

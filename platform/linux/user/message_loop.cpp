@@ -1,4 +1,4 @@
-#include "platform/linux/user/message_loop.h"
+#include "platform/linux/user/message_filter.h"
 
 #include "platform/linux/ce/kernel.h"
 #include "platform/linux/kernel/clock.h"

@@ -1,9 +1,8 @@
 #include "library/media_scan.h"
 
+#include "library/song_facts.h"
 #include "library/song_names.h"
 #include "library/song_walk.h"
-#include "tags/mp3_info.h"
-#include "tags/wma_info.h"
 
 #include <memory>
 
@@ -36,15 +35,6 @@ private:
     SongNames m_names; // asked instead of IsNewSongName, whose walk of both lists would cost their square
 };
 
-bool HasSongName(const CPtrListCtrl& list, const MediaFileEntry& entry)
-{
-    for (std::int32_t i = 0; i < list.GetCount(); ++i) {
-        if (wcscmp(static_cast<const MediaFileEntry*>(list.GetAt(i))->fileName, entry.fileName) == 0)
-            return true;
-    }
-    return false;
-}
-
 } // namespace
 
 void ScanMediaFolder(const WCHAR* folder, CPtrListCtrl* list, bool recurse)
@@ -60,23 +50,4 @@ void ScanMediaFolder(const WCHAR* folder, CPtrListCtrl* list, bool recurse)
     }
     MediaScan scan(*list);
     WalkSongs(root, recurse, [&scan](const FoundSong& song) { scan.Add(song); });
-}
-
-int IsNewSongName(const MediaFileEntry& entry)
-{
-    return HasSongName(CardSongList, entry) || HasSongName(PlayList, entry) ? 0 : 1;
-}
-
-std::uint32_t ReadSongDurationSeconds(const WCHAR* path, bool isMp3)
-{
-    constexpr std::uint32_t kMsPerSecond = 1000;
-    constexpr std::uint32_t kWmaUnitsPerSecond = 10'000'000;
-    if (isMp3) {
-        const auto info = Mp3Reader().OpenMp3Info(path, TagFrames::Skip);
-        return info ? info->durationMs / kMsPerSecond : 0;
-    }
-    const auto info = std::make_unique<WmaInfo>();
-    // Whatever the result: what was read before a failure counts.
-    static_cast<void>(ReadWmaInfo(path, info.get()));
-    return static_cast<std::uint32_t>(info->duration) / kWmaUnitsPerSecond;
 }

@@ -15,7 +15,9 @@
 namespace {
 
 constexpr std::size_t kMostTitleBytes = 1024;
+constexpr std::uint32_t kMsPerSecond = 1000;
 constexpr std::uint64_t kWmaUnitsPerMs = 10'000;
+constexpr std::uint32_t kWmaUnitsPerSecond = 10'000'000;
 
 // The text encodings that the first byte of an ID3v2 text frame names.
 enum : unsigned { kTextOfOldTags = 0, kUtf16WithMark = 1, kUtf16BigEndian = 2, kUtf8 = 3 };
@@ -112,15 +114,30 @@ SongFacts ReadMp3Facts(const WCHAR* path)
     return { hasLength ? info.durationMs : 0, Mp3Title(source, info) };
 }
 
+// What was read before a failure counts.
+std::unique_ptr<WmaInfo> ReadWmaAsFarAsPossible(const WCHAR* path)
+{
+    auto info = std::make_unique<WmaInfo>();
+    static_cast<void>(ReadWmaInfo(path, info.get()));
+    return info;
+}
+
 SongFacts ReadWmaFacts(const WCHAR* path)
 {
-    const auto info = std::make_unique<WmaInfo>();
-    static_cast<void>(ReadWmaInfo(path, info.get())); // what was read before a failure counts
+    const auto info = ReadWmaAsFarAsPossible(path);
     const auto length = static_cast<std::uint64_t>(std::max<std::int64_t>(info->duration, 0));
     return { length / kWmaUnitsPerMs, WithoutBlanksAtTheEnd(info->title) };
 }
 
 } // namespace
+
+std::uint32_t ReadSongDurationSeconds(const WCHAR* path, bool isMp3)
+{
+    if (!isMp3)
+        return static_cast<std::uint32_t>(ReadWmaAsFarAsPossible(path)->duration) / kWmaUnitsPerSecond;
+    const auto info = Mp3Reader().OpenMp3Info(path, TagFrames::Skip);
+    return info ? info->durationMs / kMsPerSecond : 0;
+}
 
 SongFacts ReadSongFacts(const WCHAR* path, bool isMp3)
 {

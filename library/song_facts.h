@@ -1,11 +1,15 @@
-// What a person asks of a song: how long it plays and what it is called. It reads more titles than the player shows:
-// ID3v2 and plain ASCII ones too.
+// What a song file tells of itself: how long it plays and what it is called.
 #pragma once
 
 #include "platform/ce.h"
 
 #include <cstdint>
 
+// The play time of a song of the device, as the lists show it; 0 when it cannot be told. A WMA song of 429 s and more
+// wraps: its time is kept in 32 bits of 100 ns.
+std::uint32_t ReadSongDurationSeconds(const WCHAR* path, bool isMp3);
+
+// What a person asks of a song. It holds more titles than the player shows: ID3v2 and plain ASCII ones too.
 struct SongFacts {
     std::uint64_t lengthMs = 0; // 0: cannot be told
     WString title;              // empty: none

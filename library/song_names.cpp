@@ -1,5 +1,23 @@
 #include "library/song_names.h"
 
+namespace {
+
+bool HasSongName(const CPtrListCtrl& list, const MediaFileEntry& entry)
+{
+    for (std::int32_t i = 0; i < list.GetCount(); ++i) {
+        if (wcscmp(static_cast<const MediaFileEntry*>(list.GetAt(i))->fileName, entry.fileName) == 0)
+            return true;
+    }
+    return false;
+}
+
+} // namespace
+
+int IsNewSongName(const MediaFileEntry& entry)
+{
+    return HasSongName(CardSongList, entry) || HasSongName(PlayList, entry) ? 0 : 1;
+}
+
 SongNames::SongNames()
 {
     AddAll(PlayList);

@@ -2,7 +2,7 @@
 
 #include "platform/linux/ce/kernel.h"
 #include "platform/linux/user/desktop.h"
-#include "platform/linux/user/focus_and_activation.h"
+#include "platform/linux/user/foreground.h"
 #include "platform/linux/user/visible_region.h"
 #include "platform/linux/user/window_tree.h"
 

@@ -90,6 +90,8 @@ void ClearQueue(ThreadQueue& queue);
 void Notify(ThreadQueue& queue);
 // Runs `task` on the queue's thread when it next looks for messages; nobody waits for it.
 void QueueTask(Desktop& desktop, const std::shared_ptr<ThreadQueue>& queue, std::function<void()> task);
+// Ends the sender's wait with `result`.
+void Answer(SentMessage& sent, LRESULT result);
 // Calls the procedures of the messages sent to this thread. True when there was one.
 bool ServeSentMessages();
 // Drops what concerns a window that is gone.

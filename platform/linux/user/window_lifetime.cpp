@@ -2,7 +2,7 @@
 
 #include "platform/linux/ce/gdi.h"
 #include "platform/linux/ce/kernel.h"
-#include "platform/linux/user/focus_and_activation.h"
+#include "platform/linux/user/activation.h"
 #include "platform/linux/user/paint.h"
 #include "platform/linux/user/visible_region.h"
 #include "platform/linux/user/window_tree.h"

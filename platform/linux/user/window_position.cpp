@@ -1,7 +1,7 @@
 #include "platform/linux/user/window_position.h"
 
 #include "platform/linux/ce/kernel.h"
-#include "platform/linux/user/focus_and_activation.h"
+#include "platform/linux/user/foreground.h"
 #include "platform/linux/user/paint.h"
 #include "platform/linux/user/visible_region.h"
 #include "platform/linux/user/window_tree.h"

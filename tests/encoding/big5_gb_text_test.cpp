@@ -1,4 +1,4 @@
-#include "encoding/big5_text.h"
+#include "encoding/big5_gb_text.h"
 
 #include "encoding/code_page.h"
 #include "tests/tags/bytes.h"

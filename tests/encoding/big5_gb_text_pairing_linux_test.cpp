@@ -1,6 +1,6 @@
 // The conversions between Big5 and GB2312 over every code, against what they are to follow: what the program of the
 // published pairing makes of each character alone, then the C library's own pairing. Skipped without that program.
-#include "encoding/big5_text.h"
+#include "encoding/big5_gb_text.h"
 
 #include <gtest/gtest.h>
 

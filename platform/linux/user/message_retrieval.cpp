@@ -1,27 +1,13 @@
-#include "platform/linux/user/message_loop.h"
-
-#include "platform/linux/ce/kernel.h"
+// In which order a thread gets its messages: sent, posted, quit, input, paints, ticks.
 #include "platform/linux/kernel/clock.h"
 #include "platform/linux/user/desktop.h"
 #include "platform/linux/user/frames.h"
 #include "platform/linux/user/input_queue.h"
+#include "platform/linux/user/message_filter.h"
 #include "platform/linux/user/paint.h"
 #include "platform/linux/user/timers.h"
-#include "platform/linux/user/window_tree.h"
-
-#include <algorithm>
 
 namespace cardsong::user {
-
-bool MessageFilter::AllowsWindow(const Desktop& desktop, HWND candidate) const
-{
-    if (onlyThread)
-        return candidate == nullptr;
-    if (window == nullptr || window == candidate)
-        return true;
-    const WindowRecord* const record = desktop.windows.Find(candidate);
-    return record != nullptr && IsSameOrDescendant(desktop.windows.Find(window), record);
-}
 
 namespace {
 
@@ -125,26 +111,6 @@ void WaitForNews(const std::shared_ptr<ThreadQueue>& queue, const MessageFilter&
     kernel::CurrentClock().WaitUntil(desktop.Lock(), queue->arrived, deadlineMs, [&] { return queue->hasNews; });
 }
 
-struct PlainKey {
-    WPARAM key;
-    WCHAR character;
-};
-constexpr PlainKey kPlainKeys[] = {
-    { VK_TAB, u'\t' }, { VK_RETURN, u'\r' }, { VK_ESCAPE, u'\x1B' }, { VK_SPACE, u' ' }, { 8, u'\b' }
-};
-
-WCHAR CharacterOf(WPARAM key, bool isShifted)
-{
-    for (const PlainKey& plain : kPlainKeys)
-        if (plain.key == key)
-            return plain.character;
-    if (key >= u'0' && key <= u'9')
-        return static_cast<WCHAR>(key);
-    if (key >= u'A' && key <= u'Z')
-        return static_cast<WCHAR>(isShifted ? key : key - u'A' + u'a');
-    return 0;
-}
-
 } // namespace
 
 } // namespace cardsong::user
@@ -183,35 +149,4 @@ BOOL PeekMessageW(LPMSG message, HWND window, UINT first, UINT last, UINT remove
     LockedDesktop desktop;
     ShowFrame(*desktop, *queue);
     return FALSE;
-}
-
-BOOL TranslateMessage(const MSG* message)
-{
-    if (message->message != WM_KEYDOWN && message->message != WM_SYSKEYDOWN)
-        return message->message == WM_KEYUP || message->message == WM_SYSKEYUP ? TRUE : FALSE;
-    const WCHAR character = CharacterOf(message->wParam, GetKeyState(static_cast<int>(VK_SHIFT)) < 0);
-    const UINT charMessage = message->message == WM_KEYDOWN ? WM_CHAR : WM_SYSCHAR;
-    if (character != 0)
-        PostMessageW(message->hwnd, charMessage, character, message->lParam);
-    return TRUE;
-}
-
-LRESULT DispatchMessageW(const MSG* message)
-{
-    if (message->message == WM_TIMER && message->lParam != 0) {
-        const auto procedure = reinterpret_cast<TIMERPROC>(message->lParam);
-        procedure(message->hwnd, WM_TIMER, message->wParam, GetTickCount());
-        return 0;
-    }
-    if (message->hwnd == nullptr)
-        return 0;
-    const auto& self = CurrentQueue();
-    WNDPROC procedure = nullptr;
-    {
-        LockedDesktop desktop;
-        const WindowRecord* const record = desktop.Find(message->hwnd);
-        if (record != nullptr && record->queue == self)
-            procedure = record->procedure;
-    }
-    return procedure == nullptr ? 0 : procedure(message->hwnd, message->message, message->wParam, message->lParam);
 }

@@ -1,5 +1,5 @@
 // The play time of one song in whole seconds.
-#include "library/media_scan.h"
+#include "library/song_facts.h"
 
 #include "tests/platform/scratch_device.h"
 #include "tests/tags/bytes.h"

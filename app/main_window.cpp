@@ -6,6 +6,7 @@
 #include "app/foreground.h"
 #include "app/main_paint.h"
 #include "app/player_controls.h"
+#include "app/player_keys.h"
 #include "app/player_state.h"
 #include "app/progress.h"
 #include "app/registered_messages.h"
@@ -124,19 +125,7 @@ LRESULT OnCommand(HWND window, WPARAM wParam, LPARAM)
 
 LRESULT OnKeyDown(HWND window, WPARAM key, LPARAM details)
 {
-    const bool isRepeated = (HIWORD(static_cast<ULONG_PTR>(details)) & KF_REPEAT) != 0;
-    switch (key) {
-    case VK_LEFT: SendMessageW(window, WM_COMMAND, kCommandPrevious, 0); break;
-    case VK_RIGHT: SendMessageW(window, WM_COMMAND, kCommandNext, 0); break;
-    case VK_RETURN: // a toggle: held, it would stutter
-        if (!isRepeated)
-            SendMessageW(window, WM_COMMAND, kCommandPlay, 0);
-        break;
-    case VK_UP:
-    case VK_DOWN: StartAudioSettings(); break;
-    case VK_F24: SendMessageW(window, WM_COMMAND, kCommandExit, 0); break;
-    default: break;
-    }
+    ActOnKey(window, key, details);
     return 0;
 }
 
@@ -144,7 +133,7 @@ LRESULT OnKeyDown(HWND window, WPARAM key, LPARAM details)
 LRESULT OnGetDialogCode(HWND window, WPARAM, LPARAM lParam)
 {
     const auto* const message = reinterpret_cast<const MSG*>(lParam);
-    if (message != nullptr && message->message == WM_KEYDOWN)
+    if (message != nullptr && message->message == WM_KEYDOWN && ActsWhenAsked(message->wParam))
         SendMessageW(window, WM_KEYDOWN, message->wParam, message->lParam);
     return 0;
 }

@@ -53,17 +53,6 @@ TEST_F(MainWindow, HasTheFocusAndKeepsItAfterTaps)
     EXPECT_EQ(GetFocus(), m_window);
 }
 
-TEST_F(MainWindow, AKeyActsOnce)
-{
-    Start();
-    for (const char* name : { "a.mp3", "b.mp3", "c.mp3", "d.mp3" })
-        AddSong(name, 30);
-    Press(VK_RETURN);
-    EXPECT_EQ(g_isPlaying, 1);
-    Press(VK_RIGHT);
-    EXPECT_EQ(g_currentNumber, 2);
-}
-
 TEST_F(MainWindow, AnEnterKeyThatIsHeldPlaysOrPausesOnce)
 {
     Start();

@@ -10,7 +10,19 @@ using namespace cardsong::test;
 
 namespace {
 
-class MainWindow : public PlayerTest {};
+class MainWindow : public PlayerTest {
+protected:
+    // Paints over the whole window, as no part of the player would.
+    void Scribble() const
+    {
+        constexpr RECT screen{ 0, 0, 320, 240 };
+        const HBRUSH brush = CreateSolidBrush(RGB(0x12, 0x34, 0x56));
+        const HDC context = GetDC(m_window);
+        FillRect(context, &screen, brush);
+        ReleaseDC(m_window, context);
+        DeleteObject(brush);
+    }
+};
 
 constexpr RECT kTitleArea{ 34, 45, 284, 115 };
 constexpr RECT kElapsedArea{ 221, 117, 284, 137 };
@@ -188,6 +200,28 @@ TEST_F(MainWindow, TheElapsedTimeIsDrawnAsItChanges)
     const Frame before = Screen();
     Advance(10);
     EXPECT_GT(Differences(before, Screen(), kElapsedArea), 5);
+}
+
+TEST_F(MainWindow, TheTicksOfProgressAndTitleRepaintTheWholeWindow)
+{
+    Start();
+    const Frame whole = Screen();
+    for (const UINT_PTR timer : { UINT_PTR{ 100 }, UINT_PTR{ 1000 } }) {
+        Scribble();
+        ASSERT_GT(Differences(whole, Screen(), { 0, 0, 320, 240 }), 320 * 200);
+        SendMessageW(m_window, WM_TIMER, timer, 0); // at once: nothing waits for the next message
+        EXPECT_EQ(Differences(whole, Screen(), { 0, 0, 320, 240 }), 0) << timer;
+    }
+}
+
+TEST_F(MainWindow, TheTicksOfOtherTimersRepaintNothing)
+{
+    Start();
+    Scribble();
+    const Frame scribbled = Screen();
+    SendMessageW(m_window, WM_TIMER, 101, 0);
+    Pump();
+    EXPECT_EQ(Differences(scribbled, Screen(), { 0, 0, 320, 240 }), 0);
 }
 
 TEST_F(MainWindow, TheSkinsPanelFramesWhatMayShowOfTheTitleAndTheTimes)

@@ -3,6 +3,7 @@
 #include "app/command_ids.h"
 #include "app/main_window.h"
 #include "app/no_card_notice.h"
+#include "common/file_search.h"
 
 namespace {
 
@@ -42,13 +43,7 @@ int IsStorageCardPresent()
         return 0;
     CloseHandle(slot);
     CloseHandle(cardHost);
-
-    WIN32_FIND_DATAW entry;
-    const HANDLE find = FindFirstFileW(TEXT("SDMMC\\"), &entry);
-    if (find == INVALID_HANDLE_VALUE)
-        return 0;
-    FindClose(find);
-    return 1;
+    return IsPathThere(TEXT("SDMMC\\")) ? 1 : 0;
 }
 
 HWND InitInstance(HINSTANCE instance, int showCommand)

@@ -2,50 +2,20 @@
 // window.
 #pragma once
 
-#include "platform/ce.h"
+#include "common/unique_handle.h"
 
-#include <utility>
-
-struct GdiObjectTraits {
-    static void Close(HGDIOBJ object) { DeleteObject(object); }
+template <typename HandleType>
+struct GdiObjectTraits : NullWhenNone<HandleType> {
+    static void Close(HandleType object) { DeleteObject(object); }
 };
-struct MemoryContextTraits {
+struct MemoryContextTraits : NullWhenNone<HDC> {
     static void Close(HDC context) { DeleteDC(context); }
 };
 
-template <typename Handle, typename Traits>
-class UniqueHandle {
-public:
-    UniqueHandle() = default;
-    explicit UniqueHandle(Handle handle) : m_handle(handle) {}
-    UniqueHandle(UniqueHandle&& other) noexcept : m_handle(other.Release()) {}
-    UniqueHandle& operator=(UniqueHandle&& other) noexcept
-    {
-        Reset(other.Release());
-        return *this;
-    }
-    ~UniqueHandle() { Reset(); }
-
-    Handle Get() const { return m_handle; }
-    explicit operator bool() const { return m_handle != nullptr; }
-    [[nodiscard]] Handle Release() { return std::exchange(m_handle, nullptr); }
-    void Reset(Handle handle = nullptr)
-    {
-        const Handle old = std::exchange(m_handle, handle);
-        if (old != nullptr)
-            Traits::Close(old);
-    }
-
-private:
-    Handle m_handle = nullptr;
-};
-
-template <typename Handle>
-using UniqueGdiObject = UniqueHandle<Handle, GdiObjectTraits>;
-using UniqueBitmap = UniqueGdiObject<HBITMAP>;
-using UniqueFont = UniqueGdiObject<HFONT>;
-using UniqueBrush = UniqueGdiObject<HBRUSH>;
-using UniqueMemoryContext = UniqueHandle<HDC, MemoryContextTraits>;
+using UniqueBitmap = UniqueHandle<GdiObjectTraits<HBITMAP>>;
+using UniqueFont = UniqueHandle<GdiObjectTraits<HFONT>>;
+using UniqueBrush = UniqueHandle<GdiObjectTraits<HBRUSH>>;
+using UniqueMemoryContext = UniqueHandle<MemoryContextTraits>;
 
 // Selects an object for as long as the guard lives, and puts the one before back.
 class SelectedObject {

@@ -3,7 +3,7 @@
 #include "app/player_controls.h"
 #include "app/player_state.h"
 #include "app/title_ticker.h"
-#include "gui/gdi_handles.h"
+#include "common/gdi_handles.h"
 #include "gui/gif_bitmap.h"
 #include "gui/soft_key_layout.h"
 

@@ -1,6 +1,6 @@
 #include "app/storage_card.h"
 
-#include "platform/ce.h"
+#include "common/file_search.h"
 
 namespace {
 
@@ -28,11 +28,5 @@ int IsStorageCardPresent()
         return 0;
     CloseHandle(slot);
     CloseHandle(cardHost);
-
-    WIN32_FIND_DATAW entry;
-    const HANDLE find = FindFirstFileW(TEXT("SDMMC\\"), &entry);
-    if (find == INVALID_HANDLE_VALUE)
-        return 0;
-    FindClose(find);
-    return 1;
+    return IsPathThere(TEXT("SDMMC\\")) ? 1 : 0;
 }

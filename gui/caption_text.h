@@ -2,7 +2,7 @@
 // Knows no window.
 #pragma once
 
-#include "gui/gdi_handles.h"
+#include "common/gdi_handles.h"
 
 // The caption font for `sizePoints` on a device of `logPixelsY` pixels an inch: in Chinese (2052 and 1028) the given
 // size at normal weight, in every other language 11 points bold.

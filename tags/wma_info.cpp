@@ -1,5 +1,6 @@
 #include "tags/wma_info.h"
 
+#include "common/file_stream.h"
 #include "tags/file_source.h"
 
 #include <algorithm>
@@ -192,10 +193,10 @@ int ReadWmaInfo(const WCHAR* path, WmaInfo* info)
 {
     if (info == nullptr)
         return -1;
-    const FileHandle file = OpenForReading(path);
+    const UniqueFileStream file = OpenForReading(path);
     if (!file)
         return -1;
-    FileSource source(file.get());
+    FileSource source(file.Get());
     return ReadWmaInfo(source, *info);
 }
 

@@ -1,6 +1,6 @@
 #include "platform/host/input_script.h"
 
-#include "platform/host/device_screen.h"
+#include "platform/screen_size.h"
 #include <algorithm>
 #include <charconv>
 #include <optional>

@@ -1,7 +1,7 @@
 #include "platform/windows/screen/device_screen.h"
 
-#include "platform/host/device_screen.h"
 #include "platform/host/viewport.h"
+#include "platform/screen_size.h"
 
 #include <atomic>
 

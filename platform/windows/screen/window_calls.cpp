@@ -1,6 +1,6 @@
 #include "platform/windows/screen/window_calls.h"
 
-#include "platform/host/device_screen.h"
+#include "platform/screen_size.h"
 #include "platform/windows/screen/device_screen.h"
 #include "platform/windows/screen/window_procedures.h"
 

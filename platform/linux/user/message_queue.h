@@ -48,6 +48,8 @@ struct InputEvent {
     bool wasDown = false; // the key, before this
     bool isPointerDown = false;
     std::uint64_t timeMs = 0;
+
+    bool IsKey() const { return kind == InputKind::KeyDown || kind == InputKind::KeyUp; }
 };
 
 // The last press, for telling double clicks.

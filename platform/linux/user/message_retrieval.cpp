@@ -4,8 +4,8 @@
 #include "platform/linux/user/frames.h"
 #include "platform/linux/user/input_queue.h"
 #include "platform/linux/user/message_filter.h"
-#include "platform/linux/user/paint.h"
 #include "platform/linux/user/timers.h"
+#include "platform/linux/user/update_region.h"
 
 namespace cardsong::user {
 

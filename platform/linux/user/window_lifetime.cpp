@@ -3,7 +3,7 @@
 #include "platform/linux/ce/gdi.h"
 #include "platform/linux/ce/kernel.h"
 #include "platform/linux/user/activation.h"
-#include "platform/linux/user/paint.h"
+#include "platform/linux/user/update_region.h"
 #include "platform/linux/user/visible_region.h"
 #include "platform/linux/user/window_tree.h"
 

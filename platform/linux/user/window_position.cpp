@@ -2,7 +2,7 @@
 
 #include "platform/linux/ce/kernel.h"
 #include "platform/linux/user/foreground.h"
-#include "platform/linux/user/paint.h"
+#include "platform/linux/user/update_region.h"
 #include "platform/linux/user/visible_region.h"
 #include "platform/linux/user/window_tree.h"
 

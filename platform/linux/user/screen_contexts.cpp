@@ -1,5 +1,5 @@
 // Contexts on the screen: BeginPaint, GetDC and their ends.
-#include "platform/linux/user/paint.h"
+#include "platform/linux/user/update_region.h"
 #include "platform/linux/user/visible_region.h"
 #include "platform/linux/user/window_tree.h"
 

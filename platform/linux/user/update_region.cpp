@@ -1,4 +1,4 @@
-#include "platform/linux/user/paint.h"
+#include "platform/linux/user/update_region.h"
 
 #include "platform/linux/ce/gdi.h"
 #include "platform/linux/ce/kernel.h"

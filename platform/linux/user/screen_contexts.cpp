@@ -1,18 +1,13 @@
-// Contexts on the screen: BeginPaint, GetDC and their ends.
-#include "platform/linux/user/update_region.h"
-#include "platform/linux/user/visible_region.h"
-#include "platform/linux/user/window_tree.h"
+#include "platform/linux/user/screen_contexts.h"
 
-#include "platform/linux/ce/kernel.h"
+#include "platform/linux/ce/gdi.h"
 #include "platform/linux/gdi/screen.h"
+#include "platform/linux/user/visible_region.h"
 
 #include <algorithm>
 
 namespace cardsong::user {
 
-namespace {
-
-// Where the context draws: nothing for a window that is gone.
 Region DrawableRegion(Desktop& desktop, const HeldContext& held, POINT& origin)
 {
     origin = {};
@@ -31,7 +26,7 @@ Region DrawableRegion(Desktop& desktop, const HeldContext& held, POINT& origin)
     return region;
 }
 
-HDC Hold(Desktop& desktop, HeldContext held, const std::shared_ptr<ThreadQueue>& holder)
+HDC HoldContext(Desktop& desktop, HeldContext held, const std::shared_ptr<ThreadQueue>& holder)
 {
     held.holder = holder;
     ++holder->heldContexts;
@@ -44,8 +39,7 @@ HDC Hold(Desktop& desktop, HeldContext held, const std::shared_ptr<ThreadQueue>&
     return desktop.contexts.back().context;
 }
 
-// False when no such context is held.
-bool Release(Desktop& desktop, HDC context)
+bool ReleaseContext(Desktop& desktop, HDC context)
 {
     const auto found = std::find_if(desktop.contexts.begin(), desktop.contexts.end(),
                                     [&](const HeldContext& held) { return held.context == context; });
@@ -61,22 +55,6 @@ bool Release(Desktop& desktop, HDC context)
     return true;
 }
 
-// Takes the update region: the window is painted as far as the API is concerned.
-HeldContext TakeUpdate(WindowRecord& record)
-{
-    HeldContext held;
-    held.window = record.handle;
-    held.isPaint = true;
-    held.paintClip = std::move(record.update);
-    record.update = {};
-    if (!held.paintClip.IsEmpty())
-        --record.queue->pendingPaints;
-    record.eraseUpdate = false;
-    return held;
-}
-
-} // namespace
-
 void RefreshContexts(Desktop& desktop)
 {
     for (const HeldContext& held : desktop.contexts) {
@@ -90,45 +68,6 @@ void RefreshContexts(Desktop& desktop)
 
 using namespace cardsong::user;
 
-HDC BeginPaint(HWND window, PAINTSTRUCT* paint)
-{
-    if (paint == nullptr) {
-        ValidateRect(window, nullptr);
-        SetLastError(ERROR_INVALID_PARAMETER);
-        return nullptr;
-    }
-    const auto& self = CurrentQueue();
-    bool erase = false;
-    *paint = {};
-    {
-        LockedDesktop desktop;
-        WindowRecord* const record = desktop.Find(window);
-        if (record == nullptr || record->queue == nullptr)
-            return nullptr;
-        erase = record->eraseUpdate;
-        auto held = TakeUpdate(*record);
-        TopLevelOf(record)->paintHasBegun = true;
-        POINT origin{};
-        Region drawable = DrawableRegion(*desktop, held, origin);
-        drawable.Translate(-origin.x, -origin.y);
-        paint->rcPaint = drawable.Bounds();
-        paint->hdc = Hold(*desktop, std::move(held), self);
-    }
-    if (erase)
-        paint->fErase =
-            SendMessageW(window, WM_ERASEBKGND, reinterpret_cast<WPARAM>(paint->hdc), 0) == 0 ? TRUE : FALSE;
-    return paint->hdc;
-}
-
-BOOL EndPaint(HWND, const PAINTSTRUCT* paint)
-{
-    if (paint == nullptr)
-        return FALSE;
-    LockedDesktop desktop;
-    Release(*desktop, paint->hdc);
-    return TRUE;
-}
-
 HDC GetDC(HWND window)
 {
     const auto& self = CurrentQueue();
@@ -140,11 +79,11 @@ HDC GetDC(HWND window)
             return nullptr;
         held.window = window;
     }
-    return Hold(*desktop, std::move(held), self);
+    return HoldContext(*desktop, std::move(held), self);
 }
 
 int ReleaseDC(HWND, HDC context)
 {
     LockedDesktop desktop;
-    return Release(*desktop, context) ? 1 : 0;
+    return ReleaseContext(*desktop, context) ? 1 : 0;
 }

@@ -3,7 +3,6 @@
 #include "platform/linux/ce/gdi.h"
 #include "platform/linux/ce/kernel.h"
 #include "platform/linux/gdi/screen.h"
-#include "platform/linux/user/frames.h"
 #include "platform/linux/user/visible_region.h"
 
 #include <algorithm>
@@ -45,20 +44,6 @@ void PaintDesktop(const Region& area)
     const RECT all = area.Bounds();
     FillRect(context, &all, static_cast<HBRUSH>(GetStockObject(BLACK_BRUSH)));
     gdi::DestroyScreenContext(context);
-}
-
-// The part of the update region that can be seen; what cannot is forgotten, because whatever uncovers it invalidates
-// it.
-bool IsDuePaint(Desktop& desktop, WindowRecord& record)
-{
-    if (record.update.IsEmpty())
-        return false;
-    Region seen = VisibleRegion(desktop, record);
-    seen.Translate(-record.origin.x, -record.origin.y);
-    seen.Intersect(record.update);
-    if (seen.IsEmpty())
-        SetUpdate(record, {});
-    return !seen.IsEmpty();
 }
 
 WindowRecord* FindDue(Desktop& desktop, WindowRecord& record, const std::shared_ptr<ThreadQueue>& queue,
@@ -114,23 +99,6 @@ void InvalidateEverything(Desktop& desktop)
         InvalidateTree(desktop, *window, screen, true, Reach::AllChildren);
 }
 
-// The window and all windows inside it, of whatever thread, parents first.
-void ListTree(const WindowRecord& record, std::vector<HWND>& windows)
-{
-    windows.push_back(record.handle);
-    for (const WindowRecord* child : record.children)
-        ListTree(*child, windows);
-}
-
-// What UpdateWindow painted is seen at once, unless the thread draws or has more to paint.
-void ShowUpdates(const std::shared_ptr<ThreadQueue>& self)
-{
-    LockedDesktop desktop;
-    const auto anyWindow = [](HWND) { return true; };
-    if (self->heldContexts == 0 && FindWindowToPaint(*desktop, self, anyWindow) == nullptr)
-        ShowFrame(*desktop, *self);
-}
-
 } // namespace
 
 void InvalidateTree(Desktop& desktop, WindowRecord& record, const Region& area, bool erase, Reach reach)
@@ -166,11 +134,30 @@ void ExposeBeneath(Desktop& desktop, WindowRecord& parent, const Region& area, c
         PaintDesktop(bare);
 }
 
+Region TakeUpdate(WindowRecord& record)
+{
+    Region update = record.update;
+    SetUpdate(record, {});
+    return update;
+}
+
 void ForgetUpdates(WindowRecord& record)
 {
     SetUpdate(record, {});
     for (WindowRecord* child : record.children)
         ForgetUpdates(*child);
+}
+
+bool IsDuePaint(Desktop& desktop, WindowRecord& record)
+{
+    if (record.update.IsEmpty())
+        return false;
+    Region seen = VisibleRegion(desktop, record);
+    seen.Translate(-record.origin.x, -record.origin.y);
+    seen.Intersect(record.update);
+    if (seen.IsEmpty())
+        SetUpdate(record, {});
+    return !seen.IsEmpty();
 }
 
 bool OwesPaint(Desktop& desktop, WindowRecord& record)
@@ -247,28 +234,4 @@ BOOL GetUpdateRect(HWND window, LPRECT rect, BOOL erase)
         ReleaseDC(window, context);
     }
     return bounds.right > bounds.left ? TRUE : FALSE;
-}
-
-BOOL UpdateWindow(HWND window)
-{
-    std::vector<HWND> windows;
-    {
-        LockedDesktop desktop;
-        const WindowRecord* const record = desktop.Find(window);
-        if (record == nullptr)
-            return FALSE;
-        ListTree(*record, windows);
-    }
-    for (HWND candidate : windows) {
-        bool isDue = false;
-        {
-            LockedDesktop desktop;
-            WindowRecord* const record = desktop->windows.Find(candidate);
-            isDue = record != nullptr && IsDuePaint(*desktop, *record);
-        }
-        if (isDue)
-            SendMessageW(candidate, WM_PAINT, 0, 0);
-    }
-    ShowUpdates(CurrentQueue());
-    return TRUE;
 }

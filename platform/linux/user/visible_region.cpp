@@ -1,6 +1,6 @@
 #include "platform/linux/user/visible_region.h"
 
-#include "platform/linux/user/update_region.h"
+#include "platform/linux/user/screen_contexts.h"
 
 namespace cardsong::user {
 

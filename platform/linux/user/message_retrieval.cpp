@@ -67,7 +67,7 @@ std::optional<MSG> TakePostedOrQuit(ThreadQueue& queue, const Search& search)
 std::optional<MSG> TakePaintOrTick(const std::shared_ptr<ThreadQueue>& queue, const Search& search)
 {
     LockedDesktop desktop;
-    if (search.Wants(PM_QS_PAINT) && queue->pendingPaints > 0 && search.filter.AllowsMessage(WM_PAINT)) {
+    if (search.Wants(PM_QS_PAINT) && search.filter.AllowsMessage(WM_PAINT)) {
         const auto allows = [&](HWND window) { return search.filter.AllowsWindow(*desktop, window); };
         if (const HWND window = FindWindowToPaint(*desktop, queue, allows))
             return MakeMessage(*desktop, window, WM_PAINT, 0, 0);

@@ -46,9 +46,8 @@ bool ReleaseContext(Desktop& desktop, HDC context)
     if (found == desktop.contexts.end())
         return false;
     ThreadQueue& holder = *found->holder;
-    if (holder.heldContexts > 0) // a queue that was cleared counts anew
-        --holder.heldContexts;
-    if (found->isPaint && holder.openPaints > 0)
+    --holder.heldContexts;
+    if (found->isPaint)
         --holder.openPaints;
     gdi::DestroyScreenContext(context);
     desktop.contexts.erase(found);

@@ -13,16 +13,9 @@ namespace {
 
 void SetUpdate(WindowRecord& record, Region update)
 {
-    const bool wasDue = !record.update.IsEmpty();
-    const bool isDue = !update.IsEmpty();
     record.update = std::move(update);
-    if (!isDue)
+    if (record.update.IsEmpty())
         record.eraseUpdate = false;
-    if (record.queue == nullptr || wasDue == isDue)
-        return;
-    record.queue->pendingPaints += isDue ? 1 : -1;
-    if (isDue)
-        Notify(*record.queue);
 }
 
 void InvalidateOne(Desktop& desktop, WindowRecord& record, const Region& area, bool erase)
@@ -36,6 +29,7 @@ void InvalidateOne(Desktop& desktop, WindowRecord& record, const Region& area, b
     update.Add(record.update);
     SetUpdate(record, std::move(update));
     record.eraseUpdate = record.eraseUpdate || erase;
+    Notify(*record.queue);
 }
 
 void PaintDesktop(const Region& area)

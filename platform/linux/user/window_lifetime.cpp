@@ -6,6 +6,7 @@
 #include "platform/linux/user/update_region.h"
 #include "platform/linux/user/visible_region.h"
 #include "platform/linux/user/window_tree.h"
+#include "platform/linux/user/z_order.h"
 
 #include <algorithm>
 

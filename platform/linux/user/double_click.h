@@ -1,5 +1,6 @@
 // When a press is the second half of a double click.
 #pragma once
+
 #include "platform/linux/user/desktop.h"
 
 namespace cardsong::user {

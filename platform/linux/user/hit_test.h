@@ -1,5 +1,6 @@
 // Which window a point of the screen belongs to.
 #pragma once
+
 #include "platform/linux/user/desktop.h"
 
 namespace cardsong::user {

@@ -1,5 +1,6 @@
 // Which thread, and which of its windows, an input is meant for.
 #pragma once
+
 #include "platform/linux/user/hit_test.h"
 
 namespace cardsong::user {

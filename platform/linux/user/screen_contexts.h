@@ -1,5 +1,6 @@
 // The contexts on the screen that programs hold. Each follows its window about.
 #pragma once
+
 #include "platform/linux/user/desktop.h"
 
 namespace cardsong::user {

@@ -109,16 +109,6 @@ void RemoveWindow(HWND window)
         RemoveRecord(*desktop, *record);
 }
 
-std::vector<HWND> ChildrenOf(HWND window)
-{
-    LockedDesktop desktop;
-    std::vector<HWND> children;
-    if (const WindowRecord* const record = desktop->windows.Find(window))
-        for (const WindowRecord* child : record->children)
-            children.push_back(child->handle);
-    return children;
-}
-
 void SendDestroy(HWND window)
 {
     SendMessageW(window, WM_DESTROY, 0, 0);

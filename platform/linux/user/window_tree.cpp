@@ -16,6 +16,16 @@ bool IsSameOrDescendant(const WindowRecord* ancestor, const WindowRecord* record
     return record != nullptr;
 }
 
+std::vector<HWND> ChildrenOf(HWND window)
+{
+    LockedDesktop desktop;
+    std::vector<HWND> children;
+    if (const WindowRecord* const record = desktop->windows.Find(window))
+        for (const WindowRecord* child : record->children)
+            children.push_back(child->handle);
+    return children;
+}
+
 std::vector<HWND> TopLevelWindows(const Desktop& desktop)
 {
     std::vector<HWND> windows;

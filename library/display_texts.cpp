@@ -1,7 +1,7 @@
 #include "library/display_texts.h"
 
 #include "encoding/code_page.h"
-#include "encoding/gb_text.h"
+#include "encoding/gb_unicode_text.h"
 #include "library/media_entry.h"
 #include "tags/mp3_info.h"
 #include "tags/wma_info.h"

@@ -2,7 +2,7 @@
 
 #include "encoding/code_page.h"
 #include "encoding/gb_unicode_text.h"
-#include "library/media_entry.h"
+#include "library/song_list.h"
 #include "tags/mp3_info.h"
 #include "tags/wma_info.h"
 
@@ -92,7 +92,8 @@ const WCHAR* FormatPlayTime(std::uint32_t seconds)
 
 void BuildSongListRows(const CPtrListCtrl& list, bool isCardList)
 {
-    const std::int32_t count = list.GetCount();
+    const ConstSongList songs(list);
+    const std::int32_t count = songs.Count();
     if (count == 0)
         return;
     std::vector<SongListRow>& rows = Rows(isCardList);
@@ -101,8 +102,7 @@ void BuildSongListRows(const CPtrListCtrl& list, bool isCardList)
         return;
     rows.resize(static_cast<std::size_t>(count));
     for (std::int32_t i = 0; i < count; ++i)
-        FillRow(rows[static_cast<std::size_t>(i)], i + 1, *static_cast<const MediaFileEntry*>(list.GetAt(i)),
-                isCardList);
+        FillRow(rows[static_cast<std::size_t>(i)], i + 1, songs.At(i), isCardList);
 }
 
 std::span<SongListRow> SongListRows(bool isCardList)

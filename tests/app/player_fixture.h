@@ -9,6 +9,7 @@
 #include "app/start_up.h"
 #include "common/string_table.h"
 #include "library/media_scan.h"
+#include "library/song_list.h"
 #include "platform/ce.h"
 #include "platform/linux/gdi/screen.h"
 #include "platform/linux/kernel/clock.h"
@@ -55,7 +56,7 @@ protected:
             FreeLibrary(g_hStringModule);
         g_hStringModule = nullptr;
         g_launchOptions = {};
-        FreeMediaEntries(PlayList);
+        SongList(PlayList).FreeAll();
         kernel::InstallClock(nullptr);
     }
 

@@ -86,7 +86,7 @@ TEST_F(MeasuredText, OfNothingIsNothing)
 
 class SongListRowsTest : public testing::Test {
 protected:
-    ~SongListRowsTest() override { FreeMediaEntries(list); }
+    ~SongListRowsTest() override { SongList(list).FreeAll(); }
     CPtrListCtrl list;
 };
 
@@ -122,7 +122,7 @@ TEST_F(SongListRowsTest, AreMadeAnew)
     AddEntry(list, TEXT("a.mp3"), TEXT("\\SDMMC"), 1);
     AddEntry(list, TEXT("b.mp3"), TEXT("\\SDMMC"), 1);
     BuildSongListRows(list, true);
-    delete static_cast<MediaFileEntry*>(list.DeleteAt(0, 1));
+    EXPECT_NE(SongList(list).Take(0), nullptr);
     BuildSongListRows(list, true);
     ASSERT_EQ(SongListRows(true).size(), 1u);
     EXPECT_EQ(WString(SongListRows(true)[0].label), TEXT("1 b.mp3"));

@@ -150,7 +150,7 @@ TEST_F(MediaScan, AListThatIsNeitherOfTheTwoMayHoldANameTwice)
     CPtrListCtrl other;
     ScanMediaFolder(TEXT("\\SDMMC"), &other, true);
     EXPECT_EQ(other.GetCount(), 2);
-    FreeMediaEntries(other);
+    SongList(other).FreeAll();
 }
 
 TEST_F(MediaScan, ANullListAddsAndCountsNothing)

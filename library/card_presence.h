@@ -3,8 +3,6 @@
 
 #include "library/song_list.h"
 
-inline constexpr const WCHAR* kCardFolder = TEXT("\\SDMMC");
-
 // Whether anything lies on the card. A card pulled out leaves an empty folder, or none.
 [[nodiscard]] bool IsCardInserted();
 

@@ -24,7 +24,7 @@ public:
         if (m_names.Contains(*entry))
             return;
         entry->fileSize = song.fileSize;
-        entry->duration = ReadSongDurationSeconds(PathOf(*entry).c_str(), song.isMp3);
+        entry->duration = ReadSongDurationSeconds(PathOf(*entry).c_str(), song.format == SongFormat::Mp3);
         m_names.Add(m_list, SongList(m_list).Append(std::move(entry)));
     }
 
@@ -42,10 +42,11 @@ void ScanMediaFolder(const WCHAR* folder, CPtrListCtrl* list, bool recurse)
     WStringView root(folder);
     if (!root.empty() && root.back() == TEXT('\\'))
         root.remove_suffix(1);
+    const Subfolders subfolders = recurse ? Subfolders::Walk : Subfolders::LeaveOut;
     if (list == nullptr) {
-        WalkSongs(root, recurse, nullptr);
+        WalkSongs(root, subfolders, nullptr);
         return;
     }
     MediaScan scan(*list);
-    WalkSongs(root, recurse, [&scan](const FoundSong& song) { scan.Add(song); });
+    WalkSongs(root, subfolders, [&scan](const FoundSong& song) { scan.Add(song); });
 }

@@ -15,6 +15,7 @@
 #include "app/transport.h"
 #include "library/media_scan.h"
 #include "library/saved_play_list.h"
+#include "library/song_list.h"
 #include "playback/media_player.h"
 
 namespace {
@@ -106,7 +107,7 @@ LRESULT OnCreate(HWND window, WPARAM, LPARAM)
 LRESULT OnDestroy(HWND window, WPARAM, LPARAM)
 {
     SendMessageW(window, WM_COMMAND, kCommandStop, 0);
-    FreeMediaEntries(PlayList);
+    SongList(PlayList).FreeAll();
     ShowTaskBar(SW_SHOW);
     FreeControls();
     FreeBackground();

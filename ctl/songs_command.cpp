@@ -79,7 +79,7 @@ struct SongLine {
 SongLine Describe(const FoundSong& song)
 {
     const WString path = WString(song.folder) + TEXT('\\') + WString(song.name);
-    const SongFacts facts = ReadSongFacts(path.c_str(), song.isMp3);
+    const SongFacts facts = ReadSongFacts(path.c_str(), song.format);
     PathBuffer stem = {};
     StripExtension(WString(song.name).c_str(), stem);
     return { path, std::to_string(facts.lengthMs), Utf8(facts.title.empty() ? WStringView(stem) : facts.title) };
@@ -101,7 +101,7 @@ bool WriteSongs(std::FILE* out, SongLines form, const std::function<void(unsigne
 {
     unsigned long count = 0;
     bool isWritten = true;
-    WalkSongs(TEXT("\\SDMMC"), true, [&](const FoundSong& song) {
+    WalkSongs(kCardFolder, Subfolders::Walk, [&](const FoundSong& song) {
         if (!isWritten)
             return;
         const std::string line = Format(Describe(song), form);

@@ -2,7 +2,7 @@
 // conversion promises for every text is checked.
 #include "encoding/big5_gb_text.h"
 #include "encoding/code_page.h"
-#include "encoding/gb_text.h"
+#include "encoding/gb_unicode_text.h"
 #include "platform/ce.h"
 
 #include <algorithm>

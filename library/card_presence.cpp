@@ -32,9 +32,9 @@ bool CardOfList::IsThere(std::int32_t first)
         return true;
     if (!IsCardInserted())
         return false;
-    const std::int32_t count = m_list.GetCount();
+    const std::int32_t count = m_list.Count();
     for (std::int32_t i = 0; i < count; ++i) {
-        const auto& entry = *static_cast<const MediaFileEntry*>(m_list.GetAt((first + i) % count));
+        const MediaFileEntry& entry = m_list.At((first + i) % count);
         if (!IsSongThere(entry))
             continue;
         m_found = entry;

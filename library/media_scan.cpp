@@ -1,10 +1,9 @@
 #include "library/media_scan.h"
 
 #include "library/song_facts.h"
+#include "library/song_list.h"
 #include "library/song_names.h"
 #include "library/song_walk.h"
-
-#include <memory>
 
 std::uint32_t ScannedFileCount = 0;
 
@@ -17,7 +16,7 @@ public:
 
     void Add(const FoundSong& song)
     {
-        std::unique_ptr<MediaFileEntry> entry(NewMediaEntry(song.name, song.folder));
+        std::unique_ptr<MediaFileEntry> entry = NewMediaEntry(song.name, song.folder);
         if (!entry)
             return;
         CharLowerBuffW(entry->fileName, static_cast<DWORD>(song.name.size()));
@@ -25,9 +24,8 @@ public:
         if (m_names.Contains(*entry))
             return;
         entry->fileSize = song.fileSize;
-        entry->duration = ReadSongDurationSeconds(PathOf(*entry).c_str(), song.isMp3);
-        m_names.Add(m_list, *entry);
-        m_list.Add(entry.release(), -1);
+        entry->duration = ReadSongDurationSeconds(PathOf(*entry).c_str(), song.format == SongFormat::Mp3);
+        m_names.Add(m_list, SongList(m_list).Append(std::move(entry)));
     }
 
 private:
@@ -44,10 +42,11 @@ void ScanMediaFolder(const WCHAR* folder, CPtrListCtrl* list, bool recurse)
     WStringView root(folder);
     if (!root.empty() && root.back() == TEXT('\\'))
         root.remove_suffix(1);
+    const Subfolders subfolders = recurse ? Subfolders::Walk : Subfolders::LeaveOut;
     if (list == nullptr) {
-        WalkSongs(root, recurse, nullptr);
+        WalkSongs(root, subfolders, nullptr);
         return;
     }
     MediaScan scan(*list);
-    WalkSongs(root, recurse, [&scan](const FoundSong& song) { scan.Add(song); });
+    WalkSongs(root, subfolders, [&scan](const FoundSong& song) { scan.Add(song); });
 }

@@ -2,6 +2,7 @@
 
 #include "common/kernel_handles.h"
 #include "library/card_presence.h"
+#include "library/song_list.h"
 
 #include <algorithm>
 #include <array>
@@ -73,8 +74,9 @@ std::int64_t WrittenSeconds(const MediaFileEntry& entry)
 
 void AppendRecords(const CPtrListCtrl& list, BlockWriter& writer)
 {
-    for (std::int32_t i = 0; i < list.GetCount(); ++i) {
-        const auto* entry = static_cast<const MediaFileEntry*>(list.GetAt(i));
+    const ConstSongList songs(list);
+    for (std::int32_t i = 0; i < songs.Count(); ++i) {
+        const MediaFileEntry* const entry = songs.Find(i);
         if (entry == nullptr)
             break;
         if (entry->fileName[0] == 0)
@@ -189,7 +191,7 @@ int ParsePlayListRecord(WStringView text, CPtrListCtrl& list)
     std::unique_ptr<MediaFileEntry> entry = ReadPlayListRecord(text, nullptr);
     if (!entry || !IsSongThere(*entry))
         return 0;
-    list.Add(entry.release(), -1);
+    SongList(list).Append(std::move(entry));
     return 1;
 }
 
@@ -203,7 +205,7 @@ std::unique_ptr<MediaFileEntry> ReadPlayListRecord(WStringView text, std::int32_
     if (!TakeField(text, numberText) || !TakeField(text, fileName) || !TakeField(text, folder) || fileName.empty() ||
         fileName.front() == 0)
         return nullptr;
-    std::unique_ptr<MediaFileEntry> entry(NewMediaEntry(fileName, folder));
+    std::unique_ptr<MediaFileEntry> entry = NewMediaEntry(fileName, folder);
     if (!entry)
         return nullptr;
     entry->duration = static_cast<double>(_wtol(WString(text).c_str()));

@@ -23,6 +23,8 @@ constexpr std::uint32_t kWmaUnitsPerSecond = 10'000'000;
 // The text encodings that the first byte of an ID3v2 text frame names.
 enum : unsigned { kTextOfOldTags = 0, kUtf16WithMark = 1, kUtf16BigEndian = 2, kUtf8 = 3 };
 
+enum class ByteOrder { LittleEndian, BigEndian };
+
 using Bytes = std::span<const std::byte>;
 
 WString Decode(UINT codePage, const std::string& text)
@@ -57,19 +59,25 @@ std::string TextUpToZero(Bytes bytes)
     return text;
 }
 
-WString DecodeUtf16(Bytes bytes, bool isBigEndian)
+WString DecodeUtf16(Bytes bytes, ByteOrder order)
 {
     WString text;
     for (std::size_t i = 0; i + 1 < bytes.size(); i += 2) {
         const auto first = std::to_integer<unsigned>(bytes[i]);
         const auto second = std::to_integer<unsigned>(bytes[i + 1]);
-        const auto unit = static_cast<WCHAR>(isBigEndian ? first << 8 | second : second << 8 | first);
+        const auto unit = static_cast<WCHAR>(order == ByteOrder::BigEndian ? first << 8 | second : second << 8 | first);
         if (unit == 0)
             break;
         if (unit != 0xFEFF || !text.empty())
             text += unit;
     }
     return text;
+}
+
+// Text without a mark counts as little-endian.
+ByteOrder ByteOrderOfMark(Bytes text)
+{
+    return !text.empty() && text[0] == std::byte{ 0xFE } ? ByteOrder::BigEndian : ByteOrder::LittleEndian;
 }
 
 WString DecodeTextFrame(Bytes frame)
@@ -79,8 +87,8 @@ WString DecodeTextFrame(Bytes frame)
     const Bytes text = frame.subspan(1);
     switch (std::to_integer<unsigned>(frame[0])) {
     case kTextOfOldTags: return DecodeGuessed(TextUpToZero(text));
-    case kUtf16WithMark: return DecodeUtf16(text, !text.empty() && text[0] == std::byte{ 0xFE });
-    case kUtf16BigEndian: return DecodeUtf16(text, true);
+    case kUtf16WithMark: return DecodeUtf16(text, ByteOrderOfMark(text));
+    case kUtf16BigEndian: return DecodeUtf16(text, ByteOrder::BigEndian);
     case kUtf8: return Decode(CP_UTF8, TextUpToZero(text));
     default: return {};
     }
@@ -140,7 +148,7 @@ std::uint32_t ReadSongDurationSeconds(const WCHAR* path, bool isMp3)
     return info ? info->durationMs / kMsPerSecond : 0;
 }
 
-SongFacts ReadSongFacts(const WCHAR* path, bool isMp3)
+SongFacts ReadSongFacts(const WCHAR* path, SongFormat format)
 {
-    return isMp3 ? ReadMp3Facts(path) : ReadWmaFacts(path);
+    return format == SongFormat::Mp3 ? ReadMp3Facts(path) : ReadWmaFacts(path);
 }

@@ -1,6 +1,7 @@
 // What a song file tells of itself: how long it plays and what it is called.
 #pragma once
 
+#include "library/song_format.h"
 #include "platform/ce.h"
 
 #include <cstdint>
@@ -17,4 +18,4 @@ struct SongFacts {
 
 // Of an MP3 song the ID3v2 title, else the ID3v1 title, whose code page is guessed; of a WMA song its ASF title.
 // `path`: of the device. A file that cannot be read has neither length nor title.
-SongFacts ReadSongFacts(const WCHAR* path, bool isMp3);
+SongFacts ReadSongFacts(const WCHAR* path, SongFormat format);

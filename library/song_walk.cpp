@@ -9,7 +9,6 @@
 
 namespace {
 
-constexpr WStringView kCardFolder = TEXT("\\SDMMC");
 constexpr WStringView kMapFolders[] = { TEXT("MagaNavi"), TEXT("DestinatorApps"), TEXT("Lingtu"), TEXT("maps") };
 constexpr WStringView kEveryFile = TEXT("\\*.*");
 
@@ -28,7 +27,10 @@ bool IsMapFolder(WStringView folder, WStringView name)
 
 class SongWalk {
 public:
-    SongWalk(bool recurse, const std::function<void(const FoundSong&)>& visit) : m_recurse(recurse), m_visit(visit) {}
+    SongWalk(Subfolders subfolders, const std::function<void(const FoundSong&)>& visit)
+        : m_subfolders(subfolders), m_visit(visit)
+    {
+    }
 
     void Walk(const WString& folder)
     {
@@ -55,7 +57,7 @@ private:
         if ((found.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) == 0) {
             if (m_visit)
                 Tell(folder, found);
-        } else if (m_recurse && !IsMapFolder(folder, name)) {
+        } else if (m_subfolders == Subfolders::Walk && !IsMapFolder(folder, name)) {
             Walk(folder + TEXT('\\') + WString(name));
         }
     }
@@ -63,20 +65,19 @@ private:
     void Tell(const WString& folder, const WIN32_FIND_DATAW& found)
     {
         const WStringView name(found.cFileName);
-        const bool isMp3 = HasExtension(found.cFileName, TEXT(".mp3")) != 0;
-        const bool isSong = isMp3 || HasExtension(found.cFileName, TEXT(".wma")) != 0;
-        if (isSong && folder.size() + 1 + name.size() < kPathUnits)
-            m_visit({ folder, name, found.nFileSizeLow, isMp3 });
+        const std::optional<SongFormat> format = SongFormatOf(found.cFileName);
+        if (format && folder.size() + 1 + name.size() < kPathUnits)
+            m_visit({ folder, name, found.nFileSizeLow, *format });
     }
 
-    const bool m_recurse;
+    const Subfolders m_subfolders;
     const std::function<void(const FoundSong&)>& m_visit;
     std::unordered_set<FolderIdentity, HashOfIdentity> m_walked;
 };
 
 } // namespace
 
-void WalkSongs(WStringView folder, bool recurse, const std::function<void(const FoundSong&)>& visit)
+void WalkSongs(WStringView folder, Subfolders subfolders, const std::function<void(const FoundSong&)>& visit)
 {
-    SongWalk(recurse, visit).Walk(WString(folder));
+    SongWalk(subfolders, visit).Walk(WString(folder));
 }

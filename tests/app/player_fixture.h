@@ -10,6 +10,7 @@
 #include "app/win_main.h"
 #include "common/string_table.h"
 #include "library/media_scan.h"
+#include "library/song_list.h"
 #include "platform/ce.h"
 #include "platform/linux/gdi/screen.h"
 #include "platform/linux/kernel/clock.h"
@@ -56,7 +57,7 @@ protected:
             FreeLibrary(g_hStringModule);
         g_hStringModule = nullptr;
         g_launchOptions = {};
-        FreeMediaEntries(PlayList);
+        SongList(PlayList).FreeAll();
         kernel::InstallClock(nullptr);
     }
 

@@ -269,7 +269,7 @@ TEST_F(Transport, AnUnknownLengthIsNotStoredAndNoRowShowsIt)
     BuildSongListRows(PlayList, false);
     Press(VK_RETURN);
     EXPECT_EQ(static_cast<MediaFileEntry*>(PlayList.GetAt(0))->duration, 0.0);
-    EXPECT_EQ(Narrow(SongListRows(false)[0].time), "--:--");
+    EXPECT_EQ(Narrow(PlayListRows()[0].time), "--:--");
 }
 
 TEST_F(Transport, ASongOfExactlyOneSecondIsStored)

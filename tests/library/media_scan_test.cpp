@@ -150,7 +150,7 @@ TEST_F(MediaScan, AListThatIsNeitherOfTheTwoMayHoldANameTwice)
     CPtrListCtrl other;
     ScanMediaFolder(TEXT("\\SDMMC"), &other, true);
     EXPECT_EQ(other.GetCount(), 2);
-    FreeMediaEntries(other);
+    SongList(other).FreeAll();
 }
 
 TEST_F(MediaScan, ANullListAddsAndCountsNothing)
@@ -225,7 +225,8 @@ TEST_F(MediaScan, SongsStandInTheOrderInWhichTheFoldersTellThem)
     for (const std::string name : { "c.mp3", "a.mp3", "Z/b.mp3", "B/d.wma", "B/deep/e.mp3" })
         device.WriteFile("card/" + name);
     std::vector<WString> told;
-    WalkSongs(TEXT("\\SDMMC"), true, [&told](const FoundSong& song) { told.push_back(WString(song.name)); });
+    WalkSongs(TEXT("\\SDMMC"), Subfolders::Walk,
+              [&told](const FoundSong& song) { told.push_back(WString(song.name)); });
     ScanMediaFolder(TEXT("\\SDMMC"), &CardSongList, true);
     ASSERT_EQ(told.size(), 5u);
     ASSERT_EQ(CardSongList.GetCount(), 5);
@@ -238,7 +239,8 @@ TEST_F(MediaScan, OfTwoFilesOfTheSameNameTheFirstToldIsTaken)
     device.WriteFile("card/One/a.mp3");
     device.WriteFile("card/Two/a.mp3");
     std::vector<WString> folders;
-    WalkSongs(TEXT("\\SDMMC"), true, [&folders](const FoundSong& song) { folders.push_back(WString(song.folder)); });
+    WalkSongs(TEXT("\\SDMMC"), Subfolders::Walk,
+              [&folders](const FoundSong& song) { folders.push_back(WString(song.folder)); });
     Scan();
     ASSERT_EQ(folders.size(), 2u);
     ASSERT_EQ(CardSongList.GetCount(), 1);

@@ -147,7 +147,7 @@ TEST_F(PlayListFile, ANullEntryEndsTheWriting)
     AddEntry(list, TEXT("c.mp3"), TEXT("\\SDMMC"), 3);
     SavePlayList(list);
     EXPECT_EQ(Written(), Record("1$a.mp3$\\SDMMC$1"));
-    FreeMediaEntries(list);
+    SongList(list).FreeAll();
 }
 
 TEST_F(PlayListFile, AShorterListReplacesALongerOneWholly)
@@ -172,7 +172,7 @@ TEST_F(PlayListFile, WhatIsWrittenIsReadBackInOrder)
     EXPECT_EQ(Load(), Paths(list));
     for (std::int32_t i = 0; i < PlayList.GetCount(); ++i)
         EXPECT_EQ(At(PlayList, i).duration, i * 10.0);
-    FreeMediaEntries(list);
+    SongList(list).FreeAll();
 }
 
 TEST_F(PlayListFile, AMissingFileHoldsNoSongs)

@@ -48,7 +48,7 @@ protected:
         saved.Save(PlayList);
         return device.ReadFile("user/Windows/play_list.txt");
     }
-    void Remove(std::int32_t index) { delete static_cast<MediaFileEntry*>(PlayList.DeleteAt(index, 1)); }
+    static void Remove(std::int32_t index) { EXPECT_NE(SongList(PlayList).Take(index), nullptr); }
 
     ScratchDevice device;
     EmptyLists lists;

@@ -55,7 +55,7 @@ TEST_F(SongNamesTest, TheSetOfNamesAnswersLikeTheLists)
     names.Add(PlayList, At(PlayList, 15));
     int known = 0;
     for (int i = 0; i < 300; ++i) {
-        const std::unique_ptr<MediaFileEntry> entry(NewMediaEntry(i == 0 ? TEXT("added") : randomName(), TEXT("\\y")));
+        const std::unique_ptr<MediaFileEntry> entry = NewMediaEntry(i == 0 ? TEXT("added") : randomName(), TEXT("\\y"));
         EXPECT_EQ(names.Contains(*entry), IsNewSongName(*entry) == 0);
         known += names.Contains(*entry) ? 1 : 0;
     }

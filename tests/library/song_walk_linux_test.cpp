@@ -35,7 +35,7 @@ protected:
     std::vector<WString> Walk()
     {
         std::vector<WString> paths;
-        WalkSongs(TEXT("\\SDMMC"), true, [&paths](const FoundSong& song) {
+        WalkSongs(TEXT("\\SDMMC"), Subfolders::Walk, [&paths](const FoundSong& song) {
             paths.push_back(WString(song.folder) + TEXT('\\') + WString(song.name));
         });
         std::sort(paths.begin(), paths.end());

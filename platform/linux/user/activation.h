@@ -1,5 +1,6 @@
 // Which top-level window of a thread is the active one.
 #pragma once
+
 #include "platform/linux/user/desktop.h"
 
 namespace cardsong::user {

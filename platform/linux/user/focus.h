@@ -1,5 +1,6 @@
 // Which window of a thread has the keys.
 #pragma once
+
 #include "platform/linux/user/desktop.h"
 
 namespace cardsong::user {

@@ -1,5 +1,6 @@
 // Which thread's top-level window the display's keys are meant for.
 #pragma once
+
 #include "platform/linux/user/desktop.h"
 
 namespace cardsong::user {

@@ -79,7 +79,6 @@ void ClearQueue(ThreadQueue& queue)
     queue.quitCode.reset();
     queue.input.clear();
     queue.timers.clear();
-    queue.pendingPaints = 0;
     queue.heldContexts = queue.openPaints = 0;
     queue.active = queue.focus = queue.capture = nullptr;
     queue.keys = {};

@@ -4,8 +4,8 @@
 #include "platform/linux/user/frames.h"
 #include "platform/linux/user/input_queue.h"
 #include "platform/linux/user/message_filter.h"
-#include "platform/linux/user/paint.h"
 #include "platform/linux/user/timers.h"
+#include "platform/linux/user/update_region.h"
 
 namespace cardsong::user {
 
@@ -67,7 +67,7 @@ std::optional<MSG> TakePostedOrQuit(ThreadQueue& queue, const Search& search)
 std::optional<MSG> TakePaintOrTick(const std::shared_ptr<ThreadQueue>& queue, const Search& search)
 {
     LockedDesktop desktop;
-    if (search.Wants(PM_QS_PAINT) && queue->pendingPaints > 0 && search.filter.AllowsMessage(WM_PAINT)) {
+    if (search.Wants(PM_QS_PAINT) && search.filter.AllowsMessage(WM_PAINT)) {
         const auto allows = [&](HWND window) { return search.filter.AllowsWindow(*desktop, window); };
         if (const HWND window = FindWindowToPaint(*desktop, queue, allows))
             return MakeMessage(*desktop, window, WM_PAINT, 0, 0);

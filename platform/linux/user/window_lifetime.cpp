@@ -3,9 +3,10 @@
 #include "platform/linux/ce/gdi.h"
 #include "platform/linux/ce/kernel.h"
 #include "platform/linux/user/activation.h"
-#include "platform/linux/user/paint.h"
+#include "platform/linux/user/update_region.h"
 #include "platform/linux/user/visible_region.h"
 #include "platform/linux/user/window_tree.h"
+#include "platform/linux/user/z_order.h"
 
 #include <algorithm>
 
@@ -106,16 +107,6 @@ void RemoveWindow(HWND window)
     LockedDesktop desktop;
     if (WindowRecord* const record = desktop->windows.Find(window))
         RemoveRecord(*desktop, *record);
-}
-
-std::vector<HWND> ChildrenOf(HWND window)
-{
-    LockedDesktop desktop;
-    std::vector<HWND> children;
-    if (const WindowRecord* const record = desktop->windows.Find(window))
-        for (const WindowRecord* child : record->children)
-            children.push_back(child->handle);
-    return children;
 }
 
 void SendDestroy(HWND window)

@@ -1,4 +1,4 @@
-#include "encoding/gb_text.h"
+#include "encoding/gb_unicode_text.h"
 
 #include <gtest/gtest.h>
 

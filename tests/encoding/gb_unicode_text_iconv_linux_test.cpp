@@ -1,5 +1,5 @@
 // gbToUnicode against the C library's own mapping, over every pair of bytes.
-#include "encoding/gb_text.h"
+#include "encoding/gb_unicode_text.h"
 
 #include <gtest/gtest.h>
 

@@ -309,7 +309,7 @@ TEST_F(MainWindow, TheNextStartHasTheSavedPlayListButNotSongsThatAreGone)
                        Record(1, "a.mp3", "215") + Record(2, "gone.mp3", "9") + Record(3, "c.mp3", "7"));
     Start();
     ASSERT_EQ(PlayList.GetCount(), 2);
-    EXPECT_DOUBLE_EQ(static_cast<MediaFileEntry*>(PlayList.GetAt(0))->duration, 215);
+    EXPECT_DOUBLE_EQ(SongList(PlayList).At(0).duration, 215);
     Press(VK_RETURN);
     EXPECT_EQ(Narrow(g_titleText), "01.a");
 }

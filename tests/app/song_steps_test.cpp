@@ -19,8 +19,8 @@ protected:
     static std::vector<int> Marks()
     {
         std::vector<int> marks;
-        for (int i = 0; i < PlayList.GetCount(); ++i)
-            marks.push_back(static_cast<MediaFileEntry*>(PlayList.GetAt(i))->playMark);
+        for (const MediaFileEntry& entry : SongList(PlayList))
+            marks.push_back(entry.playMark);
         return marks;
     }
 };

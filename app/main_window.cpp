@@ -12,12 +12,10 @@
 #include "app/transport.h"
 #include "library/media_scan.h"
 #include "library/saved_play_list.h"
+#include "platform/screen_size.h"
 #include "playback/media_player.h"
 
 namespace {
-
-constexpr int kScreenWidthPx = 320;
-constexpr int kScreenHeightPx = 240;
 
 void ShowTaskBar(int command)
 {

@@ -1,5 +1,6 @@
 #include "controls/player_buttons.h"
 
+#include "common/rect.h"
 #include "tests/gui/skin_fixture.h"
 
 #include <gtest/gtest.h>
@@ -66,8 +67,8 @@ protected:
             GetWindowRect(window, &rect);
             EXPECT_EQ(rect.left, button.x);
             EXPECT_EQ(rect.top, button.widthPx != 0 ? 159 : 0);
-            EXPECT_EQ(rect.right - rect.left, button.widthPx);
-            EXPECT_EQ(rect.bottom - rect.top, button.widthPx != 0 ? 49 : 0);
+            EXPECT_EQ(WidthOf(rect), button.widthPx);
+            EXPECT_EQ(HeightOf(rect), button.widthPx != 0 ? 49 : 0);
             EXPECT_EQ(FaceOf(button.id, ODA_DRAWENTIRE, 0), m_skin.Add(prefix + button.normal));
             EXPECT_EQ(FaceOf(button.id, ODA_SELECT, ODS_SELECTED), m_skin.Add(prefix + button.pressed));
             EXPECT_EQ(FaceOf(button.id, ODA_DRAWENTIRE, ODS_DISABLED), m_skin.Add(prefix + button.disabled));

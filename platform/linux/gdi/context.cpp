@@ -1,6 +1,7 @@
 #include "platform/linux/gdi/context.h"
 
 #include "platform/linux/gdi/screen.h"
+#include "platform/screen_size.h"
 
 #include <utility>
 

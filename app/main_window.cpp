@@ -147,10 +147,7 @@ DRAWITEMSTRUCT HeldAsSelected(DRAWITEMSTRUCT request)
 LRESULT OnDrawItem(HWND, WPARAM, LPARAM lParam)
 {
     const DRAWITEMSTRUCT request = HeldAsSelected(*reinterpret_cast<const DRAWITEMSTRUCT*>(lParam));
-    if (request.CtlID == kCommandExit || request.CtlID == kCommandAudioSettings ||
-        request.CtlID == kCommandPlayListWindow)
-        g_window.softKeys.DrawItem(request);
-    else
+    if (!g_window.softKeys.DrawItem(request))
         g_window.buttons.DrawItem(request);
     return TRUE;
 }

@@ -155,6 +155,16 @@ TEST_F(PlayerButtons, ButtonsThatAreNotThereAreLeftAlone)
     EXPECT_TRUE(m_set.IsEnabled(kCommandPrevious));
 }
 
+TEST_F(PlayerButtons, TellsWhetherARequestIsForOneOfItsButtons)
+{
+    const Picture picture;
+    const RECT item = { 0, 0, 66, 49 };
+    CreatePlayerButtons(m_set, m_parent.Get(), PlayerButtonKind::Music);
+    EXPECT_TRUE(m_set.DrawItem(DrawRequest(kCommandPrevious, ODA_DRAWENTIRE, 0, picture.Context(), item)));
+    EXPECT_FALSE(m_set.DrawItem(DrawRequest(kCommandBack5, ODA_DRAWENTIRE, 0, picture.Context(), item)));
+    EXPECT_FALSE(m_set.DrawItem(DrawRequest(0, ODA_DRAWENTIRE, 0, picture.Context(), item)));
+}
+
 TEST_F(PlayerButtons, RepaintAllInvalidatesTheButtonsAndNothingElse)
 {
     CreatePlayerButtons(m_set, m_parent.Get(), PlayerButtonKind::Music);

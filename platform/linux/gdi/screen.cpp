@@ -65,7 +65,7 @@ void DestroyScreenContext(HDC handle)
 {
     const std::lock_guard lock(RoomLock());
     if (FindScreenContext(handle) != nullptr)
-        RemoveContext(handle);
+        RemoveObject(handle);
 }
 
 void CopyScreen(std::span<std::uint16_t> pixels)

@@ -4,8 +4,10 @@
 #include "app/player_state.h"
 #include "app/title_ticker.h"
 #include "common/gdi_handles.h"
+#include "common/rect.h"
 #include "gui/gif_bitmap.h"
 #include "gui/soft_key_layout.h"
+#include "platform/screen_size.h"
 
 #include <array>
 #include <memory>
@@ -13,10 +15,8 @@
 
 namespace {
 
-constexpr int kWidthPx = 320;
-constexpr int kHeightPx = 240;
-constexpr RECT kWholeScreen{ 0, 0, kWidthPx, kHeightPx };
-constexpr RECT kSoftKeyRect{ 0, kSoftKeyTopPx, kWidthPx, kSoftKeyTopPx + kSoftKeyHeightPx };
+constexpr RECT kWholeScreen{ 0, 0, kScreenWidthPx, kScreenHeightPx };
+constexpr RECT kSoftKeyRect{ 0, kSoftKeyTopPx, kScreenWidthPx, kSoftKeyTopPx + kSoftKeyHeightPx };
 constexpr RECT kTotalTimeRect{ 33, 117, 113, 137 };
 constexpr RECT kElapsedTimeRect{ 221, 117, 300, 137 };
 // The part of the text layer that reaches the screen: it cuts the title off at the panel's edges.
@@ -29,7 +29,7 @@ constexpr int kTitlePoints = 18;
 class Layer {
 public:
     explicit Layer(HDC like)
-        : m_context(CreateCompatibleDC(like)), m_bitmap(CreateCompatibleBitmap(like, kWidthPx, kHeightPx)),
+        : m_context(CreateCompatibleDC(like)), m_bitmap(CreateCompatibleBitmap(like, kScreenWidthPx, kScreenHeightPx)),
           m_selected(m_context.Get(), m_bitmap.Get())
     {
     }
@@ -123,8 +123,8 @@ void DrawGround(HDC ground)
     g_painting->shown = std::move(shown);
     FillRect(ground, &kWholeScreen, g_backgroundBrush.Get());
     DrawTextLayer(g_painting->text.Context());
-    BitBlt(ground, kPanel.left, kPanel.top, kPanel.right - kPanel.left, kPanel.bottom - kPanel.top,
-           g_painting->text.Context(), kPanel.left, kPanel.top, SRCCOPY);
+    BitBlt(ground, kPanel.left, kPanel.top, WidthOf(kPanel), HeightOf(kPanel), g_painting->text.Context(), kPanel.left,
+           kPanel.top, SRCCOPY);
 }
 
 void PreparePainting(HDC context)
@@ -160,7 +160,7 @@ void PaintMainWindow(HWND window)
     const HDC ground = g_painting->ground.Context();
     DrawGround(ground);
     g_controls.softKeys.DrawAll(ground);
-    BitBlt(screen, 0, 0, kWidthPx, kHeightPx, ground, 0, 0, SRCCOPY);
+    BitBlt(screen, 0, 0, kScreenWidthPx, kScreenHeightPx, ground, 0, 0, SRCCOPY);
     EndPaint(window, &paint);
 }
 
@@ -170,7 +170,7 @@ void EraseMainWindow(HDC context)
         return;
     const UniqueMemoryContext source(CreateCompatibleDC(context));
     const SelectedObject picture(source.Get(), g_background.Get());
-    BitBlt(context, 0, 0, kWidthPx, kHeightPx, source.Get(), 0, 0, SRCCOPY);
+    BitBlt(context, 0, 0, kScreenWidthPx, kScreenHeightPx, source.Get(), 0, 0, SRCCOPY);
 }
 
 HFONT TitleFont()

@@ -16,12 +16,10 @@
 #include "library/media_scan.h"
 #include "library/saved_play_list.h"
 #include "library/song_list.h"
+#include "platform/screen_size.h"
 #include "playback/media_player.h"
 
 namespace {
-
-constexpr int kScreenWidthPx = 320;
-constexpr int kScreenHeightPx = 240;
 
 void ShowTaskBar(int command)
 {
@@ -164,10 +162,7 @@ DRAWITEMSTRUCT HeldAsSelected(DRAWITEMSTRUCT request)
 LRESULT OnDrawItem(HWND, WPARAM, LPARAM lParam)
 {
     const DRAWITEMSTRUCT request = HeldAsSelected(*reinterpret_cast<const DRAWITEMSTRUCT*>(lParam));
-    if (request.CtlID == kCommandExit || request.CtlID == kCommandAudioSettings ||
-        request.CtlID == kCommandPlayListWindow)
-        g_controls.softKeys.DrawItem(request);
-    else
+    if (!g_controls.softKeys.DrawItem(request))
         g_controls.buttons.DrawItem(request);
     return TRUE;
 }

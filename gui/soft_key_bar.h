@@ -2,9 +2,8 @@
 // buttons of a list. Knows no command's meaning.
 #pragma once
 
-#include "gui/skin_button.h"
+#include "gui/skin_button_row.h"
 
-#include <memory>
 #include <span>
 
 // Ids of slots that stand for more than a button.
@@ -16,7 +15,7 @@ constexpr int kSoftKeyVolumeId = 22;     // an ordinary slot with the volume ski
 constexpr UINT kUpButtonId = 40;
 constexpr UINT kDownButtonId = 41;
 
-class SoftKeyBar {
+class SoftKeyBar : public SkinButtonRow {
 public:
     // Makes the buttons as children of `parent`, which gets the focus that they are given. `ids` holds one entry a
     // button: `count`, and one more (not read) behind the id of a pair among the first `count`. `captions` and
@@ -27,7 +26,6 @@ public:
     // Frees all images and forgets the buttons; their windows go with the parent.
     void Destroy();
 
-    void DrawItem(const DRAWITEMSTRUCT& request);
     // Draws the bar's background at its place on the screen.
     void DrawBackground(HDC target);
     // Draws the background and every button into a picture of the whole screen.
@@ -42,21 +40,7 @@ public:
     void ReloadCaption(UINT id, HMODULE stringModule);         // or every button; the bar takes the module first
     void SetKeyColor(UINT id, COLORREF key);                   // or every button
     void SetImage(UINT id, ButtonFace face, LPCWSTR path);     // all buttons of that id
-    void Enable(UINT id, bool enable);
-    bool IsEnabled(UINT id) const; // false when there is no such button
-    void Show(UINT id, int command);
-    void RepaintAll();
-
-    // The buttons in order, empty slots among them (control id 0).
-    std::span<SkinButton> Buttons() { return { m_buttons.get(), static_cast<std::size_t>(m_count) }; }
-    std::span<const SkinButton> Buttons() const { return { m_buttons.get(), static_cast<std::size_t>(m_count) }; }
 
 private:
-    // The first button of that id; null for id 0.
-    SkinButton* Find(UINT id) const;
-
-    int m_count = 0;
-    HMODULE m_stringModule = nullptr;
-    std::unique_ptr<SkinButton[]> m_buttons;
     SkinImage m_background;
 };

@@ -15,6 +15,7 @@
 #include "platform/linux/gdi/screen.h"
 #include "platform/linux/kernel/clock.h"
 #include "platform/linux/user/input.h"
+#include "platform/screen_size.h"
 #include "playback/simulated_graph.h"
 #include "tests/platform/scratch_device.h"
 
@@ -127,13 +128,13 @@ protected:
 
     static Frame Screen()
     {
-        Frame frame(static_cast<std::size_t>(gdi::kScreenWidthPx) * gdi::kScreenHeightPx);
+        Frame frame(static_cast<std::size_t>(kScreenWidthPx) * kScreenHeightPx);
         gdi::CopyScreen(frame);
         return frame;
     }
     static std::uint16_t PixelOf(const Frame& frame, LONG x, LONG y)
     {
-        return frame[static_cast<std::size_t>(y) * gdi::kScreenWidthPx + static_cast<std::size_t>(x)];
+        return frame[static_cast<std::size_t>(y) * kScreenWidthPx + static_cast<std::size_t>(x)];
     }
     // How many pixels of a rectangle differ between two frames.
     static int Differences(const Frame& a, const Frame& b, const RECT& rect)

@@ -1,6 +1,7 @@
 #include "platform/linux/gdi/bitmaps.h"
 
 #include "platform/linux/gdi/context.h"
+#include "platform/screen_size.h"
 
 #include <cstdlib>
 #include <cstring>
@@ -17,7 +18,7 @@ namespace {
 // A paint makes and drops three pictures of the screen's size. Fresh memory of that size comes from the kernel page by
 // page, which costs more than drawing on it; so the last blocks are kept, no more than one paint needs.
 constexpr std::size_t kKeptBlocks = 4;
-constexpr std::size_t kMaxKeptWords = 320 * 240;
+constexpr std::size_t kMaxKeptWords = kScreenWidthPx * kScreenHeightPx;
 
 std::vector<PixelMemory>& KeptBlocks()
 {

@@ -71,6 +71,8 @@ struct Blit {
     Surface source;
     Axis x;
     Axis y;
+
+    bool IsCopy() const { return x.IsCopy() && y.IsCopy(); }
 };
 
 RECT CutTarget(const Blit& blit)
@@ -160,27 +162,37 @@ PixelMemory Duplicate(Surface& surface)
     return pixels;
 }
 
-struct Ends {
-    Context* target;
-    Context* source;
+// The two rectangles of a call, each in the coordinates of its context.
+struct Places {
+    int x, y, widthPx, heightPx;
+    int sourceX, sourceY, sourceWidthPx, sourceHeightPx;
 };
 
-// Finds both contexts, prepares the source and runs `draw`; false when a handle is dead or memory is short.
+// Finds both contexts, prepares the source and runs `draw(blit)`, unless a rectangle is empty; false when a handle is
+// dead or memory is short.
 template <typename Draw>
-bool WithSource(HDC target, HDC source, Draw draw)
+bool WithBlit(HDC target, HDC source, const Places& at, Draw draw)
 {
     const std::lock_guard lock(RoomLock());
-    const Ends ends = { Find<Context>(target), Find<Context>(source) };
-    if (ends.target == nullptr || ends.source == nullptr)
+    const Context* to = Find<Context>(target);
+    const Context* from = Find<Context>(source);
+    if (to == nullptr || from == nullptr)
         return false;
-    Surface from = ends.source->target;
+    Surface pixels = from->target;
     PixelMemory copy;
-    if (from.top == ends.target->target.top) {
-        copy = Duplicate(from);
+    if (pixels.top == to->target.top) {
+        copy = Duplicate(pixels);
         if (!copy)
             return false;
     }
-    draw(*ends.target, ends.source->origin, from);
+    if (at.widthPx == 0 || at.heightPx == 0 || at.sourceWidthPx == 0 || at.sourceHeightPx == 0)
+        return true;
+    draw(Blit{ *to,
+               pixels,
+               { std::int64_t{ at.x } + to->origin.x, at.widthPx, std::int64_t{ at.sourceX } + from->origin.x,
+                 at.sourceWidthPx },
+               { std::int64_t{ at.y } + to->origin.y, at.heightPx, std::int64_t{ at.sourceY } + from->origin.y,
+                 at.sourceHeightPx } });
     return true;
 }
 
@@ -199,16 +211,9 @@ BOOL StretchBlt(HDC target, int x, int y, int widthPx, int heightPx, HDC source,
 {
     if (operation != SRCCOPY)
         return FALSE;
-    return WithSource(target, source, [&](const Context& to, POINT sourceOrigin, const Surface& from) {
-        if (widthPx == 0 || heightPx == 0 || sourceWidthPx == 0 || sourceHeightPx == 0)
-            return;
-        const Blit blit = {
-            to,
-            from,
-            { std::int64_t{ x } + to.origin.x, widthPx, std::int64_t{ sourceX } + sourceOrigin.x, sourceWidthPx },
-            { std::int64_t{ y } + to.origin.y, heightPx, std::int64_t{ sourceY } + sourceOrigin.y, sourceHeightPx }
-        };
-        if (!blit.x.IsCopy() || !blit.y.IsCopy()) {
+    const Places at = { x, y, widthPx, heightPx, sourceX, sourceY, sourceWidthPx, sourceHeightPx };
+    return WithBlit(target, source, at, [](const Blit& blit) {
+        if (!blit.IsCopy()) {
             StretchMerging(blit);
             return;
         }
@@ -224,16 +229,9 @@ BOOL TransparentImage(HDC target, int x, int y, int widthPx, int heightPx, HDC s
     if (widthPx < 0 || heightPx < 0 || sourceWidthPx < 0 || sourceHeightPx < 0)
         return FALSE;
     const std::uint16_t keyPixel = PixelFromColor(key);
-    return WithSource(target, source, [&](const Context& to, POINT sourceOrigin, const Surface& from) {
-        if (widthPx == 0 || heightPx == 0 || sourceWidthPx == 0 || sourceHeightPx == 0)
-            return;
-        const Blit blit = {
-            to,
-            from,
-            { std::int64_t{ x } + to.origin.x, widthPx, std::int64_t{ sourceX } + sourceOrigin.x, sourceWidthPx },
-            { std::int64_t{ y } + to.origin.y, heightPx, std::int64_t{ sourceY } + sourceOrigin.y, sourceHeightPx }
-        };
-        if (!blit.x.IsCopy() || !blit.y.IsCopy()) {
+    const Places at = { x, y, widthPx, heightPx, sourceX, sourceY, sourceWidthPx, sourceHeightPx };
+    return WithBlit(target, source, at, [keyPixel](const Blit& blit) {
+        if (!blit.IsCopy()) {
             StretchKeyed(blit, keyPixel);
             return;
         }

@@ -194,7 +194,7 @@ int PlaceNothing(const FontFace& face, UINT format, RECT& rect)
 
 const FontFace& FaceIn(const Context& context)
 {
-    return FaceOf(*Find<Font>(context.font));
+    return FaceOf(*Find<Font>(context.font.Get()));
 }
 
 } // namespace

@@ -7,6 +7,7 @@
 #include "platform/linux/user/visible_region.h"
 #include "platform/linux/user/window_tree.h"
 #include "platform/linux/user/z_order.h"
+#include "platform/screen_size.h"
 
 #include <algorithm>
 
@@ -230,8 +231,8 @@ HWND CreateWindowExW(DWORD exStyle, LPCWSTR className, LPCWSTR text, DWORD style
     const bool hasSize = widthPx != kUseDefault;
     description.x = hasPlace ? x : 0;
     description.y = hasPlace ? y : 0;
-    description.cx = hasSize ? widthPx : 320; // the whole screen
-    description.cy = hasSize ? heightPx : 240;
+    description.cx = hasSize ? widthPx : kScreenWidthPx;
+    description.cy = hasSize ? heightPx : kScreenHeightPx;
     description.style = static_cast<LONG>(style);
     description.lpszName = text;
     description.lpszClass = className;

@@ -8,9 +8,6 @@
 namespace cardsong::screen {
 namespace {
 
-using host::kScreenHeightPx;
-using host::kScreenWidthPx;
-
 constexpr LONG_PTR kCaption = WS_CAPTION | WS_SYSMENU | WS_MINIMIZEBOX;
 constexpr wchar_t kBackdropClass[] = L"CardsongBackdrop";
 

@@ -13,9 +13,6 @@
 namespace cardsong::screen {
 namespace {
 
-using host::kScreenHeightPx;
-using host::kScreenWidthPx;
-
 constexpr int kBytesAPixel = 4;
 
 using Pixels = std::vector<BYTE>; // blue, green, red and nothing, from the top row down

@@ -120,7 +120,7 @@ BOOL SetWindowPos(HWND window, HWND after, int x, int y, int widthPx, int height
 BOOL GetWindowRect(HWND window, LPRECT rect)
 {
     if (IsSetUp() && window != nullptr && window == ScreenWindow() && rect != nullptr) {
-        *rect = { 0, 0, host::kScreenWidthPx, host::kScreenHeightPx };
+        *rect = { 0, 0, kScreenWidthPx, kScreenHeightPx };
         return TRUE;
     }
     if (!::GetWindowRect(window, rect))
@@ -210,8 +210,8 @@ int GetDeviceCaps(HDC context, int index)
     switch (index) {
     case LOGPIXELSX:
     case LOGPIXELSY: return kDeviceDpi;
-    case HORZRES: return host::kScreenWidthPx;
-    case VERTRES: return host::kScreenHeightPx;
+    case HORZRES: return kScreenWidthPx;
+    case VERTRES: return kScreenHeightPx;
     default: return ::GetDeviceCaps(context, index);
     }
 }

@@ -119,15 +119,3 @@ TEST_F(StartUp, AKeyThatTheDialogManagerTakesIsNeverTranslated)
     }
     EXPECT_FALSE(sawCharacter);
 }
-
-TEST(LaunchOptions, KnowItsWordsAndNoOthers)
-{
-    EXPECT_FALSE(ReadLaunchOptions(nullptr).fillFromCard);
-    EXPECT_FALSE(ReadLaunchOptions(TEXT("")).report);
-    EXPECT_FALSE(ReadLaunchOptions(TEXT("--filled --reports")).fillFromCard);
-    const LaunchOptions both = ReadLaunchOptions(TEXT("--fill --report"));
-    EXPECT_TRUE(both.fillFromCard);
-    EXPECT_TRUE(both.report);
-    EXPECT_TRUE(ReadLaunchOptions(TEXT("x  --report")).report);
-    EXPECT_FALSE(ReadLaunchOptions(TEXT("x  --report")).fillFromCard);
-}

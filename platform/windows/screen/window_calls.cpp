@@ -1,5 +1,6 @@
 #include "platform/windows/screen/window_calls.h"
 
+#include "platform/host/device_keys.h"
 #include "platform/screen_size.h"
 #include "platform/windows/screen/device_screen.h"
 #include "platform/windows/screen/window_procedures.h"
@@ -16,12 +17,18 @@ bool IsChild(HWND window)
     return (GetWindowLongPtrW(window, GWL_STYLE) & WS_CHILD) != 0;
 }
 
-// A desktop's keyboard has no exit key; Escape is one.
+// A desktop's keyboard lacks keys of the device; others stand for them.
 void TurnIntoDeviceKey(MSG& message)
 {
     const bool isKey = message.message == WM_KEYDOWN || message.message == WM_KEYUP;
-    if (IsSetUp() && isKey && message.wParam == VK_ESCAPE)
-        message.wParam = VK_F24;
+    if (!IsSetUp() || !isKey)
+        return;
+    for (const host::DeviceKey& key : host::DeviceKeys()) {
+        if (key.desktopCode != 0 && key.desktopCode == message.wParam) {
+            message.wParam = key.code;
+            return;
+        }
+    }
 }
 
 // Where a window that the player places at (x, y) lies on the desktop.

@@ -1,4 +1,4 @@
-// The picture and the wiring of engines that have neither: part of each such engine.
+// What a graph that is not made of COM parts does without: a picture and wiring by hand. Part of each such engine.
 #include "playback/media_graph.h"
 
 bool MediaGraph::SetVideoOwner(HWND)

@@ -56,7 +56,7 @@ bool MediaGraph::Init()
     if (m_engine || std::exchange(TheSimulation().failNextInit, false))
         return false;
     m_engine = std::make_unique<Engine>();
-    return QueryInterfaces();
+    return true;
 }
 
 void MediaGraph::ReleaseAll()
@@ -65,17 +65,6 @@ void MediaGraph::ReleaseAll()
     if (m_engine)
         NoteCall("ReleaseAll");
     m_engine.reset();
-}
-
-bool MediaGraph::Attach(IGraphBuilder* graph)
-{
-    ReleaseAll();
-    return graph == nullptr;
-}
-
-bool MediaGraph::QueryInterfaces()
-{
-    return m_engine != nullptr;
 }
 
 bool MediaGraph::RenderFile(const WCHAR* path)
@@ -157,11 +146,6 @@ bool MediaGraph::SetNotifyWindow(HWND window)
     if (window != nullptr && !m_engine->events.empty())
         PostMessageW(window, kGraphEventMessage, 0, 0);
     return true;
-}
-
-IMediaEventEx* MediaGraph::GetEventInterface() const
-{
-    return nullptr;
 }
 
 bool MediaGraph::TakeEvent(long& code)

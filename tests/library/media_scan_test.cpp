@@ -2,8 +2,8 @@
 
 #include "library/song_walk.h"
 #include "tests/library/lists.h"
+#include "tests/library/songs.h"
 #include "tests/platform/scratch_device.h"
-#include "tests/tags/bytes.h"
 
 #include <gtest/gtest.h>
 
@@ -180,9 +180,7 @@ TEST_F(MediaScan, TheCountGoesOnOverScans)
 
 TEST_F(MediaScan, PlayTimesAreWholeSecondsOfEachKind)
 {
-    std::string tenSeconds = SampleText("mp3/cbr_joint_stereo.mp3").substr(0, 417);
-    tenSeconds.resize(128 + 417 * 400); // 10.4 s at 128 kbit/s
-    device.WriteFile("card/ten.mp3", tenSeconds);
+    device.WriteFile("card/ten.mp3", cardsong::test::SongOfTenSeconds());
     device.WriteFile("card/seven.WMA", SampleText("wma/large_object_before_data.wma"));
     device.WriteFile("card/text.mp3", "no song");
     device.WriteFile("card/text.wma", "no song");

@@ -1,8 +1,8 @@
 // The play time of one song in whole seconds.
 #include "library/song_facts.h"
 
+#include "tests/library/songs.h"
 #include "tests/platform/scratch_device.h"
-#include "tests/tags/bytes.h"
 
 #include <gtest/gtest.h>
 
@@ -11,6 +11,8 @@ namespace {
 using cardsong::test::Bytes;
 using cardsong::test::SampleText;
 using cardsong::test::ScratchDevice;
+using cardsong::test::SongOfFrames;
+using cardsong::test::SongOfTenSeconds;
 
 class ReadSongDuration : public testing::Test {
 protected:
@@ -23,14 +25,6 @@ protected:
         song.Little(flags, 4).Fill(12);
         return Read("song.wma", { reinterpret_cast<const char*>(song.data()), song.size() }, false);
     }
-    // Of 128 kbit/s, so many frames of 26.12 ms.
-    static std::string SongOf(std::size_t frames)
-    {
-        std::string song = SampleText("mp3/cbr_joint_stereo.mp3").substr(0, 417);
-        song.resize(128 + 417 * frames);
-        return song;
-    }
-
     ScratchDevice device;
 
 private:
@@ -43,9 +37,9 @@ private:
 
 TEST_F(ReadSongDuration, OfAnMp3SongIsTruncated)
 {
-    EXPECT_EQ(Mp3(SongOf(382)), 9u);  // 9,978 ms
-    EXPECT_EQ(Mp3(SongOf(383)), 10u); // 10,004 ms
-    EXPECT_EQ(Mp3(SongOf(38)), 0u);
+    EXPECT_EQ(Mp3(SongOfFrames(382)), 9u);  // 9,978 ms
+    EXPECT_EQ(Mp3(SongOfFrames(383)), 10u); // 10,004 ms
+    EXPECT_EQ(Mp3(SongOfFrames(38)), 0u);
 }
 
 TEST_F(ReadSongDuration, OfAnMp3ThatIsNoSongIsZero)
@@ -88,7 +82,7 @@ TEST_F(ReadSongDuration, OfAMissingFileIsZero)
 
 TEST_F(ReadSongDuration, ASongIsOpenedWhateverTheCaseOfItsLetters)
 {
-    device.WriteFile("user/scratch/Song Two.MP3", SongOf(400));
+    device.WriteFile("user/scratch/Song Two.MP3", SongOfTenSeconds());
     EXPECT_EQ(ReadSongDurationSeconds(device.Path(TEXT("song two.mp3")).c_str(), true), 10u);
     EXPECT_EQ(ReadSongDurationSeconds(device.Path(TEXT("SONG TWO.Mp3")).c_str(), true), 10u);
 }
@@ -96,7 +90,7 @@ TEST_F(ReadSongDuration, ASongIsOpenedWhateverTheCaseOfItsLetters)
 // What its name says is not looked at.
 TEST_F(ReadSongDuration, OfASongOfTheOtherKindIsZero)
 {
-    device.WriteFile("user/scratch/song.wma", SongOf(400));
+    device.WriteFile("user/scratch/song.wma", SongOfTenSeconds());
     EXPECT_EQ(ReadSongDurationSeconds(device.Path(TEXT("song.wma")).c_str(), false), 0u);
     EXPECT_EQ(ReadSongDurationSeconds(device.Path(TEXT("song.wma")).c_str(), true), 10u);
 }

@@ -7,7 +7,7 @@
 #include "tags/tag_results.h"
 #include "tags/wma_info.h"
 #include "tests/platform/scratch_device.h"
-#include "tests/tags/bytes.h"
+#include "tests/tags/beginnings.h"
 
 #include <gtest/gtest.h>
 
@@ -18,7 +18,7 @@
 namespace {
 
 using cardsong::test::Bytes;
-using cardsong::test::Prefix;
+using cardsong::test::ForEveryBeginning;
 using cardsong::test::Sample;
 using cardsong::test::ScratchDevice;
 
@@ -77,16 +77,14 @@ TEST(EverySample, EveryBeginningOfAnMp3IsReadOrRefused)
 {
     for (const std::string& name : Names(".mp3")) {
         const Bytes whole = Sample(name);
-        for (std::size_t sizeBytes = 0; sizeBytes <= whole.size(); ++sizeBytes) {
-            const auto bytes = Prefix(whole, sizeBytes);
-            MemorySource source(bytes);
+        ForEveryBeginning(whole, [&name](MemorySource& source, std::size_t sizeBytes) {
             Mp3FileInfo info;
             const int result = ReadMp3Info(&source, info, TagFrames::Read);
             ASSERT_TRUE(result == kTagOk || result == kTagBadData) << name << ' ' << sizeBytes;
             ASSERT_EQ(result == kTagOk, info.frame.frameBytes != 0) << name << ' ' << sizeBytes;
             ASSERT_LE(info.id3v2TagBytes, sizeBytes) << name;
             ASSERT_LE(FindId3v2Frame(source, info.id3v2TagBytes, info.id3v2Header.version, "TIT2", 100).size(), 100U);
-        }
+        });
     }
 }
 
@@ -95,13 +93,10 @@ TEST(EverySample, EveryBeginningOfAWmaIsReadOrRefused)
     for (const std::string& name : Names(".wma")) {
         if (name.starts_with("wma/")) // wma_samples_test.cpp has these
             continue;
-        const Bytes whole = Sample(name);
-        for (std::size_t sizeBytes = 0; sizeBytes <= whole.size(); ++sizeBytes) {
-            const auto bytes = Prefix(whole, sizeBytes);
-            MemorySource source(bytes);
+        ForEveryBeginning(Sample(name), [&name](MemorySource& source, std::size_t sizeBytes) {
             ReadWma(source);
             ASSERT_FALSE(testing::Test::HasFailure()) << name << ' ' << sizeBytes;
-        }
+        });
     }
 }
 

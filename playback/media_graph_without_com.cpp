@@ -1,5 +1,17 @@
-// The picture and the wiring of engines that have neither: part of each such engine.
+// What a graph that is not made of COM parts does without: graphs made elsewhere, an event interface, a picture,
+// wiring by hand. Part of each such engine.
 #include "playback/media_graph.h"
+
+bool MediaGraph::Attach(IGraphBuilder* graph)
+{
+    ReleaseAll();
+    return graph == nullptr;
+}
+
+IMediaEventEx* MediaGraph::GetEventInterface() const
+{
+    return nullptr;
+}
 
 bool MediaGraph::SetVideoOwner(HWND)
 {

@@ -22,7 +22,7 @@ WindowOptions ChildOf(HWND parent, DWORD style = 0)
     return options;
 }
 
-TEST(ShowWindow, TellsWhetherTheWindowWasShownBefore)
+TEST(Showing, TellsWhetherTheWindowWasShownBefore)
 {
     TestWindow window;
     EXPECT_FALSE(ShowWindow(window, SW_SHOW));
@@ -33,7 +33,7 @@ TEST(ShowWindow, TellsWhetherTheWindowWasShownBefore)
     EXPECT_EQ(GetLastError(), static_cast<DWORD>(ERROR_INVALID_WINDOW_HANDLE));
 }
 
-TEST(ShowWindow, TheWindowHearsOfItBeforeItHappens)
+TEST(Showing, TheWindowHearsOfItBeforeItHappens)
 {
     std::vector<BOOL> visible;
     TestWindow window;
@@ -51,7 +51,7 @@ TEST(ShowWindow, TheWindowHearsOfItBeforeItHappens)
     EXPECT_EQ(visible, (std::vector<BOOL>{ FALSE, TRUE }));
 }
 
-TEST(ShowWindow, HidingAHiddenWindowTellsNothing)
+TEST(Showing, HidingAHiddenWindowTellsNothing)
 {
     TestWindow window;
     window.Forget();
@@ -59,7 +59,7 @@ TEST(ShowWindow, HidingAHiddenWindowTellsNothing)
     EXPECT_TRUE(window.Seen().empty());
 }
 
-TEST(ShowWindow, EachWayOfShowingShows)
+TEST(Showing, EachWayOfShowingShows)
 {
     for (const int command : { SW_SHOWNORMAL, SW_SHOW, SW_SHOWNOACTIVATE, SW_SHOWNA }) {
         TestWindow window;
@@ -68,7 +68,7 @@ TEST(ShowWindow, EachWayOfShowingShows)
     }
 }
 
-TEST(ShowWindow, ShowingRaisesUnlessItIsWithoutActivation)
+TEST(Showing, ShowingRaisesUnlessItIsWithoutActivation)
 {
     struct Case {
         int command;
@@ -86,7 +86,7 @@ TEST(ShowWindow, ShowingRaisesUnlessItIsWithoutActivation)
     }
 }
 
-TEST(ShowWindow, AShownChildKeepsItsPlaceAmongItsSiblingsAndActivatesNothing)
+TEST(Showing, AShownChildKeepsItsPlaceAmongItsSiblingsAndActivatesNothing)
 {
     TestWindow parent(Shown());
     TestWindow first(ChildOf(parent, WS_VISIBLE));
@@ -101,7 +101,7 @@ TEST(ShowWindow, AShownChildKeepsItsPlaceAmongItsSiblingsAndActivatesNothing)
     EXPECT_EQ(GetActiveWindow(), static_cast<HWND>(other));
 }
 
-TEST(ShowWindow, HidingTheActiveWindowActivatesTheNextOne)
+TEST(Showing, HidingTheActiveWindowActivatesTheNextOne)
 {
     TestWindow below(Shown());
     TestWindow above(Shown());
@@ -110,7 +110,7 @@ TEST(ShowWindow, HidingTheActiveWindowActivatesTheNextOne)
     EXPECT_EQ(GetFocus(), static_cast<HWND>(below));
 }
 
-TEST(ShowWindow, HidingAnInactiveWindowActivatesNothing)
+TEST(Showing, HidingAnInactiveWindowActivatesNothing)
 {
     TestWindow below(Shown());
     TestWindow middle(Shown());
@@ -121,7 +121,7 @@ TEST(ShowWindow, HidingAnInactiveWindowActivatesNothing)
     EXPECT_EQ(above.Count(WM_ACTIVATE), 0);
 }
 
-TEST(ShowWindow, HidingAChildWithoutTheFocusLeavesTheFocusAlone)
+TEST(Showing, HidingAChildWithoutTheFocusLeavesTheFocusAlone)
 {
     TestWindow parent(Shown());
     TestWindow first(ChildOf(parent, WS_VISIBLE));
@@ -131,7 +131,7 @@ TEST(ShowWindow, HidingAChildWithoutTheFocusLeavesTheFocusAlone)
     EXPECT_EQ(GetFocus(), static_cast<HWND>(first));
 }
 
-TEST(EnableWindow, TheWindowGivesUpItsModesBeforeItIsDisabledAndIsToldAfterwards)
+TEST(Enabling, TheWindowGivesUpItsModesBeforeItIsDisabledAndIsToldAfterwards)
 {
     std::vector<BOOL> enabled;
     TestWindow window;
@@ -151,7 +151,7 @@ TEST(EnableWindow, TheWindowGivesUpItsModesBeforeItIsDisabledAndIsToldAfterwards
     EXPECT_EQ(window.Last(WM_ENABLE)->wParam, static_cast<WPARAM>(TRUE));
 }
 
-TEST(EnableWindow, NothingIsToldWhenNothingChanges)
+TEST(Enabling, NothingIsToldWhenNothingChanges)
 {
     TestWindow window;
     window.Forget();
@@ -163,7 +163,7 @@ TEST(EnableWindow, NothingIsToldWhenNothingChanges)
     EXPECT_TRUE(window.Seen().empty());
 }
 
-TEST(EnableWindow, AnotherWindowsFocusAndCaptureStay)
+TEST(Enabling, AnotherWindowsFocusAndCaptureStay)
 {
     TestWindow parent(Shown());
     TestWindow first(ChildOf(parent, WS_VISIBLE));
@@ -176,7 +176,7 @@ TEST(EnableWindow, AnotherWindowsFocusAndCaptureStay)
     ReleaseCapture();
 }
 
-TEST(EnableWindow, ADeadWindowWasNotDisabled)
+TEST(Enabling, ADeadWindowWasNotDisabled)
 {
     SetLastError(0);
     EXPECT_FALSE(EnableWindow(nullptr, FALSE));

@@ -16,7 +16,7 @@ std::int64_t PaddedRow(std::int64_t widthPx)
 namespace {
 
 // A paint makes and drops three pictures of the screen's size. Fresh memory of that size comes from the kernel page by
-// page, which costs more than drawing on it; so the last blocks are kept, no more than one paint needs.
+// page, which costs more than drawing on it. So the last blocks are kept, as many as one paint needs.
 constexpr std::size_t kKeptBlocks = 4;
 constexpr std::size_t kMaxKeptWords = kScreenWidthPx * kScreenHeightPx;
 

@@ -10,9 +10,9 @@
 namespace cardsong::gdi {
 namespace {
 
-// One axis of a blit: which source pixels each target pixel is made of, all in the surfaces' own pixels. Both lines are
-// laid over each other: of the longer one, each pixel belongs to that pixel of the shorter one in which its middle
-// lies, and to the lower one if it lies between two.
+// One axis of a blit: which source pixels each target pixel is made of, all in the surfaces' own pixels. The two lines
+// are stretched to one length. Each pixel of the line with more pixels then belongs to the pixel of the other in which
+// its middle lies; between two, to the lower one.
 class Axis {
 public:
     Axis(std::int64_t target, std::int64_t targetExtent, std::int64_t source, std::int64_t sourceExtent)
@@ -24,8 +24,8 @@ public:
     bool IsCopy() const { return TargetLength() == SourceLength() && m_isTargetMirrored == m_isSourceMirrored; }
     std::int64_t Offset() const { return m_source.low - m_target.low; }
 
-    // All source pixels that fall on target pixel `at`. A line shrunk to one pixel leaves its last pixel out, as the
-    // real system does, unless it is mirrored.
+    // All source pixels that fall on target pixel `at`. As on the real system, a line shrunk to one pixel leaves its
+    // last pixel out, unless it is mirrored.
     Range Merged(std::int64_t at) const
     {
         const std::uint64_t target = m_isTargetMirrored ? Index(m_target.high - 1 - at) : Index(at - m_target.low);

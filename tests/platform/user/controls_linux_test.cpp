@@ -40,13 +40,13 @@ protected:
     }
     static std::vector<std::uint16_t> Screen()
     {
-        std::vector<std::uint16_t> pixels(gdi::kScreenWidthPx * gdi::kScreenHeightPx);
+        std::vector<std::uint16_t> pixels(kScreenWidthPx * kScreenHeightPx);
         gdi::CopyScreen(pixels);
         return pixels;
     }
     static std::uint16_t Of(const std::vector<std::uint16_t>& screen, int x, int y)
     {
-        return screen[static_cast<std::size_t>((10 + y) * gdi::kScreenWidthPx + 10 + x)];
+        return screen[static_cast<std::size_t>((10 + y) * kScreenWidthPx + 10 + x)];
     }
     // Of the control.
     static std::uint16_t Pixel(int x, int y) { return Of(Screen(), x, y); }

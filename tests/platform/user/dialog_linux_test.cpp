@@ -33,9 +33,9 @@ protected:
     }
     static std::uint16_t Pixel(int x, int y)
     {
-        std::vector<std::uint16_t> pixels(gdi::kScreenWidthPx * gdi::kScreenHeightPx);
+        std::vector<std::uint16_t> pixels(kScreenWidthPx * kScreenHeightPx);
         gdi::CopyScreen(pixels);
-        return pixels[static_cast<std::size_t>(y * gdi::kScreenWidthPx + x)];
+        return pixels[static_cast<std::size_t>(y * kScreenWidthPx + x)];
     }
     static LONG FontHeight(HWND control)
     {

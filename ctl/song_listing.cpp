@@ -90,7 +90,7 @@ constexpr ListingForm kForms[] = {
 ListedSong Describe(const FoundSong& song)
 {
     const WString path = WString(song.folder) + TEXT('\\') + WString(song.name);
-    const SongFacts facts = ReadSongFacts(path.c_str(), song.isMp3);
+    const SongFacts facts = ReadSongFacts(path.c_str(), song.format);
     PathBuffer stem = {};
     StripExtension(WString(song.name).c_str(), stem);
     const WStringView title = facts.title.empty() ? WStringView(stem) : facts.title;
@@ -108,7 +108,7 @@ bool WriteSongs(std::FILE* out, const ListingForm& form, const std::function<voi
 {
     unsigned long count = 0;
     bool isWritten = true;
-    WalkSongs(TEXT("\\SDMMC"), true, [&](const FoundSong& song) {
+    WalkSongs(kCardFolder, Subfolders::Walk, [&](const FoundSong& song) {
         if (!isWritten)
             return;
         const std::string line = form.line(Describe(song));

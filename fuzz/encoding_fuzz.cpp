@@ -1,8 +1,8 @@
 // Any bytes as 8-bit text of a song: its code page is guessed and it is converted, here and by the platform. What each
 // conversion promises for every text is checked.
-#include "encoding/big5_text.h"
+#include "encoding/big5_gb_text.h"
 #include "encoding/code_page.h"
-#include "encoding/gb_text.h"
+#include "encoding/gb_unicode_text.h"
 #include "platform/ce.h"
 
 #include <algorithm>

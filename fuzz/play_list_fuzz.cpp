@@ -1,6 +1,6 @@
 // Any bytes as the play list's file, and as one record of it. The card holds a single song.
-#include "library/media_entry.h"
 #include "library/play_list_file.h"
+#include "library/song_list.h"
 #include "tests/platform/scratch_device.h"
 
 #include <cstdlib>
@@ -9,14 +9,14 @@
 namespace {
 
 struct Entries {
-    ~Entries() { FreeMediaEntries(list); }
+    ~Entries() { SongList(list).FreeAll(); }
     CPtrListCtrl list;
 };
 
 void Check(const CPtrListCtrl& list)
 {
-    for (std::int32_t i = 0; i < list.GetCount(); ++i) {
-        if (static_cast<const MediaFileEntry*>(list.GetAt(i))->fileName[0] == 0)
+    for (const MediaFileEntry& entry : ConstSongList(list)) {
+        if (entry.fileName[0] == 0)
             std::abort();
     }
 }

@@ -1,9 +1,7 @@
 // Whether the card is there, and whether it is the one that the songs of a list lie on. Reads folders, no song.
 #pragma once
 
-#include "library/media_entry.h"
-
-inline constexpr const WCHAR* kCardFolder = TEXT("\\SDMMC");
+#include "library/song_list.h"
 
 // Whether anything lies on the card. A card pulled out leaves an empty folder, or none.
 [[nodiscard]] bool IsCardInserted();
@@ -22,6 +20,6 @@ public:
     [[nodiscard]] bool IsThere(std::int32_t first);
 
 private:
-    const CPtrListCtrl& m_list;
+    const ConstSongList m_list;
     MediaFileEntry m_found; // without a name: none was found yet
 };

@@ -1,8 +1,9 @@
 #include "library/display_texts.h"
 
 #include "encoding/code_page.h"
-#include "encoding/gb_text.h"
-#include "library/media_entry.h"
+#include "encoding/gb_unicode_text.h"
+#include "library/song_format.h"
+#include "library/song_list.h"
 #include "tags/mp3_info.h"
 #include "tags/wma_info.h"
 
@@ -15,12 +16,8 @@ namespace {
 constexpr std::int32_t kMostRows = 10'526'880;
 static_assert(sizeof(SongListRow) == 408);
 
-std::vector<SongListRow>& Rows(bool isCardList)
-{
-    static std::vector<SongListRow> s_playListRows;
-    static std::vector<SongListRow> s_cardSongRows;
-    return isCardList ? s_cardSongRows : s_playListRows;
-}
+std::vector<SongListRow> g_playListRows;
+std::vector<SongListRow> g_cardSongRows;
 
 void CopyCut(WStringView text, WCHAR (&out)[kRowTextUnits])
 {
@@ -35,11 +32,11 @@ WString Decimal(std::uint32_t number)
     return WString(digits.begin(), digits.end());
 }
 
-void FillRow(SongListRow& row, std::int32_t number, const MediaFileEntry& entry, bool isCardList)
+void FillRow(SongListRow& row, std::int32_t number, const MediaFileEntry& entry, std::int32_t state)
 {
     CopyCut(Decimal(static_cast<std::uint32_t>(number)) + TEXT(' ') + entry.fileName, row.label);
     CopyCut(FormatPlayTime(WholeSeconds(entry)), row.time);
-    row.state = isCardList ? kCardSongRowState : kPlayListRowState;
+    row.state = state;
 }
 
 // The ID3v1 title; empty when its code page cannot be told, which is so for plain ASCII.
@@ -92,22 +89,28 @@ const WCHAR* FormatPlayTime(std::uint32_t seconds)
 
 void BuildSongListRows(const CPtrListCtrl& list, bool isCardList)
 {
-    const std::int32_t count = list.GetCount();
+    const ConstSongList songs(list);
+    const std::int32_t count = songs.Count();
     if (count == 0)
         return;
-    std::vector<SongListRow>& rows = Rows(isCardList);
+    std::vector<SongListRow>& rows = isCardList ? g_cardSongRows : g_playListRows;
     rows = {}; // the old ones first, so that both are never held
     if (count > kMostRows)
         return;
     rows.resize(static_cast<std::size_t>(count));
     for (std::int32_t i = 0; i < count; ++i)
-        FillRow(rows[static_cast<std::size_t>(i)], i + 1, *static_cast<const MediaFileEntry*>(list.GetAt(i)),
-                isCardList);
+        FillRow(rows[static_cast<std::size_t>(i)], i + 1, songs.At(i),
+                isCardList ? kCardSongRowState : kPlayListRowState);
 }
 
-std::span<SongListRow> SongListRows(bool isCardList)
+std::span<SongListRow> PlayListRows()
 {
-    return Rows(isCardList);
+    return g_playListRows;
+}
+
+std::span<SongListRow> CardSongRows()
+{
+    return g_cardSongRows;
 }
 
 SIZE MeasureText(const WCHAR* text, HFONT font)
@@ -126,10 +129,8 @@ SIZE MeasureText(const WCHAR* text, HFONT font)
 int GetSongDisplayTitle(const WCHAR* path, WString& title, std::uint32_t number)
 {
     WString name;
-    if (HasExtension(path, TEXT(".mp3")) != 0)
-        name = Mp3Title(path);
-    else if (HasExtension(path, TEXT(".wma")) != 0)
-        name = WmaTitle(path);
+    if (const std::optional<SongFormat> format = SongFormatOf(path))
+        name = *format == SongFormat::Mp3 ? Mp3Title(path) : WmaTitle(path);
     if (name.empty())
         name = FileTitle(path);
     title = (number < 10 ? WString(TEXT("0")) : WString()) + Decimal(number) + TEXT('.') + name;

@@ -24,12 +24,14 @@ struct SongListRow {
 // "--:--" for 0, "0:59", "1:00:00". Every call overwrites the one text that it returns.
 const WCHAR* FormatPlayTime(std::uint32_t seconds);
 
-// Makes the rows of a list of MediaFileEntry* anew; those of an empty list stay as they were. More than 10,526,880
-// entries have no rows.
+// Makes the rows of a list of MediaFileEntry* anew, as those of the card's songs or of the play list. The rows of an
+// empty list stay as they were. More than 10,526,880 entries have no rows. The rows copy what they show: the list goes
+// on owning its entries, and nobody frees rows.
 void BuildSongListRows(const CPtrListCtrl& list, bool isCardList);
 
 // The rows last built, until they are built again.
-std::span<SongListRow> SongListRows(bool isCardList);
+std::span<SongListRow> PlayListRows();
+std::span<SongListRow> CardSongRows();
 
 // Of the whole text, in pixels; nothing for null.
 SIZE MeasureText(const WCHAR* text, HFONT font);

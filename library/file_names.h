@@ -7,6 +7,9 @@
 inline constexpr std::size_t kPathUnits = 260;
 using PathBuffer = WCHAR[kPathUnits];
 
+// The folder in which the storage card appears.
+inline constexpr const WCHAR* kCardFolder = TEXT("\\SDMMC");
+
 // 1 when `name` ends in `ext` (".mp3"), letters compared without case; 0 when not, and when `ext` is empty.
 int HasExtension(const WCHAR* name, const WCHAR* ext);
 

@@ -2,26 +2,18 @@
 
 #include <algorithm>
 #include <limits>
-#include <memory>
 
 CPtrListCtrl PlayList;
 CPtrListCtrl CardSongList;
 
-MediaFileEntry* NewMediaEntry(WStringView fileName, WStringView folder)
+std::unique_ptr<MediaFileEntry> NewMediaEntry(WStringView fileName, WStringView folder)
 {
     if (fileName.size() + folder.size() + 1 >= kPathUnits)
         return nullptr;
     auto entry = std::make_unique<MediaFileEntry>();
     std::copy(fileName.begin(), fileName.end(), entry->fileName);
     std::copy(folder.begin(), folder.end(), entry->folder);
-    return entry.release();
-}
-
-void FreeMediaEntries(CPtrListCtrl& list)
-{
-    for (std::int32_t i = list.GetCount() - 1; i >= 0; --i)
-        delete static_cast<MediaFileEntry*>(list.GetAt(i));
-    list.DeleteAll();
+    return entry;
 }
 
 WString PathOf(const MediaFileEntry& entry)

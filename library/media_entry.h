@@ -7,6 +7,7 @@
 #include "platform/ce.h"
 
 #include <cstdint>
+#include <memory>
 
 struct MediaFileEntry {
     PathBuffer fileName = {}; // lower case when the scan found it
@@ -18,16 +19,13 @@ struct MediaFileEntry {
     std::int32_t playedInShuffle = 0; // 1 when played since shuffle was switched on
 };
 
-// Lists of MediaFileEntry*, which the list's owner frees. Used by one thread, the user interface's.
+// Lists of MediaFileEntry*, to be seen through library/song_list.h. They own their entries: who empties a list frees
+// them. Used by one thread, the user interface's.
 extern CPtrListCtrl PlayList;     // the songs of the play list, in play order
 extern CPtrListCtrl CardSongList; // the songs of the card that are not in the play list
 
-// A new entry, all other fields zero. Null when a text does not fit its field or the path of both is out of reach. The
-// caller owns it.
-MediaFileEntry* NewMediaEntry(WStringView fileName, WStringView folder);
-
-// Frees every entry from the last to the first and empties the list.
-void FreeMediaEntries(CPtrListCtrl& list);
+// A new entry, all other fields zero. Null when a text does not fit its field or the path of both is out of reach.
+std::unique_ptr<MediaFileEntry> NewMediaEntry(WStringView fileName, WStringView folder);
 
 // The entry's path: folder, a backslash, file name.
 WString PathOf(const MediaFileEntry& entry);

@@ -1,11 +1,9 @@
 #include "library/media_scan.h"
 
+#include "library/song_facts.h"
+#include "library/song_list.h"
 #include "library/song_names.h"
 #include "library/song_walk.h"
-#include "tags/mp3_info.h"
-#include "tags/wma_info.h"
-
-#include <memory>
 
 std::uint32_t ScannedFileCount = 0;
 
@@ -18,7 +16,7 @@ public:
 
     void Add(const FoundSong& song)
     {
-        std::unique_ptr<MediaFileEntry> entry(NewMediaEntry(song.name, song.folder));
+        std::unique_ptr<MediaFileEntry> entry = NewMediaEntry(song.name, song.folder);
         if (!entry)
             return;
         CharLowerBuffW(entry->fileName, static_cast<DWORD>(song.name.size()));
@@ -26,24 +24,14 @@ public:
         if (m_names.Contains(*entry))
             return;
         entry->fileSize = song.fileSize;
-        entry->duration = ReadSongDurationSeconds(PathOf(*entry).c_str(), song.isMp3);
-        m_names.Add(m_list, *entry);
-        m_list.Add(entry.release(), -1);
+        entry->duration = ReadSongDurationSeconds(PathOf(*entry).c_str(), song.format == SongFormat::Mp3);
+        m_names.Add(m_list, SongList(m_list).Append(std::move(entry)));
     }
 
 private:
     CPtrListCtrl& m_list;
     SongNames m_names; // asked instead of IsNewSongName, whose walk of both lists would cost their square
 };
-
-bool HasSongName(const CPtrListCtrl& list, const MediaFileEntry& entry)
-{
-    for (std::int32_t i = 0; i < list.GetCount(); ++i) {
-        if (wcscmp(static_cast<const MediaFileEntry*>(list.GetAt(i))->fileName, entry.fileName) == 0)
-            return true;
-    }
-    return false;
-}
 
 } // namespace
 
@@ -54,29 +42,11 @@ void ScanMediaFolder(const WCHAR* folder, CPtrListCtrl* list, bool recurse)
     WStringView root(folder);
     if (!root.empty() && root.back() == TEXT('\\'))
         root.remove_suffix(1);
+    const Subfolders subfolders = recurse ? Subfolders::Walk : Subfolders::LeaveOut;
     if (list == nullptr) {
-        WalkSongs(root, recurse, nullptr);
+        WalkSongs(root, subfolders, nullptr);
         return;
     }
     MediaScan scan(*list);
-    WalkSongs(root, recurse, [&scan](const FoundSong& song) { scan.Add(song); });
-}
-
-int IsNewSongName(const MediaFileEntry& entry)
-{
-    return HasSongName(CardSongList, entry) || HasSongName(PlayList, entry) ? 0 : 1;
-}
-
-std::uint32_t ReadSongDurationSeconds(const WCHAR* path, bool isMp3)
-{
-    constexpr std::uint32_t kMsPerSecond = 1000;
-    constexpr std::uint32_t kWmaUnitsPerSecond = 10'000'000;
-    if (isMp3) {
-        const auto info = Mp3Reader().OpenMp3Info(path, TagFrames::Skip);
-        return info ? info->durationMs / kMsPerSecond : 0;
-    }
-    const auto info = std::make_unique<WmaInfo>();
-    // Whatever the result: what was read before a failure counts.
-    static_cast<void>(ReadWmaInfo(path, info.get()));
-    return static_cast<std::uint32_t>(info->duration) / kWmaUnitsPerSecond;
+    WalkSongs(root, subfolders, [&scan](const FoundSong& song) { scan.Add(song); });
 }

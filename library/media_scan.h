@@ -10,10 +10,3 @@ extern std::uint32_t ScannedFileCount;
 // order in which the file system tells them. Null folder: nothing happens; null list: folders are walked, files
 // ignored. A folder that cannot be read adds nothing. Paths of 260 units and more are left out.
 void ScanMediaFolder(const WCHAR* folder, CPtrListCtrl* list, bool recurse);
-
-// 1 when no entry of either list has this file name, letters compared exactly; folders do not count.
-int IsNewSongName(const MediaFileEntry& entry);
-
-// The play time of a song of the device; 0 when it cannot be told. A WMA song of 429 s and more wraps, its time being
-// kept in 32 bits of 100 ns.
-std::uint32_t ReadSongDurationSeconds(const WCHAR* path, bool isMp3);

@@ -1,5 +1,6 @@
 #include "library/saved_play_list.h"
 
+#include "common/file_search.h"
 #include "library/card_presence.h"
 #include "library/play_list_file.h"
 
@@ -7,27 +8,13 @@
 
 namespace {
 
-MediaFileEntry* At(const CPtrListCtrl& list, std::int32_t index)
-{
-    return static_cast<MediaFileEntry*>(list.GetAt(index));
-}
-
 WString Records(const CPtrListCtrl& list)
 {
     WString records;
-    for (std::int32_t i = 0; i < list.GetCount(); ++i)
-        (records += PlayListRecordText(i + 1, *At(list, i))) += TEXT('\n');
+    std::int32_t number = 0;
+    for (const MediaFileEntry& entry : ConstSongList(list))
+        (records += PlayListRecordText(++number, entry)) += TEXT('\n');
     return records;
-}
-
-bool IsFileThere()
-{
-    WIN32_FIND_DATAW found;
-    const HANDLE find = FindFirstFileW(kPlayListFile, &found);
-    if (find == INVALID_HANDLE_VALUE)
-        return false;
-    FindClose(find);
-    return true;
 }
 
 } // namespace
@@ -47,7 +34,7 @@ public:
             EndList();
         m_lastNumber = number;
         if (!IsSongThere(*entry)) {
-            m_away->songs.Add(entry.release(), -1);
+            SongList(m_away->songs).Append(std::move(entry));
             return;
         }
         ++m_thereCount;
@@ -56,7 +43,7 @@ public:
         if (m_pathsOfEarlierLists.count(path) > 0)
             return;
         m_paths.push_back(path);
-        m_list.Add(entry.release(), -1);
+        SongList(m_list).Append(std::move(entry));
     }
 
     void EndList()
@@ -84,7 +71,7 @@ private:
 void SavedPlayList::Load(CPtrListCtrl& list)
 {
     m_away.clear();
-    m_hasFile = IsFileThere();
+    m_hasFile = IsPathThere(kPlayListFile);
     Loading loading(list, m_away);
     ReadPlayListRecords([&loading](WStringView record) { loading.Add(record); });
     loading.EndList();
@@ -95,9 +82,10 @@ void SavedPlayList::TakeBack(CPtrListCtrl& list)
 {
     const bool isAsLoaded = Records(list) == m_loaded;
     for (const auto& away : m_away) {
-        for (std::int32_t i = 0; i < away->songs.GetCount();) {
-            if (IsSongThere(*At(away->songs, i)))
-                list.Add(away->songs.DeleteAt(i, 1), -1);
+        const SongList songsAway(away->songs);
+        for (std::int32_t i = 0; i < songsAway.Count();) {
+            if (IsSongThere(songsAway.At(i)))
+                SongList(list).Append(songsAway.Take(i));
             else
                 ++i;
         }

@@ -7,7 +7,7 @@
 // and are kept.
 #pragma once
 
-#include "library/media_entry.h"
+#include "library/song_list.h"
 
 #include <memory>
 #include <vector>
@@ -25,7 +25,7 @@ public:
 private:
     struct SongsAway {
         SongsAway() = default;
-        ~SongsAway() { FreeMediaEntries(songs); }
+        ~SongsAway() { SongList(songs).FreeAll(); }
         SongsAway(const SongsAway&) = delete;
         SongsAway& operator=(const SongsAway&) = delete;
         CPtrListCtrl songs;

@@ -1,5 +1,6 @@
 #include "library/song_facts.h"
 
+#include "common/file_stream.h"
 #include "encoding/code_page.h"
 #include "tags/file_source.h"
 #include "tags/id3_frame_search.h"
@@ -15,10 +16,14 @@
 namespace {
 
 constexpr std::size_t kMostTitleBytes = 1024;
+constexpr std::uint32_t kMsPerSecond = 1000;
 constexpr std::uint64_t kWmaUnitsPerMs = 10'000;
+constexpr std::uint32_t kWmaUnitsPerSecond = 10'000'000;
 
 // The text encodings that the first byte of an ID3v2 text frame names.
 enum : unsigned { kTextOfOldTags = 0, kUtf16WithMark = 1, kUtf16BigEndian = 2, kUtf8 = 3 };
+
+enum class ByteOrder { LittleEndian, BigEndian };
 
 using Bytes = std::span<const std::byte>;
 
@@ -54,19 +59,25 @@ std::string TextUpToZero(Bytes bytes)
     return text;
 }
 
-WString DecodeUtf16(Bytes bytes, bool isBigEndian)
+WString DecodeUtf16(Bytes bytes, ByteOrder order)
 {
     WString text;
     for (std::size_t i = 0; i + 1 < bytes.size(); i += 2) {
         const auto first = std::to_integer<unsigned>(bytes[i]);
         const auto second = std::to_integer<unsigned>(bytes[i + 1]);
-        const auto unit = static_cast<WCHAR>(isBigEndian ? first << 8 | second : second << 8 | first);
+        const auto unit = static_cast<WCHAR>(order == ByteOrder::BigEndian ? first << 8 | second : second << 8 | first);
         if (unit == 0)
             break;
         if (unit != 0xFEFF || !text.empty())
             text += unit;
     }
     return text;
+}
+
+// Text without a mark counts as little-endian.
+ByteOrder ByteOrderOfMark(Bytes text)
+{
+    return !text.empty() && text[0] == std::byte{ 0xFE } ? ByteOrder::BigEndian : ByteOrder::LittleEndian;
 }
 
 WString DecodeTextFrame(Bytes frame)
@@ -76,8 +87,8 @@ WString DecodeTextFrame(Bytes frame)
     const Bytes text = frame.subspan(1);
     switch (std::to_integer<unsigned>(frame[0])) {
     case kTextOfOldTags: return DecodeGuessed(TextUpToZero(text));
-    case kUtf16WithMark: return DecodeUtf16(text, !text.empty() && text[0] == std::byte{ 0xFE });
-    case kUtf16BigEndian: return DecodeUtf16(text, true);
+    case kUtf16WithMark: return DecodeUtf16(text, ByteOrderOfMark(text));
+    case kUtf16BigEndian: return DecodeUtf16(text, ByteOrder::BigEndian);
     case kUtf8: return Decode(CP_UTF8, TextUpToZero(text));
     default: return {};
     }
@@ -103,26 +114,41 @@ WString Mp3Title(ByteSource& source, const Mp3FileInfo& info)
 
 SongFacts ReadMp3Facts(const WCHAR* path)
 {
-    const FileHandle file = OpenForReading(path);
+    const UniqueFileStream file = OpenForReading(path);
     if (!file)
         return {};
-    FileSource source(file.get());
+    FileSource source(file.Get());
     Mp3FileInfo info;
     const bool hasLength = ReadMp3Info(&source, info, TagFrames::Skip) == kTagOk;
     return { hasLength ? info.durationMs : 0, Mp3Title(source, info) };
 }
 
+// What was read before a failure counts.
+std::unique_ptr<WmaInfo> ReadWmaAsFarAsPossible(const WCHAR* path)
+{
+    auto info = std::make_unique<WmaInfo>();
+    static_cast<void>(ReadWmaInfo(path, info.get()));
+    return info;
+}
+
 SongFacts ReadWmaFacts(const WCHAR* path)
 {
-    const auto info = std::make_unique<WmaInfo>();
-    static_cast<void>(ReadWmaInfo(path, info.get())); // what was read before a failure counts
+    const auto info = ReadWmaAsFarAsPossible(path);
     const auto length = static_cast<std::uint64_t>(std::max<std::int64_t>(info->duration, 0));
     return { length / kWmaUnitsPerMs, WithoutBlanksAtTheEnd(info->title) };
 }
 
 } // namespace
 
-SongFacts ReadSongFacts(const WCHAR* path, bool isMp3)
+std::uint32_t ReadSongDurationSeconds(const WCHAR* path, bool isMp3)
 {
-    return isMp3 ? ReadMp3Facts(path) : ReadWmaFacts(path);
+    if (!isMp3)
+        return static_cast<std::uint32_t>(ReadWmaAsFarAsPossible(path)->duration) / kWmaUnitsPerSecond;
+    const auto info = Mp3Reader().OpenMp3Info(path, TagFrames::Skip);
+    return info ? info->durationMs / kMsPerSecond : 0;
+}
+
+SongFacts ReadSongFacts(const WCHAR* path, SongFormat format)
+{
+    return format == SongFormat::Mp3 ? ReadMp3Facts(path) : ReadWmaFacts(path);
 }

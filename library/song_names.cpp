@@ -1,5 +1,25 @@
 #include "library/song_names.h"
 
+#include "library/song_list.h"
+
+namespace {
+
+bool HasSongName(const CPtrListCtrl& list, const MediaFileEntry& entry)
+{
+    for (const MediaFileEntry& listed : ConstSongList(list)) {
+        if (wcscmp(listed.fileName, entry.fileName) == 0)
+            return true;
+    }
+    return false;
+}
+
+} // namespace
+
+int IsNewSongName(const MediaFileEntry& entry)
+{
+    return HasSongName(CardSongList, entry) || HasSongName(PlayList, entry) ? 0 : 1;
+}
+
 SongNames::SongNames()
 {
     AddAll(PlayList);
@@ -14,6 +34,6 @@ void SongNames::Add(const CPtrListCtrl& list, const MediaFileEntry& entry)
 
 void SongNames::AddAll(const CPtrListCtrl& list)
 {
-    for (std::int32_t i = 0; i < list.GetCount(); ++i)
-        m_entries.insert(static_cast<const MediaFileEntry*>(list.GetAt(i)));
+    for (const MediaFileEntry& entry : ConstSongList(list))
+        m_entries.insert(&entry);
 }

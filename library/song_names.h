@@ -1,10 +1,15 @@
-// The file names of both lists, to be asked many times while neither list loses an entry.
+// Whether PlayList or CardSongList has a song of a file name.
 #pragma once
 
 #include "library/media_entry.h"
 
 #include <unordered_set>
 
+// 1 when no entry of either list has this file name, letters compared exactly; folders do not count. It walks both
+// lists.
+int IsNewSongName(const MediaFileEntry& entry);
+
+// The same answer to many questions: a set of the names, good while neither list loses an entry.
 class SongNames {
 public:
     // Borrows the entries in PlayList and CardSongList.

@@ -1,23 +1,16 @@
 #include "library/song_walk.h"
 
+#include "common/file_search.h"
 #include "library/file_names.h"
 
 #include <algorithm>
 #include <iterator>
-#include <memory>
 #include <unordered_set>
 
 namespace {
 
-constexpr WStringView kCardFolder = TEXT("\\SDMMC");
 constexpr WStringView kMapFolders[] = { TEXT("MagaNavi"), TEXT("DestinatorApps"), TEXT("Lingtu"), TEXT("maps") };
 constexpr WStringView kEveryFile = TEXT("\\*.*");
-
-struct CloseFind {
-    using pointer = HANDLE;
-    void operator()(HANDLE find) const { FindClose(find); }
-};
-using FindHandle = std::unique_ptr<HANDLE, CloseFind>;
 
 struct HashOfIdentity {
     std::size_t operator()(const FolderIdentity& folder) const
@@ -34,21 +27,18 @@ bool IsMapFolder(WStringView folder, WStringView name)
 
 class SongWalk {
 public:
-    SongWalk(bool recurse, const std::function<void(const FoundSong&)>& visit) : m_recurse(recurse), m_visit(visit) {}
+    SongWalk(Subfolders subfolders, const std::function<void(const FoundSong&)>& visit)
+        : m_subfolders(subfolders), m_visit(visit)
+    {
+    }
 
     void Walk(const WString& folder)
     {
         const WString pattern = folder + WString(kEveryFile);
         if (pattern.size() >= kPathUnits || !IsFirstVisit(folder))
             return;
-        WIN32_FIND_DATAW found;
-        const HANDLE handle = FindFirstFileW(pattern.c_str(), &found);
-        if (handle == INVALID_HANDLE_VALUE)
-            return;
-        const FindHandle find(handle);
-        do
-            Visit(folder, found);
-        while (FindNextFileW(find.get(), &found) != FALSE);
+        for (FileSearch search(pattern.c_str()); search; search.Next())
+            Visit(folder, search.Entry());
     }
 
 private:
@@ -67,7 +57,7 @@ private:
         if ((found.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) == 0) {
             if (m_visit)
                 Tell(folder, found);
-        } else if (m_recurse && !IsMapFolder(folder, name)) {
+        } else if (m_subfolders == Subfolders::Walk && !IsMapFolder(folder, name)) {
             Walk(folder + TEXT('\\') + WString(name));
         }
     }
@@ -75,20 +65,19 @@ private:
     void Tell(const WString& folder, const WIN32_FIND_DATAW& found)
     {
         const WStringView name(found.cFileName);
-        const bool isMp3 = HasExtension(found.cFileName, TEXT(".mp3")) != 0;
-        const bool isSong = isMp3 || HasExtension(found.cFileName, TEXT(".wma")) != 0;
-        if (isSong && folder.size() + 1 + name.size() < kPathUnits)
-            m_visit({ folder, name, found.nFileSizeLow, isMp3 });
+        const std::optional<SongFormat> format = SongFormatOf(found.cFileName);
+        if (format && folder.size() + 1 + name.size() < kPathUnits)
+            m_visit({ folder, name, found.nFileSizeLow, *format });
     }
 
-    const bool m_recurse;
+    const Subfolders m_subfolders;
     const std::function<void(const FoundSong&)>& m_visit;
     std::unordered_set<FolderIdentity, HashOfIdentity> m_walked;
 };
 
 } // namespace
 
-void WalkSongs(WStringView folder, bool recurse, const std::function<void(const FoundSong&)>& visit)
+void WalkSongs(WStringView folder, Subfolders subfolders, const std::function<void(const FoundSong&)>& visit)
 {
-    SongWalk(recurse, visit).Walk(WString(folder));
+    SongWalk(subfolders, visit).Walk(WString(folder));
 }

@@ -1,6 +1,7 @@
 // Walks a folder tree of the device from song to song. It keeps no list and reads no song.
 #pragma once
 
+#include "library/song_format.h"
 #include "platform/ce.h"
 
 #include <cstdint>
@@ -11,11 +12,13 @@ struct FoundSong {
     WStringView folder; // without a trailing backslash
     WStringView name;   // in the folder's own letters
     std::uint32_t fileSize;
-    bool isMp3; // else WMA
+    SongFormat format;
 };
 
-// Calls `visit` for each ".mp3" and ".wma" file of `folder`, and with `recurse` of the folders below it, in the order
-// in which the file system tells them; without a visitor only folders are walked. The card's map folders are left
-// alone. A folder that links lead to is walked once, a folder that cannot be read adds nothing, and paths of 260 units
-// and more are left out.
-void WalkSongs(WStringView folder, bool recurse, const std::function<void(const FoundSong&)>& visit);
+enum class Subfolders { Walk, LeaveOut };
+
+// Calls `visit` for each ".mp3" and ".wma" file of `folder`, and of the folders below it if they are walked, in the
+// order in which the file system tells them. Without a visitor only folders are walked. The card's map folders are left
+// alone. A folder that links lead to is walked once. A folder that cannot be read adds nothing. Paths of 260 units and
+// more are left out.
+void WalkSongs(WStringView folder, Subfolders subfolders, const std::function<void(const FoundSong&)>& visit);

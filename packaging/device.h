@@ -4,6 +4,6 @@
 
 #include "containers/ptr_array_ctrl.h"
 #include "containers/ptr_list_ctrl.h"
-#include "encoding/big5_text.h"
+#include "encoding/big5_gb_text.h"
 #include "encoding/code_page.h"
-#include "encoding/gb_text.h"
+#include "encoding/gb_unicode_text.h"

@@ -69,9 +69,9 @@ public:
     bool TakeEvent(long& code);
     void DrainEvents();
 
-    // The output is untouched on failure. A length that is not known is a failure, one of 0 is not. It may grow more
-    // exact while the song plays. A place before the
-    // beginning is the beginning, one past the end is the end; one that is no number is refused.
+    // The output is untouched on failure. A length that is not known is a failure, a length of 0 is none. A length may
+    // grow more exact while the song plays. A place before the beginning is the beginning, one past the end is the end.
+    // A place that is no number is refused.
     bool GetDuration(double& seconds) const;
     bool GetCurrentPosition(double& seconds) const;
     bool GetStopPosition(double& seconds) const;
@@ -99,6 +99,5 @@ public:
 
 private:
     struct Engine;
-    bool QueryInterfaces();
     std::unique_ptr<Engine> m_engine; // null or empty: no graph
 };

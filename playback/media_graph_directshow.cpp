@@ -40,6 +40,19 @@ void TellWhatIsMissing(SongKind kind)
 
 } // namespace
 
+bool MediaGraph::Engine::QueryInterfaces()
+{
+    const bool hasControl = Query(graph.Get(), IID_IMediaControl, control);
+    const bool hasEvents = Query(graph.Get(), IID_IMediaEventEx, events);
+    const bool hasVideo = Query(graph.Get(), IID_IBasicVideo, video);
+    const bool hasAudio = Query(graph.Get(), IID_IBasicAudio, audio);
+    const bool hasWindow = Query(graph.Get(), IID_IVideoWindow, videoWindow);
+    const bool hasSeeking = Query(graph.Get(), IID_IMediaSeeking, seeking);
+    if (hasSeeking)
+        seeking->SetTimeFormat(&TIME_FORMAT_MEDIA_TIME);
+    return hasControl && hasEvents && hasVideo && hasAudio && hasWindow && hasSeeking;
+}
+
 bool MediaGraph::Engine::IsIn(OAFilterState wanted) const
 {
     if (silence)
@@ -64,7 +77,7 @@ bool MediaGraph::Init()
         return false;
     const HRESULT made = CoCreateInstance(CLSID_FilterGraph, nullptr, CLSCTX_INPROC_SERVER, IID_IGraphBuilder,
                                           m_engine->graph.Receive());
-    return SUCCEEDED(made) && QueryInterfaces();
+    return SUCCEEDED(made) && m_engine->QueryInterfaces();
 }
 
 bool MediaGraph::Attach(IGraphBuilder* graph)
@@ -74,22 +87,7 @@ bool MediaGraph::Attach(IGraphBuilder* graph)
         return true;
     graph->AddRef();
     m_engine->graph = ComPointer<IGraphBuilder>(graph);
-    return QueryInterfaces();
-}
-
-bool MediaGraph::QueryInterfaces()
-{
-    Engine& engine = *m_engine;
-    IGraphBuilder* const graph = engine.graph.Get();
-    const bool hasControl = Query(graph, IID_IMediaControl, engine.control);
-    const bool hasEvents = Query(graph, IID_IMediaEventEx, engine.events);
-    const bool hasVideo = Query(graph, IID_IBasicVideo, engine.video);
-    const bool hasAudio = Query(graph, IID_IBasicAudio, engine.audio);
-    const bool hasWindow = Query(graph, IID_IVideoWindow, engine.videoWindow);
-    const bool hasSeeking = Query(graph, IID_IMediaSeeking, engine.seeking);
-    if (hasSeeking)
-        engine.seeking->SetTimeFormat(&TIME_FORMAT_MEDIA_TIME);
-    return hasControl && hasEvents && hasVideo && hasAudio && hasWindow && hasSeeking;
+    return m_engine->QueryInterfaces();
 }
 
 void MediaGraph::ReleaseAll()

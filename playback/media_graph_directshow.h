@@ -1,4 +1,4 @@
-// The interfaces of one filter graph, shared by the sources of the engine on DirectShow.
+// One filter graph and its interfaces, as the sources of the engine on DirectShow share them.
 #pragma once
 
 #include "playback/media_graph.h"
@@ -20,13 +20,15 @@ struct MediaGraph::Engine {
     Pointer<IVideoWindow> videoWindow;
     Pointer<IMediaSeeking> seeking;
     HWND window = nullptr;     // gets the notices
-    bool holdsNoSong = false;  // a file was to be rendered, and nothing in it is music
-    bool owesComplete = false; // an abort was taken: the end that whoever waits is waiting for comes next
-    bool toldComplete = false; // that end was told; should the graph tell it as well, it is no second one
-    // In the graph's place while it is not null: a song was to be rendered that this machine cannot play.
+    bool holdsNoSong = false;  // the last file to be rendered holds no music
+    bool owesComplete = false; // an abort was taken: its end is the next event
+    bool toldComplete = false; // the end of an abort was taken: an end that the graph tells itself is no second one
+    // Stands in the graph's place for a song that this machine cannot play; null for others.
     std::unique_ptr<cardsong::playback::SilentSong> silence;
 
-    // The state as the graph tells it within 10 ms; false when it does not.
+    // Asks the graph for every interface. False when it refuses one.
+    bool QueryInterfaces();
+    // Whether the graph tells, within 10 ms, that it is in that state.
     bool IsIn(OAFilterState wanted) const;
     bool GoTo(double start, const double* stop);
     void ForgetBreak() { owesComplete = toldComplete = false; }

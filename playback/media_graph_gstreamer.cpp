@@ -68,23 +68,12 @@ bool MediaGraph::Init()
     if (m_engine || !cardsong::playback::StartGstreamer())
         return false;
     m_engine = std::make_unique<Engine>();
-    return QueryInterfaces();
+    return true;
 }
 
 void MediaGraph::ReleaseAll()
 {
     m_engine.reset();
-}
-
-bool MediaGraph::Attach(IGraphBuilder* graph)
-{
-    ReleaseAll();
-    return graph == nullptr;
-}
-
-bool MediaGraph::QueryInterfaces()
-{
-    return m_engine != nullptr;
 }
 
 bool MediaGraph::RenderFile(const WCHAR* path)
@@ -136,11 +125,6 @@ bool MediaGraph::SetNotifyWindow(HWND window)
         return false;
     m_engine->song.Events().SetWindow(window);
     return true;
-}
-
-IMediaEventEx* MediaGraph::GetEventInterface() const
-{
-    return nullptr;
 }
 
 bool MediaGraph::TakeEvent(long& code)

@@ -1,109 +1,15 @@
 // The engine of tests: positions follow the tick count, ends are reported when somebody looks.
 #include "playback/media_graph.h"
-#include "playback/simulated_graph.h"
+#include "playback/simulated_engine.h"
 
 #include <algorithm>
 #include <cmath>
 #include <cstdio>
-#include <deque>
-#include <map>
-#include <mutex>
-#include <optional>
 #include <utility>
 
 namespace {
 
 constexpr double kSilentSeconds = 1.0; // of a song that the machine cannot play
-
-enum class GraphState { Stopped, Paused, Running };
-
-struct SimulatedEngine {
-    std::optional<SimulatedSong> song; // nothing: an empty graph
-    GraphState state = GraphState::Stopped;
-    double anchorSeconds = 0.0; // the position when the state, the place or the speed last changed
-    DWORD anchorTick = 0;
-    std::optional<double> stopSeconds;
-    double rate = 1.0;
-    long volume = kLoudest;
-    long balance = 0;
-    bool endReported = false;
-    HWND window = nullptr;
-    std::deque<long> events;
-
-    bool HasSound() const { return song && !song->decoderMissing; }
-
-    double EndSeconds() const
-    {
-        return song ? std::min(song->lengthSeconds, stopSeconds.value_or(song->lengthSeconds)) : 0.0;
-    }
-
-    double PositionSeconds() const
-    {
-        if (!song || state != GraphState::Running || endReported)
-            return anchorSeconds;
-        const double playedSeconds = static_cast<double>(GetTickCount() - anchorTick) / 1000.0 * rate;
-        return std::min(anchorSeconds + playedSeconds, std::max(anchorSeconds, EndSeconds()));
-    }
-
-    void Anchor(double seconds)
-    {
-        anchorSeconds = seconds;
-        anchorTick = GetTickCount();
-    }
-
-    void EnterState(GraphState next)
-    {
-        Anchor(PositionSeconds());
-        state = next;
-    }
-
-    void Report(long code)
-    {
-        events.push_back(code);
-        if (window != nullptr)
-            PostMessageW(window, kGraphEventMessage, 0, 0);
-    }
-
-    void ReportEnd(std::initializer_list<long> codes)
-    {
-        if (!song || state != GraphState::Running || endReported)
-            return;
-        Anchor(PositionSeconds());
-        endReported = true;
-        for (const long code : codes)
-            Report(code);
-    }
-
-    void Advance()
-    {
-        if (PositionSeconds() >= EndSeconds())
-            ReportEnd({ kGraphComplete });
-    }
-};
-
-// One lock for all: a test may end a song from a thread of its own.
-struct Simulation {
-    std::recursive_mutex mutex;
-    std::map<WString, SimulatedSong> songs;
-    std::vector<std::string> calls;
-    std::vector<SimulatedEngine*> engines;
-    bool failNextInit = false;
-};
-
-Simulation& TheSimulation()
-{
-    static Simulation simulation;
-    return simulation;
-}
-
-using Guard = std::lock_guard<std::recursive_mutex>;
-
-WString LowerCase(WStringView text)
-{
-    WString lower(text);
-    CharLowerBuffW(lower.data(), static_cast<DWORD>(lower.size()));
-    return lower;
-}
 
 std::string Printable(const WCHAR* text)
 {
@@ -125,70 +31,7 @@ void NoteCall(const char* call, double value)
     NoteCall(text);
 }
 
-void EndRunningSongs(std::initializer_list<long> codes)
-{
-    const Guard guard(TheSimulation().mutex);
-    for (SimulatedEngine* engine : TheSimulation().engines)
-        engine->ReportEnd(codes);
-}
-
 } // namespace
-
-// ---- hooks ----
-
-void SetSimulatedSong(WStringView path, const SimulatedSong& song)
-{
-    const Guard guard(TheSimulation().mutex);
-    TheSimulation().songs[LowerCase(path)] = song;
-}
-
-void ResetSimulatedGraphs()
-{
-    const Guard guard(TheSimulation().mutex);
-    TheSimulation().songs.clear();
-    TheSimulation().calls.clear();
-    TheSimulation().failNextInit = false;
-}
-
-void FailNextSimulatedInit()
-{
-    const Guard guard(TheSimulation().mutex);
-    TheSimulation().failNextInit = true;
-}
-
-void AdvanceSimulatedGraphs()
-{
-    const Guard guard(TheSimulation().mutex);
-    for (SimulatedEngine* engine : TheSimulation().engines)
-        engine->Advance();
-}
-
-void FinishCurrentSong()
-{
-    EndRunningSongs({ kGraphComplete });
-}
-void BreakCurrentSong()
-{
-    EndRunningSongs({ kGraphErrorAbort, kGraphComplete });
-}
-void AbortCurrentSong()
-{
-    EndRunningSongs({ kGraphUserAbort });
-}
-
-std::vector<std::string> TakeSimulatedCalls()
-{
-    const Guard guard(TheSimulation().mutex);
-    return std::exchange(TheSimulation().calls, {});
-}
-
-int LiveSimulatedGraphs()
-{
-    const Guard guard(TheSimulation().mutex);
-    return static_cast<int>(TheSimulation().engines.size());
-}
-
-// ---- the graph ----
 
 struct MediaGraph::Engine : SimulatedEngine {
     Engine() { TheSimulation().engines.push_back(this); }
@@ -208,40 +51,29 @@ MediaGraph::~MediaGraph()
 
 bool MediaGraph::Init()
 {
-    const Guard guard(TheSimulation().mutex);
+    const SimulationGuard guard(TheSimulation().mutex);
     NoteCall("Init");
     if (m_engine || std::exchange(TheSimulation().failNextInit, false))
         return false;
     m_engine = std::make_unique<Engine>();
-    return QueryInterfaces();
+    return true;
 }
 
 void MediaGraph::ReleaseAll()
 {
-    const Guard guard(TheSimulation().mutex);
+    const SimulationGuard guard(TheSimulation().mutex);
     if (m_engine)
         NoteCall("ReleaseAll");
     m_engine.reset();
 }
 
-bool MediaGraph::Attach(IGraphBuilder* graph)
-{
-    ReleaseAll();
-    return graph == nullptr;
-}
-
-bool MediaGraph::QueryInterfaces()
-{
-    return m_engine != nullptr;
-}
-
 bool MediaGraph::RenderFile(const WCHAR* path)
 {
-    const Guard guard(TheSimulation().mutex);
+    const SimulationGuard guard(TheSimulation().mutex);
     if (!m_engine || path == nullptr)
         return false;
     NoteCall("RenderFile " + Printable(path));
-    const auto named = TheSimulation().songs.find(LowerCase(path));
+    const auto named = TheSimulation().songs.find(SimulatedSongKey(path));
     SimulatedSong song = named == TheSimulation().songs.end() ? SimulatedSong{} : named->second;
     if (!song.playable)
         return false;
@@ -255,7 +87,7 @@ bool MediaGraph::RenderFile(const WCHAR* path)
 
 bool MediaGraph::Run()
 {
-    const Guard guard(TheSimulation().mutex);
+    const SimulationGuard guard(TheSimulation().mutex);
     if (!m_engine)
         return false;
     if (IsRunning())
@@ -268,7 +100,7 @@ bool MediaGraph::Run()
 
 bool MediaGraph::Pause()
 {
-    const Guard guard(TheSimulation().mutex);
+    const SimulationGuard guard(TheSimulation().mutex);
     if (!m_engine)
         return false;
     if (IsPaused())
@@ -280,7 +112,7 @@ bool MediaGraph::Pause()
 
 bool MediaGraph::Stop()
 {
-    const Guard guard(TheSimulation().mutex);
+    const SimulationGuard guard(TheSimulation().mutex);
     if (!m_engine)
         return false;
     if (IsStopped())
@@ -306,7 +138,7 @@ bool MediaGraph::IsStopped() const
 
 bool MediaGraph::SetNotifyWindow(HWND window)
 {
-    const Guard guard(TheSimulation().mutex);
+    const SimulationGuard guard(TheSimulation().mutex);
     if (!m_engine)
         return false;
     NoteCall(window != nullptr ? "SetNotifyWindow on" : "SetNotifyWindow off");
@@ -316,14 +148,9 @@ bool MediaGraph::SetNotifyWindow(HWND window)
     return true;
 }
 
-IMediaEventEx* MediaGraph::GetEventInterface() const
-{
-    return nullptr;
-}
-
 bool MediaGraph::TakeEvent(long& code)
 {
-    const Guard guard(TheSimulation().mutex);
+    const SimulationGuard guard(TheSimulation().mutex);
     if (!m_engine || m_engine->events.empty())
         return false;
     code = m_engine->events.front();
@@ -333,7 +160,7 @@ bool MediaGraph::TakeEvent(long& code)
 
 void MediaGraph::DrainEvents()
 {
-    const Guard guard(TheSimulation().mutex);
+    const SimulationGuard guard(TheSimulation().mutex);
     if (m_engine)
         m_engine->events.clear();
 }
@@ -348,7 +175,7 @@ bool MediaGraph::GetDuration(double& seconds) const
 
 bool MediaGraph::GetCurrentPosition(double& seconds) const
 {
-    const Guard guard(TheSimulation().mutex);
+    const SimulationGuard guard(TheSimulation().mutex);
     if (!m_engine)
         return false;
     m_engine->Advance();
@@ -366,7 +193,7 @@ bool MediaGraph::GetStopPosition(double& seconds) const
 
 bool MediaGraph::SetPosition(double seconds)
 {
-    const Guard guard(TheSimulation().mutex);
+    const SimulationGuard guard(TheSimulation().mutex);
     if (!m_engine)
         return false;
     NoteCall("SetPosition", seconds);
@@ -379,7 +206,7 @@ bool MediaGraph::SetPosition(double seconds)
 
 bool MediaGraph::SetPositions(double start, double stop)
 {
-    const Guard guard(TheSimulation().mutex);
+    const SimulationGuard guard(TheSimulation().mutex);
     if (!std::isfinite(stop) || stop < std::max(start, 0.0) || !SetPosition(start))
         return false;
     m_engine->stopSeconds = stop;
@@ -388,7 +215,7 @@ bool MediaGraph::SetPositions(double start, double stop)
 
 bool MediaGraph::SetRate(double rate)
 {
-    const Guard guard(TheSimulation().mutex);
+    const SimulationGuard guard(TheSimulation().mutex);
     if (!m_engine || !(rate > 0.0))
         return false;
     NoteCall("SetRate", rate);
@@ -407,7 +234,7 @@ bool MediaGraph::GetRate(double& rate) const
 
 bool MediaGraph::SetVolume(long volume)
 {
-    const Guard guard(TheSimulation().mutex);
+    const SimulationGuard guard(TheSimulation().mutex);
     if (!m_engine)
         return false;
     NoteCall("SetVolume " + std::to_string(volume));

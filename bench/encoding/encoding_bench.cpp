@@ -1,8 +1,8 @@
 // The text conversions beside the C library's iconv, and the guess of the code page beside uchardet: in bulk, and a
 // song title at a time. The peers' handles are opened once; each title sets them back, as a separate text asks for.
-#include "encoding/big5_text.h"
+#include "encoding/big5_gb_text.h"
 #include "encoding/code_page.h"
-#include "encoding/gb_text.h"
+#include "encoding/gb_unicode_text.h"
 
 #include <benchmark/benchmark.h>
 #include <iconv.h>

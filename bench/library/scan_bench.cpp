@@ -2,6 +2,7 @@
 #include "bench/library/song_tree.h"
 #include "library/media_entry.h"
 #include "library/media_scan.h"
+#include "library/song_list.h"
 
 #include <benchmark/benchmark.h>
 #include <malloc.h>
@@ -23,7 +24,7 @@ void ScanNames(benchmark::State& state)
         const double records = static_cast<double>(PlayList.GetCount()) * sizeof(MediaFileEntry);
         bytesBeyond = (held - records) / records * 100.0;
         state.PauseTiming();
-        FreeMediaEntries(PlayList);
+        SongList(PlayList).FreeAll();
         state.ResumeTiming();
     }
     state.SetItemsProcessed(state.iterations() * songs);

@@ -13,7 +13,7 @@ namespace cardsong::bench {
 struct Song {
     std::string hostPath;
     WString devicePath;
-    bool isMp3;
+    SongFormat format;
 };
 
 class SongTree {
@@ -48,7 +48,8 @@ private:
         std::string device = "\\SDMMC\\" + name;
         for (char& letter : device)
             letter = letter == '/' ? '\\' : letter;
-        m_songs.push_back({ (m_root / name).string(), WString(device.begin(), device.end()), isMp3 });
+        m_songs.push_back({ (m_root / name).string(), WString(device.begin(), device.end()),
+                            isMp3 ? SongFormat::Mp3 : SongFormat::Wma });
     }
 
     std::filesystem::path m_root;

@@ -45,7 +45,7 @@ void Cardsong(benchmark::State& state)
     const SongTree& tree = Tree();
     for (auto _ : state) {
         for (const Song& song : tree.Songs())
-            benchmark::DoNotOptimize(ReadSongFacts(song.devicePath.c_str(), song.isMp3));
+            benchmark::DoNotOptimize(ReadSongFacts(song.devicePath.c_str(), song.format));
     }
     CountSongs(state);
 }

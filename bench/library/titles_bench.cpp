@@ -77,7 +77,7 @@ std::string Utf8OfOurs(const WString& text)
 
 std::string OursOf(const WString& devicePath)
 {
-    return Utf8OfOurs(ReadSongFacts(devicePath.c_str(), true).title);
+    return Utf8OfOurs(ReadSongFacts(devicePath.c_str(), SongFormat::Mp3).title);
 }
 
 std::string TheirsOf(const std::string& hostPath)
@@ -139,7 +139,7 @@ void CountTold(benchmark::State& state, const std::string& name, const std::vect
         for (std::size_t i = 0; i < files.size(); ++i) {
             std::ofstream(card / name, std::ios::binary)
                 .write(files[i].data(), static_cast<std::streamsize>(files[i].size()));
-            ours += Utf8OfOurs(ReadSongFacts(devicePath.c_str(), name.ends_with("mp3")).title) == titles[i] ? 1 : 0;
+            ours += Utf8OfOurs(ReadSongFacts(devicePath.c_str(), *SongFormatOf(devicePath.c_str())).title) == titles[i];
             const TagLib::FileRef file((card / name).c_str(), false);
             theirs += file.tag() != nullptr && file.tag()->title().to8Bit(true) == titles[i] ? 1 : 0;
         }

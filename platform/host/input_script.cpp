@@ -1,7 +1,7 @@
 #include "platform/host/input_script.h"
 
 #include "platform/host/device_keys.h"
-#include "platform/host/device_screen.h"
+#include "platform/screen_size.h"
 
 #include <algorithm>
 #include <charconv>

@@ -180,7 +180,7 @@ TEST_F(CardAway, ASongDeletedFromTheCardThatIsThereLeavesTheListAndTheFile)
 TEST_F(CardAway, ThousandsOfSongsDeletedInARowAreNoTrouble)
 {
     Start();
-    FreeMediaEntries(PlayList);
+    SongList(PlayList).FreeAll();
     AddSong("first.mp3", 10);
     for (int i = 0; i < 1000; ++i) {
         const std::string name = "gone" + std::to_string(i) + ".mp3";

@@ -1,6 +1,8 @@
 #include "app/start_up.h"
 
+#include "app/foreground.h"
 #include "app/main_window.h"
+#include "app/storage_card.h"
 #include "tests/app/player_fixture.h"
 
 #include <filesystem>

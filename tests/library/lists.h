@@ -1,7 +1,7 @@
 // The process-wide lists for one test: empty before it, freed after it.
 #pragma once
 
-#include "library/media_entry.h"
+#include "library/song_list.h"
 
 #include <string>
 #include <vector>
@@ -16,30 +16,28 @@ struct EmptyLists {
 
     static void Clear()
     {
-        FreeMediaEntries(PlayList);
-        FreeMediaEntries(CardSongList);
+        SongList(PlayList).FreeAll();
+        SongList(CardSongList).FreeAll();
     }
 };
 
-inline MediaFileEntry& At(const CPtrListCtrl& list, std::int32_t index)
+inline const MediaFileEntry& At(const CPtrListCtrl& list, std::int32_t index)
 {
-    return *static_cast<MediaFileEntry*>(list.GetAt(index));
+    return ConstSongList(list).At(index);
 }
 
 inline void AddEntry(CPtrListCtrl& list, WStringView fileName, WStringView folder, double duration = 0)
 {
-    MediaFileEntry* entry = NewMediaEntry(fileName, folder);
-    entry->duration = duration;
-    list.Add(entry, -1);
+    SongList(list).Append(NewMediaEntry(fileName, folder)).duration = duration;
 }
 
 // ASCII text of the paths of a list's entries, in its order.
 inline std::vector<std::string> Paths(const CPtrListCtrl& list)
 {
     std::vector<std::string> paths;
-    for (std::int32_t i = 0; i < list.GetCount(); ++i) {
+    for (const MediaFileEntry& entry : ConstSongList(list)) {
         std::string path;
-        for (const WCHAR unit : PathOf(At(list, i)))
+        for (const WCHAR unit : PathOf(entry))
             path += static_cast<char>(unit);
         paths.push_back(path);
     }

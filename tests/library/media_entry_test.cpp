@@ -1,20 +1,14 @@
 #include "library/media_entry.h"
 
-#include "tests/library/lists.h"
-
 #include <gtest/gtest.h>
 
 #include <limits>
-#include <memory>
 
 namespace {
 
-using cardsong::test::AddEntry;
-using cardsong::test::At;
-
 TEST(MediaEntry, ANewOneHoldsItsNamesAndZeros)
 {
-    const std::unique_ptr<MediaFileEntry> entry(NewMediaEntry(TEXT("a.mp3"), TEXT("\\SDMMC")));
+    const std::unique_ptr<MediaFileEntry> entry = NewMediaEntry(TEXT("a.mp3"), TEXT("\\SDMMC"));
     ASSERT_NE(entry, nullptr);
     EXPECT_EQ(WString(entry->fileName), TEXT("a.mp3"));
     EXPECT_EQ(WString(entry->folder), TEXT("\\SDMMC"));
@@ -30,21 +24,12 @@ TEST(MediaEntry, ANewOneHoldsItsNamesAndZeros)
 TEST(MediaEntry, APathOf260UnitsIsOutOfReach)
 {
     const WString folder(200, TEXT('f'));
-    const std::unique_ptr<MediaFileEntry> longest(NewMediaEntry(WString(58, TEXT('n')), folder));
+    const std::unique_ptr<MediaFileEntry> longest = NewMediaEntry(WString(58, TEXT('n')), folder);
     ASSERT_NE(longest, nullptr);
     EXPECT_EQ(PathOf(*longest).size(), 259u);
     EXPECT_EQ(NewMediaEntry(WString(59, TEXT('n')), folder), nullptr);
     EXPECT_EQ(NewMediaEntry(WString(300, TEXT('n')), TEXT("")), nullptr);
     EXPECT_EQ(NewMediaEntry(TEXT(""), WString(300, TEXT('f'))), nullptr);
-}
-
-TEST(MediaEntry, FreeingAListEmptiesIt)
-{
-    CPtrListCtrl list;
-    AddEntry(list, TEXT("a.mp3"), TEXT("\\SDMMC"));
-    AddEntry(list, TEXT("b.mp3"), TEXT("\\SDMMC"));
-    FreeMediaEntries(list);
-    EXPECT_TRUE(list.IsEmpty());
 }
 
 TEST(MediaEntry, WholeSecondsAreTruncatedAndBounded)

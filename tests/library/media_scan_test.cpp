@@ -1,15 +1,13 @@
 #include "library/media_scan.h"
 
-#include "library/song_names.h"
 #include "library/song_walk.h"
 #include "tests/library/lists.h"
+#include "tests/library/songs.h"
 #include "tests/platform/scratch_device.h"
-#include "tests/tags/bytes.h"
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <random>
 
 namespace {
 
@@ -152,7 +150,7 @@ TEST_F(MediaScan, AListThatIsNeitherOfTheTwoMayHoldANameTwice)
     CPtrListCtrl other;
     ScanMediaFolder(TEXT("\\SDMMC"), &other, true);
     EXPECT_EQ(other.GetCount(), 2);
-    FreeMediaEntries(other);
+    SongList(other).FreeAll();
 }
 
 TEST_F(MediaScan, ANullListAddsAndCountsNothing)
@@ -182,9 +180,7 @@ TEST_F(MediaScan, TheCountGoesOnOverScans)
 
 TEST_F(MediaScan, PlayTimesAreWholeSecondsOfEachKind)
 {
-    std::string tenSeconds = SampleText("mp3/cbr_joint_stereo.mp3").substr(0, 417);
-    tenSeconds.resize(128 + 417 * 400); // 10.4 s at 128 kbit/s
-    device.WriteFile("card/ten.mp3", tenSeconds);
+    device.WriteFile("card/ten.mp3", cardsong::test::SongOfTenSeconds());
     device.WriteFile("card/seven.WMA", SampleText("wma/large_object_before_data.wma"));
     device.WriteFile("card/text.mp3", "no song");
     device.WriteFile("card/text.wma", "no song");
@@ -222,58 +218,13 @@ TEST_F(MediaScan, FoldersTooDeepEndTheWalk)
     EXPECT_EQ(Scan(), (Names{ "\\SDMMC\\near.mp3" }));
 }
 
-TEST_F(MediaScan, ANameIsNewUntilEitherListHoldsIt)
-{
-    MediaFileEntry entry;
-    entry.fileName[0] = TEXT('a');
-    EXPECT_EQ(IsNewSongName(entry), 1);
-    AddEntry(PlayList, TEXT("b"), TEXT("\\x"));
-    AddEntry(PlayList, TEXT("a"), TEXT("\\x"));
-    EXPECT_EQ(IsNewSongName(entry), 0);
-    EmptyLists::Clear();
-    AddEntry(CardSongList, TEXT("b"), TEXT(""));
-    AddEntry(CardSongList, TEXT("a"), TEXT(""));
-    EXPECT_EQ(IsNewSongName(entry), 0);
-}
-
-TEST_F(MediaScan, ANameOfOtherCaseOrLengthIsNew)
-{
-    MediaFileEntry entry;
-    entry.fileName[0] = TEXT('a');
-    AddEntry(PlayList, TEXT("A"), TEXT("\\x"));
-    AddEntry(CardSongList, TEXT("ab"), TEXT("\\x"));
-    EXPECT_EQ(IsNewSongName(entry), 1);
-}
-
-TEST_F(MediaScan, TheSetOfNamesAnswersLikeTheLists)
-{
-    std::mt19937 random(7);
-    const auto randomName = [&random] {
-        return WString(1 + random() % 2, static_cast<WCHAR>(TEXT('a') + random() % 26));
-    };
-    for (int i = 0; i < 15; ++i) {
-        AddEntry(PlayList, randomName(), TEXT("\\x"));
-        AddEntry(CardSongList, randomName(), TEXT("\\x"));
-    }
-    SongNames names;
-    AddEntry(PlayList, TEXT("added"), TEXT("\\x"));
-    names.Add(PlayList, At(PlayList, 15));
-    int known = 0;
-    for (int i = 0; i < 300; ++i) {
-        const std::unique_ptr<MediaFileEntry> entry(NewMediaEntry(i == 0 ? TEXT("added") : randomName(), TEXT("\\y")));
-        EXPECT_EQ(names.Contains(*entry), IsNewSongName(*entry) == 0);
-        known += names.Contains(*entry) ? 1 : 0;
-    }
-    EXPECT_GT(known, 50);
-    EXPECT_LT(known, 250);
-}
-
 TEST_F(MediaScan, SongsStandInTheOrderInWhichTheFoldersTellThem)
 {
     for (const std::string name : { "c.mp3", "a.mp3", "Z/b.mp3", "B/d.wma", "B/deep/e.mp3" })
         device.WriteFile("card/" + name);
     std::vector<WString> told;
-    WalkSongs(TEXT("\\SDMMC"), true, [&told](const FoundSong& song) { told.push_back(WString(song.name)); });
+    WalkSongs(TEXT("\\SDMMC"), Subfolders::Walk,
+              [&told](const FoundSong& song) { told.push_back(WString(song.name)); });
     ScanMediaFolder(TEXT("\\SDMMC"), &CardSongList, true);
     ASSERT_EQ(told.size(), 5u);
     ASSERT_EQ(CardSongList.GetCount(), 5);
@@ -286,7 +237,8 @@ TEST_F(MediaScan, OfTwoFilesOfTheSameNameTheFirstToldIsTaken)
     device.WriteFile("card/One/a.mp3");
     device.WriteFile("card/Two/a.mp3");
     std::vector<WString> folders;
-    WalkSongs(TEXT("\\SDMMC"), true, [&folders](const FoundSong& song) { folders.push_back(WString(song.folder)); });
+    WalkSongs(TEXT("\\SDMMC"), Subfolders::Walk,
+              [&folders](const FoundSong& song) { folders.push_back(WString(song.folder)); });
     Scan();
     ASSERT_EQ(folders.size(), 2u);
     ASSERT_EQ(CardSongList.GetCount(), 1);

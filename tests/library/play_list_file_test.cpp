@@ -1,6 +1,7 @@
 #include "library/play_list_file.h"
 
 #include "tests/library/lists.h"
+#include "tests/library/play_list_bytes.h"
 #include "tests/platform/scratch_device.h"
 #include "tests/tags/bytes.h"
 
@@ -14,24 +15,11 @@ using cardsong::test::AddEntry;
 using cardsong::test::At;
 using cardsong::test::EmptyLists;
 using cardsong::test::Paths;
+using cardsong::test::PlayListRecord;
 using cardsong::test::ScratchDevice;
+using cardsong::test::Utf16;
 
 using Names = std::vector<std::string>;
-
-std::string Utf16(const std::string& text)
-{
-    std::string bytes;
-    for (const char letter : text) {
-        bytes += letter;
-        bytes += '\0';
-    }
-    return bytes;
-}
-
-std::string Record(const std::string& text)
-{
-    return Utf16(text) + "\r\n";
-}
 
 class PlayListFile : public testing::Test {
 protected:
@@ -57,8 +45,8 @@ TEST_F(PlayListFile, IsWrittenByteForByte)
     AddEntry(PlayList, TEXT("song.mp3"), TEXT("\\SDMMC\\Music"), 215.9);
     AddEntry(PlayList, TEXT("\x554A.wma"), TEXT("\\SDMMC"), 0);
     SavePlayList(PlayList);
-    EXPECT_EQ(Written(),
-              Record("1$song.mp3$\\SDMMC\\Music$215") + Utf16("2$") + "\x4A\x55" + Utf16(".wma$\\SDMMC$0") + "\r\n");
+    EXPECT_EQ(Written(), PlayListRecord("1$song.mp3$\\SDMMC\\Music$215") + Utf16("2$") + "\x4A\x55" +
+                             Utf16(".wma$\\SDMMC$0") + "\r\n");
 }
 
 TEST_F(PlayListFile, PlayTimesAreCutToWholeSeconds)
@@ -80,7 +68,7 @@ TEST_F(PlayListFile, PlayTimesAreCutToWholeSeconds)
         EmptyLists::Clear();
         AddEntry(PlayList, TEXT("a.mp3"), TEXT("\\SDMMC"), row.duration);
         SavePlayList(PlayList);
-        EXPECT_EQ(Written(), Record("1$a.mp3$\\SDMMC$" + std::string(row.written)));
+        EXPECT_EQ(Written(), PlayListRecord("1$a.mp3$\\SDMMC$" + std::string(row.written)));
     }
 }
 
@@ -88,7 +76,7 @@ TEST_F(PlayListFile, ANegativePlayTimeIsWrittenBackAsItWasRead)
 {
     device.WriteFile("card/a.mp3");
     for (const char* seconds : { "-1", "-5", "-2147483648" }) {
-        const std::string bytes = Record("1$a.mp3$\\SDMMC$" + std::string(seconds));
+        const std::string bytes = PlayListRecord("1$a.mp3$\\SDMMC$" + std::string(seconds));
         ASSERT_EQ(Load(bytes).size(), 1u);
         SavePlayList(PlayList);
         EXPECT_EQ(Written(), bytes);
@@ -100,7 +88,7 @@ TEST_F(PlayListFile, OfMoreThanABlockIsWrittenWhole)
     std::string expected;
     for (int i = 1; i <= 1000; ++i) {
         AddEntry(PlayList, TEXT("song.mp3"), TEXT("\\SDMMC\\Music"), 215);
-        expected += Record(std::to_string(i) + "$song.mp3$\\SDMMC\\Music$215");
+        expected += PlayListRecord(std::to_string(i) + "$song.mp3$\\SDMMC\\Music$215");
     }
     SavePlayList(PlayList);
     EXPECT_EQ(Written(), expected);
@@ -115,11 +103,11 @@ TEST_F(PlayListFile, LeavesNothingBesideIt)
 
 TEST_F(PlayListFile, ThatCannotBeWrittenIsTheOldOne)
 {
-    device.WriteFile("user/Windows/play_list.txt", Record("1$old.mp3$\\SDMMC$1"));
+    device.WriteFile("user/Windows/play_list.txt", PlayListRecord("1$old.mp3$\\SDMMC$1"));
     device.MakeFolder("user/Windows/play_list.new"); // stands in the way
     AddEntry(PlayList, TEXT("song.mp3"), TEXT("\\SDMMC"), 1);
     SavePlayList(PlayList);
-    EXPECT_EQ(Written(), Record("1$old.mp3$\\SDMMC$1"));
+    EXPECT_EQ(Written(), PlayListRecord("1$old.mp3$\\SDMMC$1"));
 }
 
 TEST_F(PlayListFile, LeftUnfinishedByAnEarlierRunCountsForNothing)
@@ -127,7 +115,7 @@ TEST_F(PlayListFile, LeftUnfinishedByAnEarlierRunCountsForNothing)
     device.WriteFile("user/Windows/play_list.new", std::string(5000, '1'));
     AddEntry(PlayList, TEXT("song.mp3"), TEXT("\\SDMMC"), 1);
     SavePlayList(PlayList);
-    EXPECT_EQ(Written(), Record("1$song.mp3$\\SDMMC$1"));
+    EXPECT_EQ(Written(), PlayListRecord("1$song.mp3$\\SDMMC$1"));
 }
 
 TEST_F(PlayListFile, AnEntryWithoutANameIsLeftOutAndKeepsItsNumber)
@@ -136,7 +124,7 @@ TEST_F(PlayListFile, AnEntryWithoutANameIsLeftOutAndKeepsItsNumber)
     AddEntry(PlayList, TEXT(""), TEXT("\\SDMMC"), 2);
     AddEntry(PlayList, TEXT("c.mp3"), TEXT("\\SDMMC"), 3);
     SavePlayList(PlayList);
-    EXPECT_EQ(Written(), Record("1$a.mp3$\\SDMMC$1") + Record("3$c.mp3$\\SDMMC$3"));
+    EXPECT_EQ(Written(), PlayListRecord("1$a.mp3$\\SDMMC$1") + PlayListRecord("3$c.mp3$\\SDMMC$3"));
 }
 
 TEST_F(PlayListFile, ANullEntryEndsTheWriting)
@@ -146,8 +134,8 @@ TEST_F(PlayListFile, ANullEntryEndsTheWriting)
     list.Add(static_cast<void*>(nullptr), -1);
     AddEntry(list, TEXT("c.mp3"), TEXT("\\SDMMC"), 3);
     SavePlayList(list);
-    EXPECT_EQ(Written(), Record("1$a.mp3$\\SDMMC$1"));
-    FreeMediaEntries(list);
+    EXPECT_EQ(Written(), PlayListRecord("1$a.mp3$\\SDMMC$1"));
+    SongList(list).FreeAll();
 }
 
 TEST_F(PlayListFile, AShorterListReplacesALongerOneWholly)
@@ -172,7 +160,7 @@ TEST_F(PlayListFile, WhatIsWrittenIsReadBackInOrder)
     EXPECT_EQ(Load(), Paths(list));
     for (std::int32_t i = 0; i < PlayList.GetCount(); ++i)
         EXPECT_EQ(At(PlayList, i).duration, i * 10.0);
-    FreeMediaEntries(list);
+    SongList(list).FreeAll();
 }
 
 TEST_F(PlayListFile, AMissingFileHoldsNoSongs)
@@ -189,14 +177,15 @@ TEST_F(PlayListFile, SongsThatAreGoneAreDropped)
 {
     device.WriteFile("card/a.mp3");
     device.WriteFile("card/c.mp3");
-    const std::string bytes = Record("1$a.mp3$\\SDMMC$1") + Record("2$b.mp3$\\SDMMC$2") + Record("3$c.mp3$\\SDMMC$3");
+    const std::string bytes =
+        PlayListRecord("1$a.mp3$\\SDMMC$1") + PlayListRecord("2$b.mp3$\\SDMMC$2") + PlayListRecord("3$c.mp3$\\SDMMC$3");
     EXPECT_EQ(Load(bytes), (Names{ "\\SDMMC\\a.mp3", "\\SDMMC\\c.mp3" }));
 }
 
 TEST_F(PlayListFile, NewSongsAreAppendedToTheList)
 {
     device.WriteFile("card/a.mp3");
-    device.WriteFile("user/Windows/play_list.txt", Record("1$a.mp3$\\SDMMC$1"));
+    device.WriteFile("user/Windows/play_list.txt", PlayListRecord("1$a.mp3$\\SDMMC$1"));
     AddEntry(PlayList, TEXT("first.mp3"), TEXT("\\SDMMC"));
     LoadPlayList(PlayList);
     EXPECT_EQ(Paths(PlayList), (Names{ "\\SDMMC\\first.mp3", "\\SDMMC\\a.mp3" }));
@@ -206,7 +195,7 @@ TEST_F(PlayListFile, ALastRecordWithoutItsEndIsRead)
 {
     device.WriteFile("card/a.mp3");
     device.WriteFile("card/b.mp3");
-    const std::string bytes = Record("1$a.mp3$\\SDMMC$1") + Utf16("2$b.mp3$\\SDMMC$21");
+    const std::string bytes = PlayListRecord("1$a.mp3$\\SDMMC$1") + Utf16("2$b.mp3$\\SDMMC$21");
     EXPECT_EQ(Load(bytes).size(), 2u);
     EXPECT_EQ(At(PlayList, 1).duration, 21.0);
     EXPECT_EQ(Load(bytes + "5").size(), 2u); // half a unit
@@ -216,8 +205,8 @@ TEST_F(PlayListFile, EveryTearKeepsTheWholeRecordsBeforeIt)
 {
     device.WriteFile("card/a.mp3");
     device.WriteFile("card/b.mp3");
-    const std::string first = Record("1$a.mp3$\\SDMMC$12");
-    const std::string bytes = first + Record("2$b.mp3$\\SDMMC$21");
+    const std::string first = PlayListRecord("1$a.mp3$\\SDMMC$12");
+    const std::string bytes = first + PlayListRecord("2$b.mp3$\\SDMMC$21");
     for (std::size_t sizeBytes = 0; sizeBytes <= bytes.size(); ++sizeBytes) {
         const bool isSecondTold = sizeBytes >= bytes.size() - 6; // the last two digits and the end
         const std::size_t least = sizeBytes < first.size() ? 0 : isSecondTold ? 2 : 1;
@@ -231,7 +220,7 @@ TEST_F(PlayListFile, RecordsAcrossTheBlocksOfReadingAreWhole)
     for (int i = 0; i < 100; ++i) {
         const std::string name = std::string(static_cast<std::size_t>(i % 13) + 1, 'x') + std::to_string(i) + ".mp3";
         device.WriteFile("card/" + name);
-        bytes += Record(std::to_string(i + 1) + "$" + name + "$\\SDMMC$" + std::to_string(i));
+        bytes += PlayListRecord(std::to_string(i + 1) + "$" + name + "$\\SDMMC$" + std::to_string(i));
     }
     ASSERT_EQ(Load(bytes).size(), 100u);
     for (std::int32_t i = 0; i < 100; ++i)
@@ -259,7 +248,7 @@ TEST_F(PlayListFile, ANameThatBeginsWithAZeroIsNone)
 TEST_F(PlayListFile, ARecordTooLongIsDroppedAndTheNextRead)
 {
     device.WriteFile("card/a.mp3");
-    EXPECT_EQ(Load(Record("1$" + std::string(5000, 'x') + "$\\SDMMC$1") + Record("2$a.mp3$\\SDMMC$1")),
+    EXPECT_EQ(Load(PlayListRecord("1$" + std::string(5000, 'x') + "$\\SDMMC$1") + PlayListRecord("2$a.mp3$\\SDMMC$1")),
               (Names{ "\\SDMMC\\a.mp3" }));
 }
 
@@ -274,7 +263,7 @@ TEST_F(PlayListFile, AFileOfNoiseHoldsNoSongs)
 TEST_F(PlayListFile, EmptyRecordsAreStepped)
 {
     device.WriteFile("card/a.mp3");
-    EXPECT_EQ(Load("\r\n\r\n" + Record("1$a.mp3$\\SDMMC$1") + "\r\n"), (Names{ "\\SDMMC\\a.mp3" }));
+    EXPECT_EQ(Load("\r\n\r\n" + PlayListRecord("1$a.mp3$\\SDMMC$1") + "\r\n"), (Names{ "\\SDMMC\\a.mp3" }));
 }
 
 } // namespace

@@ -3,6 +3,7 @@
 
 #include "library/card_presence.h"
 #include "tests/library/lists.h"
+#include "tests/library/play_list_bytes.h"
 #include "tests/platform/scratch_device.h"
 
 #include <gtest/gtest.h>
@@ -18,12 +19,7 @@ using Names = std::vector<std::string>;
 
 std::string Record(int number, const std::string& name, int seconds)
 {
-    std::string bytes;
-    for (const char letter : std::to_string(number) + "$" + name + "$\\SDMMC$" + std::to_string(seconds)) {
-        bytes += letter;
-        bytes += '\0';
-    }
-    return bytes + "\r\n";
+    return cardsong::test::PlayListRecord(std::to_string(number) + "$" + name + "$\\SDMMC$" + std::to_string(seconds));
 }
 
 class SavedList : public testing::Test {
@@ -48,7 +44,7 @@ protected:
         saved.Save(PlayList);
         return device.ReadFile("user/Windows/play_list.txt");
     }
-    void Remove(std::int32_t index) { delete static_cast<MediaFileEntry*>(PlayList.DeleteAt(index, 1)); }
+    static void Remove(std::int32_t index) { EXPECT_NE(SongList(PlayList).Take(index), nullptr); }
 
     ScratchDevice device;
     EmptyLists lists;

@@ -16,12 +16,12 @@ protected:
     SongFacts Mp3(const std::string& bytes)
     {
         m_device.WriteFile("card/song.mp3", bytes);
-        return ReadSongFacts(TEXT("\\SDMMC\\song.mp3"), true);
+        return ReadSongFacts(TEXT("\\SDMMC\\song.mp3"), SongFormat::Mp3);
     }
     SongFacts Wma(const std::string& bytes)
     {
         m_device.WriteFile("card/song.wma", bytes);
-        return ReadSongFacts(TEXT("\\SDMMC\\song.wma"), false);
+        return ReadSongFacts(TEXT("\\SDMMC\\song.wma"), SongFormat::Wma);
     }
     WString TitleOfFrame(const std::string& data)
     {
@@ -61,10 +61,10 @@ TEST_F(SongFactsTest, HalfAUnitAtTheEndOfATitleIsLeftOut)
 
 TEST_F(SongFactsTest, OfAMissingFileAreNone)
 {
-    const SongFacts facts = ReadSongFacts(TEXT("\\SDMMC\\none.mp3"), true);
+    const SongFacts facts = ReadSongFacts(TEXT("\\SDMMC\\none.mp3"), SongFormat::Mp3);
     EXPECT_EQ(facts.lengthMs, 0U);
     EXPECT_TRUE(facts.title.empty());
-    EXPECT_TRUE(ReadSongFacts(TEXT("\\SDMMC\\none.wma"), false).title.empty());
+    EXPECT_TRUE(ReadSongFacts(TEXT("\\SDMMC\\none.wma"), SongFormat::Wma).title.empty());
 }
 
 TEST_F(SongFactsTest, AnAsciiTitleIsItself)

@@ -3,8 +3,8 @@
 
 #include "library/media_scan.h"
 #include "tests/library/lists.h"
+#include "tests/library/songs.h"
 #include "tests/platform/scratch_device.h"
-#include "tests/tags/bytes.h"
 
 #include <gtest/gtest.h>
 
@@ -20,14 +20,7 @@ namespace fs = std::filesystem;
 using cardsong::test::At;
 using cardsong::test::EmptyLists;
 using cardsong::test::ScratchDevice;
-
-// A song of 128 kbit/s.
-std::string TenSeconds()
-{
-    std::string song = cardsong::test::SampleText("mp3/cbr_joint_stereo.mp3").substr(0, 417);
-    song.resize(128 + 417 * 400);
-    return song;
-}
+using cardsong::test::SongOfTenSeconds;
 
 class SongWalk : public testing::Test {
 protected:
@@ -35,7 +28,7 @@ protected:
     std::vector<WString> Walk()
     {
         std::vector<WString> paths;
-        WalkSongs(TEXT("\\SDMMC"), true, [&paths](const FoundSong& song) {
+        WalkSongs(TEXT("\\SDMMC"), Subfolders::Walk, [&paths](const FoundSong& song) {
             paths.push_back(WString(song.folder) + TEXT('\\') + WString(song.name));
         });
         std::sort(paths.begin(), paths.end());
@@ -134,7 +127,7 @@ TEST_F(SongWalk, AFolderThatMayNotBeReadAddsNothing)
 TEST_F(SongWalk, ASongThatMayNotBeReadIsAddedWithoutAPlayTime)
 {
     const EmptyLists lists;
-    m_device.WriteFile("card/a.mp3", TenSeconds());
+    m_device.WriteFile("card/a.mp3", SongOfTenSeconds());
     const OrdinaryUser user(Card().parent_path());
     fs::permissions(Card() / "a.mp3", fs::perms::none);
     ScanMediaFolder(TEXT("\\SDMMC"), &CardSongList, true);
@@ -145,11 +138,11 @@ TEST_F(SongWalk, ASongThatMayNotBeReadIsAddedWithoutAPlayTime)
 TEST_F(SongWalk, ASongWhoseNameIsNoTextIsReadLikeAnother)
 {
     const EmptyLists lists;
-    m_device.WriteFile("card/\xB8\xE8/\xC7\xFA.MP3", TenSeconds());
+    m_device.WriteFile("card/\xB8\xE8/\xC7\xFA.MP3", SongOfTenSeconds());
     ScanMediaFolder(TEXT("\\SDMMC"), &CardSongList, true);
     ASSERT_EQ(CardSongList.GetCount(), 1);
     EXPECT_EQ(At(CardSongList, 0).duration, 10.0);
-    EXPECT_EQ(At(CardSongList, 0).fileSize, TenSeconds().size());
+    EXPECT_EQ(At(CardSongList, 0).fileSize, SongOfTenSeconds().size());
 }
 
 TEST_F(SongWalk, OfASizeTheLow32BitsAreKept)

@@ -10,8 +10,8 @@ import subprocess
 import sys
 
 VERSION = "CARDSONG_DEVICE_0"
-HEADERS = ["containers/ptr_array_ctrl.h", "containers/ptr_list_ctrl.h", "encoding/big5_text.h", "encoding/code_page.h",
-           "encoding/gb_text.h"]
+HEADERS = ["containers/ptr_array_ctrl.h", "containers/ptr_list_ctrl.h", "encoding/big5_gb_text.h", "encoding/code_page.h",
+           "encoding/gb_unicode_text.h"]
 
 
 def run(*command):

@@ -6,15 +6,16 @@ song_lengths_test.py LOOK [--long]    --long: also songs of a minute with every 
 import concurrent.futures
 import os
 import pathlib
-import subprocess
 import sys
 import tempfile
+
+sys.path.insert(0, str(pathlib.Path(__file__).resolve().parents[1]))
+from encoders import encode_mp3, run, write_wave
 
 SECONDS_OFF = 0.05
 VARYING_SHARE_OFF = 0.02
 FREE_BIT_RATE = 400_000
-# Loud and quiet in turn and a little of everything, so that a variable bit rate varies.
-SOUND = "0.3*sin(2*PI*440*t)*(1+sin(2*PI*t))+0.2*sin(2*PI*15*t*t)+0.05*(random(0)-0.5)*gt(sin(3*t)\\,0)"
+SWEEP_HZ = 15
 # name: (sample rate, channels, options of lame)
 KINDS = {
     "cbr": (44100, 2, "-m j -b 128 -t"),
@@ -65,10 +66,6 @@ TAGS = {
 }
 
 
-def run(*command):
-    return subprocess.run([str(part) for part in command], check=True, capture_output=True, text=True).stdout
-
-
 def vbri(song):
     """The same song with a first frame that tells its length where other encoders do."""
     frames = round(counted(song) * 44100 / 1152)
@@ -90,8 +87,8 @@ def encode(folder, name, seconds):
     rate, channels, options = KINDS[name]
     song = folder / f"{name.replace(' ', '_')}_{seconds}.mp3"
     wave = song.with_suffix(".wav")
-    run("ffmpeg", "-v", "error", "-y", "-f", "lavfi", "-i", f"aevalsrc=exprs={SOUND}:s={rate}:d={seconds}", "-ac", channels, wave)
-    run("lame", "--quiet", "--resample", rate / 1000, *options.split(), wave, song)
+    write_wave(wave, rate, channels, seconds, SWEEP_HZ)
+    encode_mp3(wave, song, rate, options)
     wave.unlink()
     if name == "vbri":
         vbri(song)

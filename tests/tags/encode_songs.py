@@ -9,11 +9,13 @@ import concurrent.futures
 import functools
 import os
 import pathlib
-import subprocess
+import sys
+
+sys.path.insert(0, str(pathlib.Path(__file__).resolve().parents[1]))
+from encoders import encode_mp3, run, write_wave
 
 SECONDS = 2
-# Loud and quiet in turn and a little of everything, so that a variable bit rate varies.
-SOUND = "0.3*sin(2*PI*440*t)*(1+sin(2*PI*t))+0.2*sin(2*PI*1500*t*t)+0.05*(random(0)-0.5)*gt(sin(3*t)\\,0)"
+SWEEP_HZ = 1500
 
 # name: (sample rate, channels, options of lame)
 LAME = {
@@ -57,15 +59,10 @@ FFMPEG = {
 }
 
 
-def run(*command):
-    return subprocess.run([str(part) for part in command], check=True, capture_output=True,
-                          env={**os.environ, "LC_ALL": "C.UTF-8"}).stdout
-
-
 @functools.cache
 def wave(ffmpeg, folder, rate, channels):
     path = folder / f"{rate}_{channels}.wav"
-    run(ffmpeg, "-v", "error", "-y", "-f", "lavfi", "-i", f"aevalsrc=exprs={SOUND}:s={rate}:d={SECONDS}", "-ac", channels, path)
+    write_wave(path, rate, channels, SECONDS, SWEEP_HZ, ffmpeg)
     return path
 
 
@@ -73,7 +70,7 @@ def encode(tools, name):
     if name in LAME:
         rate, channels, options = LAME[name]
         song = tools.out / f"{name}.mp3"
-        run(tools.lame, "--quiet", "--resample", rate / 1000, *options.split(), wave(tools.ffmpeg, tools.out, rate, channels), song)
+        encode_mp3(wave(tools.ffmpeg, tools.out, rate, channels), song, rate, options, tools.lame)
     else:
         extension, options = FFMPEG[name]
         song = tools.out / f"{name}.{extension}"

@@ -1,12 +1,13 @@
 // Every sample and every beginning of it, in a buffer of just its size and as a file of the device: always a defined
 // result, and the same one wherever the bytes lie.
+#include "common/file_stream.h"
 #include "tags/file_source.h"
 #include "tags/id3_frame_search.h"
 #include "tags/mp3_info.h"
 #include "tags/tag_results.h"
 #include "tags/wma_info.h"
 #include "tests/platform/scratch_device.h"
-#include "tests/tags/bytes.h"
+#include "tests/tags/beginnings.h"
 
 #include <gtest/gtest.h>
 
@@ -17,7 +18,7 @@
 namespace {
 
 using cardsong::test::Bytes;
-using cardsong::test::Prefix;
+using cardsong::test::ForEveryBeginning;
 using cardsong::test::Sample;
 using cardsong::test::ScratchDevice;
 
@@ -76,16 +77,14 @@ TEST(EverySample, EveryBeginningOfAnMp3IsReadOrRefused)
 {
     for (const std::string& name : Names(".mp3")) {
         const Bytes whole = Sample(name);
-        for (std::size_t sizeBytes = 0; sizeBytes <= whole.size(); ++sizeBytes) {
-            const auto bytes = Prefix(whole, sizeBytes);
-            MemorySource source(bytes);
+        ForEveryBeginning(whole, [&name](MemorySource& source, std::size_t sizeBytes) {
             Mp3FileInfo info;
             const int result = ReadMp3Info(&source, info, TagFrames::Read);
             ASSERT_TRUE(result == kTagOk || result == kTagBadData) << name << ' ' << sizeBytes;
             ASSERT_EQ(result == kTagOk, info.frame.frameBytes != 0) << name << ' ' << sizeBytes;
             ASSERT_LE(info.id3v2TagBytes, sizeBytes) << name;
             ASSERT_LE(FindId3v2Frame(source, info.id3v2TagBytes, info.id3v2Header.version, "TIT2", 100).size(), 100U);
-        }
+        });
     }
 }
 
@@ -94,13 +93,10 @@ TEST(EverySample, EveryBeginningOfAWmaIsReadOrRefused)
     for (const std::string& name : Names(".wma")) {
         if (name.starts_with("wma/")) // wma_samples_test.cpp has these
             continue;
-        const Bytes whole = Sample(name);
-        for (std::size_t sizeBytes = 0; sizeBytes <= whole.size(); ++sizeBytes) {
-            const auto bytes = Prefix(whole, sizeBytes);
-            MemorySource source(bytes);
+        ForEveryBeginning(Sample(name), [&name](MemorySource& source, std::size_t sizeBytes) {
             ReadWma(source);
             ASSERT_FALSE(testing::Test::HasFailure()) << name << ' ' << sizeBytes;
-        }
+        });
     }
 }
 
@@ -110,9 +106,9 @@ TEST(EverySample, AFileOfTheDeviceIsReadAsItsBytesInMemory)
     const auto read = [&device](const std::string& name, auto reader) {
         const Bytes bytes = Sample(name);
         device.WriteFile("user/scratch/song.bin", cardsong::test::SampleText(name));
-        const FileHandle file = OpenForReading(device.Path(TEXT("song.bin")).c_str());
+        const UniqueFileStream file = OpenForReading(device.Path(TEXT("song.bin")).c_str());
         ASSERT_TRUE(file);
-        FileSource fromFile(file.get());
+        FileSource fromFile(file.Get());
         MemorySource fromMemory(bytes);
         EXPECT_EQ(reader(fromFile), reader(fromMemory)) << name;
     };

@@ -1,14 +1,14 @@
 // The MP3 files of tests/data/mp3: what real songs give, what hostile files give, and every beginning of the real ones.
 #include "tags/mp3_info.h"
 #include "tags/tag_results.h"
-#include "tests/tags/bytes.h"
+#include "tests/tags/beginnings.h"
 
 #include <gtest/gtest.h>
 
 namespace {
 
 using cardsong::test::Bytes;
-using cardsong::test::Prefix;
+using cardsong::test::ForEveryBeginning;
 using cardsong::test::Sample;
 
 struct Expected {
@@ -100,15 +100,13 @@ TEST(Mp3Samples, EveryBeginningOfASongIsReadOrRefused)
 {
     for (const Expected& song : kSongs) {
         const Bytes whole = Sample(std::string("mp3/") + song.name + ".mp3");
-        for (std::size_t sizeBytes = 0; sizeBytes <= whole.size(); ++sizeBytes) {
-            const auto bytes = Prefix(whole, sizeBytes);
-            MemorySource source(bytes);
+        ForEveryBeginning(whole, [&song](MemorySource& source, std::size_t sizeBytes) {
             Mp3FileInfo info;
             const int result = ReadMp3Info(&source, info, TagFrames::Read);
             ASSERT_TRUE(result == kTagOk || result == kTagBadData) << song.name << ' ' << sizeBytes;
             ASSERT_LE(info.durationMs, song.durationMs) << song.name << ' ' << sizeBytes;
             ASSERT_EQ(info.frame.frameBytes, result == kTagOk ? song.frameBytes : 0u) << song.name << ' ' << sizeBytes;
-        }
+        });
     }
 }
 

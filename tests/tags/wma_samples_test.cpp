@@ -1,6 +1,6 @@
 // The WMA files of tests/data/wma: what real songs give, what hostile files give, and every beginning of all of them.
 #include "tags/wma_info.h"
-#include "tests/tags/bytes.h"
+#include "tests/tags/beginnings.h"
 
 #include <gtest/gtest.h>
 
@@ -9,7 +9,7 @@
 namespace {
 
 using cardsong::test::Bytes;
-using cardsong::test::Prefix;
+using cardsong::test::ForEveryBeginning;
 using cardsong::test::Sample;
 
 struct Expected {
@@ -95,15 +95,13 @@ TEST(WmaSamples, EveryBeginningIsReadOrRefused)
     for (const Expected& file : kFiles) {
         const Bytes whole = Sample(std::string("wma/") + file.name + ".wma");
         bool reached = false;
-        for (std::size_t sizeBytes = 0; sizeBytes <= whole.size(); ++sizeBytes) {
-            const auto bytes = Prefix(whole, sizeBytes);
-            MemorySource source(bytes);
+        ForEveryBeginning(whole, [&](MemorySource& source, std::size_t sizeBytes) {
             const auto info = Cleared();
             const int result = ReadWmaInfo(source, *info);
-            ASSERT_TRUE(result == 0 || result == -1);
+            ASSERT_TRUE(result == 0 || result == -1) << file.name << ' ' << sizeBytes;
             ASSERT_FALSE(reached && result != 0) << file.name << ": more bytes must not lose the Data Object";
             reached = result == 0;
-        }
+        });
     }
 }
 

@@ -1,7 +1,7 @@
 #include "platform/windows/screen/window_calls.h"
 
 #include "platform/host/device_keys.h"
-#include "platform/host/device_screen.h"
+#include "platform/screen_size.h"
 #include "platform/windows/screen/device_screen.h"
 #include "platform/windows/screen/window_procedures.h"
 
@@ -127,7 +127,7 @@ BOOL SetWindowPos(HWND window, HWND after, int x, int y, int widthPx, int height
 BOOL GetWindowRect(HWND window, LPRECT rect)
 {
     if (IsSetUp() && window != nullptr && window == ScreenWindow() && rect != nullptr) {
-        *rect = { 0, 0, host::kScreenWidthPx, host::kScreenHeightPx };
+        *rect = { 0, 0, kScreenWidthPx, kScreenHeightPx };
         return TRUE;
     }
     if (!::GetWindowRect(window, rect))
@@ -217,8 +217,8 @@ int GetDeviceCaps(HDC context, int index)
     switch (index) {
     case LOGPIXELSX:
     case LOGPIXELSY: return kDeviceDpi;
-    case HORZRES: return host::kScreenWidthPx;
-    case VERTRES: return host::kScreenHeightPx;
+    case HORZRES: return kScreenWidthPx;
+    case VERTRES: return kScreenHeightPx;
     default: return ::GetDeviceCaps(context, index);
     }
 }

@@ -13,7 +13,7 @@ inline constexpr std::size_t kRowTextUnits = 100;
 inline constexpr std::int32_t kPlayListRowState = 4;
 inline constexpr std::int32_t kCardSongRowState = 0;
 
-// A row as the list control takes it. It is one record of the control's, so its layout stays.
+// A row as the list control takes it: the control's own record, of a fixed layout.
 struct SongListRow {
     WCHAR label[kRowTextUnits]; // "1 song.mp3"
     WCHAR time[kRowTextUnits];

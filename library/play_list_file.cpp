@@ -9,7 +9,7 @@
 
 namespace {
 
-// Written whole before it takes the place of the list, so that a full disk or power gone never costs the old one.
+// Written whole before it takes the place of the list: neither a full disk nor a power loss costs the old list.
 constexpr const WCHAR* kUnfinishedFile = TEXT("\\Windows\\play_list.new");
 constexpr WCHAR kSeparator = TEXT('$');
 constexpr WCHAR kRecordEnd = 0x0A0D; // the bytes 0D 0A

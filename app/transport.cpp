@@ -10,6 +10,8 @@
 #include "library/card_presence.h"
 #include "library/display_texts.h"
 #include "library/media_scan.h"
+#include "library/song_list_rows.h"
+#include "library/song_title.h"
 #include "playback/media_player.h"
 
 namespace {

@@ -1,6 +1,7 @@
 #include "library/play_list_file.h"
 
 #include "library/card_presence.h"
+#include "library/display_texts.h"
 #include "library/song_list.h"
 
 #include <algorithm>
@@ -64,12 +65,6 @@ private:
     std::string m_block;
     bool m_isWhole = true;
 };
-
-void AppendNumber(WString& text, std::int64_t number)
-{
-    for (const char digit : std::to_string(number))
-        text += static_cast<WCHAR>(digit);
-}
 
 // A negative duration comes from the list itself and goes back as it is.
 std::int64_t WrittenSeconds(const MediaFileEntry& entry)
@@ -152,11 +147,10 @@ bool TakeField(WStringView& text, WStringView& field)
 
 WString PlayListRecordText(std::int32_t number, const MediaFileEntry& entry)
 {
-    WString text;
-    AppendNumber(text, static_cast<std::uint32_t>(number));
+    WString text = DecimalText(static_cast<std::uint32_t>(number));
     ((text += kSeparator) += entry.fileName) += kSeparator;
     (text += entry.folder) += kSeparator;
-    AppendNumber(text, WrittenSeconds(entry));
+    text += DecimalText(WrittenSeconds(entry));
     return text;
 }
 

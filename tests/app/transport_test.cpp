@@ -2,7 +2,7 @@
 #include "app/title_ticker.h"
 #include "controls/player_buttons.h"
 #include "controls/seek_slider.h"
-#include "library/display_texts.h"
+#include "library/song_list_rows.h"
 #include "tests/app/player_fixture.h"
 
 using namespace cardsong::test;

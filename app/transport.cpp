@@ -11,6 +11,8 @@
 #include "app/title_ticker.h"
 #include "library/card_presence.h"
 #include "library/display_texts.h"
+#include "library/song_list_rows.h"
+#include "library/song_title.h"
 #include "playback/media_player.h"
 
 namespace {

@@ -8,8 +8,8 @@ namespace {
 constexpr std::int64_t kLeastCapacity = 1024;
 constexpr std::int64_t kMostCapacity = std::int64_t{ 1 } << 30; // the last double that 32 bits hold
 
-// The rule for one change of the count, whatever it brings; only a bulk of more items than that gives room for takes
-// further doubles.
+// A change of the count doubles the capacity once, halves it once or leaves it. It doubles again only while the new
+// items do not fit.
 std::int64_t WantedCapacity(std::int64_t capacity, std::int64_t newCount)
 {
     if (newCount < capacity / 2 && newCount >= capacity / 4)
@@ -167,7 +167,7 @@ CPtrArrayCtrl& CPtrArrayCtrl::operator+=(const CPtrArrayCtrl& other) noexcept
     return *this;
 }
 
-// Called with the count that an insertion will result in, and with the count that a removal did result in.
+// `newCount`: the count after an insertion that is to come, or after a removal that is done.
 void CPtrArrayCtrl::OnSizeChange(std::int64_t newCount)
 {
     const std::int64_t wanted = WantedCapacity(m_capacity, newCount);

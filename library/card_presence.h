@@ -9,8 +9,8 @@
 // Whether the entry's path names something that is there.
 [[nodiscard]] bool IsSongThere(const MediaFileEntry& entry);
 
-// Whether the card of one list is there: it is when one of the list's songs is, and anything lies on the card. For one
-// command; asked often, it looks first for the song that it found last.
+// Whether the card of one list is there: anything lies on the card, and one of the list's songs is there. It lives for
+// one command, is asked often, and looks first for the song that it found last.
 class CardOfList {
 public:
     // `list`: borrowed; of MediaFileEntry*.

@@ -1,40 +1,15 @@
-// Turns library data into what the player shows: play times, rows of the song lists, titles, and their size on the
-// screen.
+// Play times and numbers as the player shows them, and the size of a text on the screen. Knows no song.
 #pragma once
-
-#include "containers/ptr_list_ctrl.h"
 
 #include "platform/ce.h"
 
 #include <cstdint>
-#include <span>
-
-inline constexpr std::size_t kRowTextUnits = 100;
-inline constexpr std::int32_t kPlayListRowState = 4;
-inline constexpr std::int32_t kCardSongRowState = 0;
-
-// A row as the list control takes it. It is one record of the control's, so its layout stays.
-struct SongListRow {
-    WCHAR label[kRowTextUnits]; // "1 song.mp3"
-    WCHAR time[kRowTextUnits];
-    std::int32_t state;
-    std::int32_t reserved;
-};
 
 // "--:--" for 0, "0:59", "1:00:00". Every call overwrites the one text that it returns.
 const WCHAR* FormatPlayTime(std::uint32_t seconds);
 
-// Makes the rows of a list of MediaFileEntry* anew, as those of the card's songs or of the play list. The rows of an
-// empty list stay as they were. More than 10,526,880 entries have no rows. The rows copy what they show: the list goes
-// on owning its entries, and nobody frees rows.
-void BuildSongListRows(const CPtrListCtrl& list, bool isCardList);
-
-// The rows last built, until they are built again.
-std::span<SongListRow> PlayListRows();
-std::span<SongListRow> CardSongRows();
+// "7", "-7": no leading zeros.
+WString DecimalText(std::int64_t number);
 
 // Of the whole text, in pixels; nothing for null.
 SIZE MeasureText(const WCHAR* text, HFONT font);
-
-// The title of a song under its number: "07.Yesterday", from its tag or else from its file name. Always 1.
-int GetSongDisplayTitle(const WCHAR* path, WString& title, std::uint32_t number);

@@ -2,6 +2,7 @@
 
 #include "common/kernel_handles.h"
 #include "library/card_presence.h"
+#include "library/display_texts.h"
 #include "library/song_list.h"
 
 #include <algorithm>
@@ -10,7 +11,7 @@
 
 namespace {
 
-// Written whole before it takes the place of the list, so that a full disk or power gone never costs the old one.
+// Written whole before it takes the place of the list: neither a full disk nor a power loss costs the old list.
 constexpr const WCHAR* kUnfinishedFile = TEXT("\\Windows\\play_list.new");
 constexpr WCHAR kSeparator = TEXT('$');
 constexpr WCHAR kRecordEnd = 0x0A0D; // the bytes 0D 0A
@@ -58,12 +59,6 @@ private:
     std::string m_block;
     bool m_isWhole = true;
 };
-
-void AppendNumber(WString& text, std::int64_t number)
-{
-    for (const char digit : std::to_string(number))
-        text += static_cast<WCHAR>(digit);
-}
 
 // A negative duration comes from the list itself and goes back as it is.
 std::int64_t WrittenSeconds(const MediaFileEntry& entry)
@@ -146,11 +141,10 @@ bool TakeField(WStringView& text, WStringView& field)
 
 WString PlayListRecordText(std::int32_t number, const MediaFileEntry& entry)
 {
-    WString text;
-    AppendNumber(text, static_cast<std::uint32_t>(number));
+    WString text = DecimalText(static_cast<std::uint32_t>(number));
     ((text += kSeparator) += entry.fileName) += kSeparator;
     (text += entry.folder) += kSeparator;
-    AppendNumber(text, WrittenSeconds(entry));
+    text += DecimalText(WrittenSeconds(entry));
     return text;
 }
 

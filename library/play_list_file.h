@@ -1,5 +1,5 @@
-// The form of "\Windows\play_list.txt", which keeps the play list over restarts. What is played is not its business,
-// nor which of the file's songs are kept: library/saved_play_list.h says that.
+// The form of "\Windows\play_list.txt", which keeps the play list over restarts. Which of the file's songs are kept is
+// the business of library/saved_play_list.h.
 #pragma once
 
 #include "library/media_entry.h"

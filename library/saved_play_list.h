@@ -16,10 +16,10 @@ class SavedPlayList {
 public:
     // Reads the file anew: appends to `list`, whose owner frees them, the songs that are there.
     void Load(CPtrListCtrl& list);
-    // Appends the kept songs that are there by now, in their order: their card has come back.
+    // Appends the kept songs that are there by now, in their order. Called when a card has come back.
     void TakeBack(CPtrListCtrl& list);
-    // Writes `list` and behind it what is kept of other cards. A list that is as it was loaded is not written: the file
-    // stays as it is, to the byte.
+    // Writes `list`, and behind it what is kept of other cards. A list that is as it was loaded is not written: the
+    // file stays the same to the byte.
     void Save(const CPtrListCtrl& list) const;
 
 private:

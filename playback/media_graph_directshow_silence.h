@@ -34,7 +34,7 @@ private:
     void OnEnd();
 
     OAFilterState m_state = State_Stopped;
-    std::mutex m_mutex; // of the two below, which the end reaches from a thread of its own
+    std::mutex m_mutex; // guards the two below: the end comes on a thread of its own
     HWND m_window;
     bool m_endWaits = false;
     SilentSecond m_second{ [this] { OnEnd(); } }; // last: it calls what stands above

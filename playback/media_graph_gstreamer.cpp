@@ -21,7 +21,7 @@ struct MediaGraph::Engine {
 
 namespace {
 
-// The program waits for it at its end, should it not have become ready by then; not for a sound server that hangs.
+// An engine that is not ready at the program's end is waited for, but not for a sound server that hangs.
 class WarmingUp {
 public:
     WarmingUp()

@@ -11,7 +11,7 @@ namespace cardsong::playback {
 
 namespace {
 
-// A new element; when it is not installed null, and the console is told what does not play for want of it.
+// A new element. Null when it is not installed: the console is then told what does not play for want of it.
 ElementPtr MakePart(const char* factory, const char* plugin, const char* what)
 {
     ElementPtr element = MakeElement(factory, plugin);
@@ -53,8 +53,8 @@ const char* DecoderFor(GstPad* pad)
     return factory;
 }
 
-// By the clock that keeps the time the song is over, but a sound server holds its last moment still: whoever stops at
-// the end must not cut it off.
+// A sound server still holds the last moment of a song that is over by the clock. Who stops at the end must not cut
+// that moment off, so the end is reported later.
 constexpr GstClockTime kLastMomentNs = 60 * GST_MSECOND;
 
 struct End {
@@ -79,8 +79,7 @@ void ReportEndSoon(const std::shared_ptr<GraphEvents>& events)
     gst_object_unref(clock);
 }
 
-// A demultiplexer that finds a licence, or a stream that no decoder is known for, says so by these. What a sink or a
-// card refuses, by an error of resources, says nothing of the song either.
+// Errors that are no fault of the song: it needs a licence or an unknown decoder, or a sink or the card refuses.
 bool IsBeyondTheMachine(GstMessage* message)
 {
     GError* error = nullptr;
@@ -117,7 +116,7 @@ void ForgetEvents(gpointer data)
     delete static_cast<std::shared_ptr<GraphEvents>*>(data);
 }
 
-// A sink takes its first buffer and keeps it until it may play; so the first sound is out when the second one comes.
+// A sink keeps its first buffer until it may play. So the first sound is out when the second buffer comes.
 void TraceFirstSound()
 {
     static std::atomic<int> s_buffers = 0;
@@ -128,7 +127,7 @@ void TraceFirstSound()
 // Announces what comes to the sink, before the sink gets it.
 GstPadProbeReturn SeeSound(GstPad*, GstPadProbeInfo*, gpointer data)
 {
-    (*static_cast<std::shared_ptr<GraphEvents>*>(data))->OnWaitForServer(true);
+    (*static_cast<std::shared_ptr<GraphEvents>*>(data))->OnWaitForServer();
     TraceFirstSound();
     return GST_PAD_PROBE_OK;
 }

@@ -11,10 +11,10 @@
 
 namespace cardsong::playback {
 
-// What a chain is built for. Without frames of its own it is an ASF song, which the demultiplexer reads by itself.
+// What a chain is built for.
 struct SongSource {
     std::string hostPath;
-    std::unique_ptr<MpegSong> mpeg;
+    std::unique_ptr<MpegSong> mpeg; // null: an ASF song, whose file the demultiplexer reads by itself
 };
 
 // The elements inside belong to the pipeline, which is taken down with the chain.
@@ -24,8 +24,8 @@ public:
         double volumeFactor = 1.0; // of the amplitude
         double side = 0.0;         // -1 (left only) to 1 (right only)
     };
-    // All but the sink. Null when a part is not installed; the console is told which package holds it. The song is not
-    // looked into any further: cue it. A chain serves once: not every demultiplexer starts afresh after it went back to
+    // All but the sink. Null when a part is not installed; the console is told which package holds it. Whether the song
+    // plays is known when it is cued. A chain serves once: not every demultiplexer starts afresh after it went back to
     // ready.
     static std::unique_ptr<Chain> Build(SongSource source, const Settings& settings,
                                         const std::shared_ptr<GraphEvents>& events);
@@ -33,7 +33,7 @@ public:
     Chain(const Chain&) = delete;
     Chain& operator=(const Chain&) = delete;
 
-    // Sinks ask their server what it takes. False when there is none, or when it takes no sound.
+    // Links the sink, which asks its server what sound it takes. False for a null sink, and when it takes none.
     bool Connect(ElementPtr sink);
 
     GstElement* Pipeline() const { return m_pipeline.get(); }
@@ -58,7 +58,7 @@ private:
     GstElement* m_volume = nullptr;
 };
 
-// Loads what most songs need, so that the first of them does not wait for it.
+// Loads what most songs need, so that the first song does not wait for it.
 void PreloadChain(const std::string& sinkName);
 
 } // namespace cardsong::playback

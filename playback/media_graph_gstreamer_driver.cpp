@@ -44,7 +44,7 @@ struct ChainDriver::Work {
     bool AwaitDone(std::unique_lock<std::mutex>& lock);
 
     const std::shared_ptr<GraphEvents> events;
-    std::mutex mutex; // guards all below, but the chain's insides
+    std::mutex mutex; // guards all below except what is inside the chain
     std::condition_variable changed;
     std::unique_ptr<Chain> chain; // null until it is built; gone at the end
     Wish wish;
@@ -185,9 +185,9 @@ void ChainDriver::Work::Cue(Start start)
         events->OnError();
         return;
     }
-    events->OnWaitForServer(true);
+    events->OnWaitForServer();
     const bool hasSink = built->Connect(OpenAudioSink(start.sinkName));
-    events->OnWaitForServer(false);
+    events->OnServerAnswered();
     Chain& cued = *built;
     {
         const std::lock_guard lock(mutex);
@@ -214,7 +214,7 @@ void ChainDriver::Work::Fulfil(const Wish& wished)
 {
     if (!chain || events->IsBroken())
         return;
-    // A song that is to sound first goes to its place, one that is to be still first is still.
+    // A song that is to run goes to its place first. One that is to pause pauses first.
     if (wished.state == GST_STATE_PAUSED)
         chain->SetState(GST_STATE_PAUSED);
     if (wished.place) {
@@ -225,7 +225,7 @@ void ChainDriver::Work::Fulfil(const Wish& wished)
         events->OnError();
 }
 
-// Without ACCURATE a demultiplexer may go to a place that it guessed, and report the one that it was asked for.
+// Without ACCURATE a demultiplexer may guess a place, and report that it is where it was asked to be.
 void ChainDriver::Work::Seek(const SongPlace& wished) const
 {
     const auto flags = static_cast<GstSeekFlags>(GST_SEEK_FLAG_FLUSH | GST_SEEK_FLAG_ACCURATE);

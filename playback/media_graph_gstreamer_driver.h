@@ -17,8 +17,8 @@ struct SongPlace {
     bool IsPlainStart() const { return seconds == 0.0 && !stopSeconds && rate == 1.0; }
 };
 
-// Called by one thread. A call returns when the chain has done what it asks for, or after kServerLimit; the chain then
-// does it as soon as the server answers, the last of several wishes. While one is late the next is not waited for.
+// Called by one thread. A call returns when the chain has done what it asks for, at the latest after kServerLimit. A
+// chain that is late does what was asked last, when the server answers; until then no call waits.
 class ChainDriver {
 public:
     struct Start {
@@ -27,7 +27,7 @@ public:
         Chain::Settings settings;
         SongPlace place;
     };
-    // Begins to build and to cue the chain. How that goes is told to `events`, which expect it.
+    // Begins to build and to cue the chain. `events`, which expect a cue, are told how it goes.
     ChainDriver(Start start, const std::shared_ptr<GraphEvents>& events);
     // Takes the chain down. A server that hangs keeps it, with its thread, until it answers.
     ~ChainDriver();
@@ -40,7 +40,7 @@ public:
     void GoTo(const SongPlace& place);
     void SetVolumeFactor(double factor);
 
-    // Nothing while the chain is on its way to what it was asked for, and where it does not know.
+    // Nothing while the chain is on its way to what was asked for, and nothing that it does not know.
     std::optional<double> PositionSeconds() const;
     std::optional<double> DurationSeconds() const;
 

@@ -123,12 +123,19 @@ void GraphEvents::OnCued()
     m_changed.notify_all();
 }
 
-void GraphEvents::OnWaitForServer(bool waits)
+void GraphEvents::OnWaitForServer()
 {
     const std::lock_guard lock(m_mutex);
-    if (waits && m_serverSince)
+    if (m_serverSince)
         return;
-    m_serverSince = waits ? std::optional(Clock::now()) : std::nullopt;
+    m_serverSince = Clock::now();
+    m_changed.notify_all();
+}
+
+void GraphEvents::OnServerAnswered()
+{
+    const std::lock_guard lock(m_mutex);
+    m_serverSince.reset();
     m_changed.notify_all();
 }
 
@@ -156,7 +163,7 @@ void GraphEvents::OnError()
     ReportBreakLocked();
 }
 
-// One notice for both: who takes events takes all.
+// Two events and one notice: who takes events takes all.
 void GraphEvents::ReportBreakLocked()
 {
     if (!m_running || m_endReported)

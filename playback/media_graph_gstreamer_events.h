@@ -12,13 +12,12 @@
 
 namespace cardsong::playback {
 
-// As long as a call on the window's thread waits for the sound server.
+// The longest that a call on the window's thread waits for the sound server.
 constexpr std::chrono::milliseconds kServerLimit{ 60 };
 
-// How long a call may wait for a cue: for the song's own bytes (one on a slow card that takes longer goes on cueing by
-// itself), and for the server.
+// How long a call waits for a cue. A song that takes longer, on a slow card, goes on cueing by itself.
 struct CueLimits {
-    std::chrono::milliseconds song{ 1500 };
+    std::chrono::milliseconds song{ 1500 }; // for the song's own bytes
     std::chrono::milliseconds server = kServerLimit;
 };
 
@@ -27,22 +26,23 @@ enum class CueResult { Ready, Failed, Late };
 class GraphEvents {
 public:
     // ---- the player's thread ----
-    // Null: nothing is posted once the call is back.
+    // Null: nothing is posted any more when the call is back.
     void SetWindow(HWND window);
     bool Take(long& code);
     void Clear();
-    // Clears, and an end that is still on its way is not reported either.
+    // Clears. An end that is still on its way is not reported any more.
     void Forget();
 
-    // To be said before each change after which the engine cues anew: it forgets how the last one went. A cue may take
-    // several steps: the song's beginning, and then the place where it is to go on.
+    // Said before each change after which the engine cues anew. What came of the last cue is forgotten. A cue has two
+    // steps where the song has to go on from its beginning to another place.
     void ExpectCue(int steps);
-    // A seek cues anew too, but leaves a broken song broken.
+    // Said before a seek, which cues anew too. A broken song stays broken.
     void ExpectCueAfterSeek();
     bool IsCueing() const;
-    // The server's limit runs from when the song's part is done: one that hangs must not hold up the window.
+    // The server's limit begins when the server is waited for: one that hangs must not hold up the window.
     CueResult AwaitCue(const CueLimits& limits = {});
-    // Whether no more than the last step is left; for a thread of the engine, which may wait for the server.
+    // Waits until only the last step is left. False for a broken song and after `limit`. It may wait for the server, so
+    // only a thread of the engine asks.
     bool AwaitLastStep(std::chrono::milliseconds limit);
     bool IsBroken() const;
     // Whether the song is music that this machine has no means to play.
@@ -52,11 +52,12 @@ public:
 
     // ---- any thread ----
     void OnCued();
-    // Whether what a cue waits for next is the sound server.
-    void OnWaitForServer(bool waits);
-    // To be said before the error that comes of it.
+    // The cue waits for the sound server from now on.
+    void OnWaitForServer();
+    void OnServerAnswered();
+    // Said before the error that comes of it.
     void OnBeyondTheMachine();
-    // An end that sounds a little later than it is known: it names the play that it ends, and counts only while that
+    // An end is known a little before it has sounded. It names the play that it ends, and counts only while that play
     // lasts.
     unsigned Play() const;
     void OnEnd(unsigned play);

@@ -14,7 +14,7 @@ namespace cardsong::playback {
 namespace {
 
 // GStreamer asks the environment whether to leave its registry alone. The answer is given before main, when no other
-// thread can be reading the environment, and lies in memory of ours, so that it can be taken back in place.
+// thread can be reading the environment. It lies in memory of ours, so that it can be taken back in place.
 char g_registrySwitch[] = "GST_REGISTRY_DISABLE=yes";
 
 const bool g_registryAnswered = std::getenv("GST_REGISTRY_DISABLE") == nullptr && putenv(g_registrySwitch) == 0;

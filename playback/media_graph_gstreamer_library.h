@@ -16,8 +16,8 @@ using ElementPtr = std::unique_ptr<GstElement, GstObjectDeleter>;
 // Once per process, however many ask; thread-safe. False when GStreamer cannot start.
 bool StartGstreamer();
 
-// A new element of `factory`, which the plugin file libgst<plugin>.so holds; null when it is not installed. `plugin`
-// null: any plugin, found by a look through all of them, which takes its time. Thread-safe. Owned by the caller.
+// A new element of `factory`, from the plugin file libgst<plugin>.so; null when it is not installed. `plugin` null:
+// from any plugin, found by a slow look through all of them. Thread-safe. Owned by the caller.
 ElementPtr MakeElement(const char* factory, const char* plugin);
 
 // The Debian package that holds a plugin.

@@ -45,7 +45,7 @@ gboolean IsSeekable(GstBaseSrc*)
     return TRUE;
 }
 
-// Frames that lie in front of the segment are there for the decoder, which keeps what it makes of them to itself.
+// Frames in front of the segment ready the decoder. It does not pass on the sound of them.
 gboolean DoSeek(GstBaseSrc* source, GstSegment* segment)
 {
     SongOf(source).GoTo(static_cast<double>(segment->start) / static_cast<double>(GST_SECOND));
@@ -56,13 +56,13 @@ gboolean DoSeek(GstBaseSrc* source, GstSegment* segment)
 
 gboolean Unlock(GstBaseSrc* source)
 {
-    SongOf(source).Cancel(true);
+    SongOf(source).Cancel();
     return TRUE;
 }
 
 gboolean UnlockStop(GstBaseSrc* source)
 {
-    SongOf(source).Cancel(false);
+    SongOf(source).TakeCancelBack();
     return TRUE;
 }
 

@@ -65,7 +65,7 @@ std::optional<Song::Look> Song::LookAt(const std::string& hostPath)
     return Look{ { hostPath, std::move(mpeg) }, seconds, false };
 }
 
-// Builds the chain and brings it to m_startSeconds. Without success there is no chain.
+// Builds the chain and brings it to m_startSeconds. A song that cannot be cued has no chain.
 RenderResult Song::Cue(Look look)
 {
     m_seconds = look.seconds;
@@ -86,7 +86,7 @@ RenderResult Song::Cue(Look look)
     return RenderResult::Ready;
 }
 
-// After it was stopped, or for a part that the chain does not have.
+// Builds the chain of a song that has none: it was stopped, or its chain lacked a part that it needs now.
 bool Song::CueAgain()
 {
     auto look = LookAt(m_hostPath);
@@ -151,7 +151,7 @@ bool Song::GoTo(double seconds)
 void Song::StopAt(double seconds)
 {
     m_stopSeconds = seconds;
-    m_untouched = false; // the next place to go to is to be sought even if the song is there
+    m_untouched = false; // the next GoTo seeks even if the song stands there
 }
 
 std::optional<double> Song::Duration()
@@ -185,7 +185,7 @@ bool Song::SetBalance(long balance)
     m_balance = balance;
     if (!changes || !m_driver)
         return true;
-    // The chain has no place for a balance until it needs one; so it is built again.
+    // A chain has no element for a balance that it was built without. So it is built again.
     DropChain();
     return m_state == GraphState::Stopped ? CueAgain() : EnterState(m_state);
 }
@@ -217,7 +217,7 @@ bool Song::Pause()
     if (!m_driver)
         return CueAgain();
     if (!m_untouched) {
-        Position(); // remembered, should the pause come late
+        Position(); // remembered: the pause may come late
         m_driver->Pause();
         m_isHeld = false;
     }
@@ -235,7 +235,7 @@ void Song::Stop()
 
 void Song::DropChain()
 {
-    Duration(); // remembered while the song is at rest
+    Duration(); // remembered: a song at rest has no chain to ask
     m_startSeconds = Position();
     m_lastPositionSeconds = m_startSeconds;
     m_events->SetRunning(false);

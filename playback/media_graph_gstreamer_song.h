@@ -15,20 +15,20 @@ enum class GraphState { Stopped, Paused, Running };
 
 enum class RenderResult { Ready, NoMusic, BeyondTheMachine };
 
-// The chain lives while the song is cued or plays. Rendering cues it at once, while the graph still counts as stopped,
-// since only a cue shows whether a song can be played; a song that was stopped has no chain and so holds neither file
-// nor sink. A song that this machine has no means to play is a second of silence, of unknown length.
+// The chain lives while the song is cued or plays. Rendering cues the song at once, for only a cue shows whether it can
+// be played; the graph still counts as stopped. A song that was stopped has no chain, and so holds neither file nor
+// sink. A song that this machine cannot play is a second of silence of unknown length.
 class Song {
 public:
     ~Song();
 
-    // Without music in the file the song is as before.
+    // A file without music leaves the song as it was.
     RenderResult Render(const std::string& hostPath);
     bool IsRendered() const { return !m_hostPath.empty(); }
     GraphEvents& Events() { return *m_events; }
 
     GraphState State() const { return m_state; }
-    // Without a rendered file the state changes alone. False when the song proves broken on the way.
+    // Without a rendered file only the state changes. False when the song turns out to be broken.
     bool EnterState(GraphState state);
 
     // Seconds. A place past the end is the end.
@@ -36,7 +36,7 @@ public:
     bool GoTo(double seconds);
     void StopAt(double seconds);
     std::optional<double> StopPosition() const { return m_stopSeconds; }
-    // Nothing while it is not known, as it never is where the machine cannot play the song.
+    // Nothing while it is not known, and never known for a song that this machine cannot play.
     std::optional<double> Duration();
     bool SetRate(double rate);
     double Rate() const { return m_rate; }
@@ -75,8 +75,8 @@ private:
     double m_rate = 1.0;
     long m_volume = 0;
     long m_balance = 0;
-    double m_lastPositionSeconds = 0.0; // what to answer while the chain knows none
-    bool m_isHeld = false;              // and while it stands still, which each tick of a timer would ask anew
+    double m_lastPositionSeconds = 0.0; // the answer while the chain knows none
+    bool m_isHeld = false;              // the song stands still there: the chain need not be asked again
     std::optional<double> m_seconds;    // the song's length
 };
 

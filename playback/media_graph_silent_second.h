@@ -48,8 +48,8 @@ private:
 // Stands at its beginning, stopped, when made. Every call may come from any thread but from within `onEnd`.
 class SilentSecond {
 public:
-    // `onEnd` is called on a thread of this object's own, once for each run through the end; never after a call that
-    // makes the end obsolete (Pause, Stop, GoTo, the destructor) is back. It must not call this object, nor wait for a
+    // `onEnd` is called on a thread of this object's own, once for each run through the end. Once Pause, Stop, GoTo or
+    // the destructor is back, an end before it is not told any more. `onEnd` must not call this object, nor wait for a
     // thread that does.
     explicit SilentSecond(std::function<void()> onEnd);
     ~SilentSecond();

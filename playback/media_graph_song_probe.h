@@ -1,6 +1,5 @@
-// A look at a file before an engine gets it: what kind of song it is, if any. An engine that is left to find out by
-// itself searches the whole file for a first frame, and needs minutes for one full of half-valid sync words. Knows no
-// engine.
+// A look at a file before an engine gets it: what kind of song it is, if any. An engine would search the whole file for
+// a first frame, for minutes where it is full of half-valid sync words. Knows no engine.
 #pragma once
 
 #include <filesystem>

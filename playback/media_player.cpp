@@ -25,7 +25,7 @@ int MediaPlayer::Open()
     if (!graph->Init())
         return PLAYER_ERR_OPEN;
     m_graph = std::move(graph);
-    // What cannot be rendered stays open: the window meets it as a song without length, or of unknown length.
+    // A graph that could not be rendered stays open. To the window it is a song without length, or of unknown length.
     m_graph->RenderFile(m_path);
     m_graph->SetVolume(kInitialVolume);
     m_graph->Pause();

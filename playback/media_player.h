@@ -28,8 +28,8 @@ public:
     MediaPlayer(const MediaPlayer&) = delete;
     MediaPlayer& operator=(const MediaPlayer&) = delete;
 
-    // Opens the stored path, cued at its beginning. A file in which nothing is music opens all the same, with a length
-    // of 0 and no end; a song that this machine cannot play too, as one silent second whose length is not known.
+    // Opens the stored path, cued at its beginning. A file without music opens too, with a length of 0 and no end. So
+    // does a song that this machine cannot play, as one silent second of unknown length.
     int Open();
     // Neither the state nor the progress timer changes.
     void Close();
@@ -39,7 +39,7 @@ public:
     int OpenAndPlay(const WCHAR* path, HWND window);
     int Play();
     int Pause();
-    // Back to the beginning, and no more timer; 0 on a closed player too, whose timer goes on.
+    // Goes back to the beginning and ends the timer. 0 on a closed player too, whose timer goes on.
     int Stop();
     int GetState() const { return m_state; }
     // Whether the file of that path is open.

@@ -9,9 +9,9 @@ namespace cardsong::playback {
 // As much of a frame as is looked at.
 inline constexpr std::size_t kCheckedFrameBytes = 72;
 
-// Whether an encoder could have written `start`, the first bytes of a frame with this header (`word` and what it says;
-// frameBytes is not 0): no forbidden allocation in Layer I, no forbidden pairing of rate and mode in Layer II, and in
-// Layer III side information whose parts fit the frame (ISO/IEC 11172-3, 2.4.2; 13818-3).
+// Whether an encoder could have written `start`, the first bytes of a frame with this header: `word` and what it says,
+// of which frameBytes is not 0. Layer I has no forbidden allocation, Layer II no forbidden pairing of rate and mode,
+// and in Layer III the parts of the side information fit the frame (ISO/IEC 11172-3, 2.4.2; 13818-3).
 bool CouldBeEncoded(std::uint32_t word, const MpegHeader& header, Bytes start);
 
 } // namespace cardsong::playback

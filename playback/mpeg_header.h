@@ -1,6 +1,6 @@
 // What the four bytes in front of an MPEG audio frame say (ISO/IEC 11172-3, 13818-3; MPEG-2.5 as encoders extend it),
-// for every layer. The tags' reader has a stricter one of its own, with the device's own bit rates, which a song that
-// is to be played must not be cut by.
+// for every layer. The tags' reader has a stricter one with the device's own bit rates. Those must not cut a song that
+// is played.
 #pragma once
 
 #include <cstddef>

@@ -10,17 +10,18 @@ namespace cardsong::playback {
 
 namespace {
 
-// First a look that is enough for nearly every song, then the one that is as far as we go.
+// The first look is enough for nearly every song. The second is as far as we go.
 constexpr std::uint64_t kReaches[] = { 16 * 1024, 1024 * 1024 };
 
 // Frames of low bit rates borrow from up to nine in front of them (511 bytes, ISO/IEC 11172-3, 2.4.3.4), and a decoder
 // needs one more to overlap with.
 constexpr int kLeadFrames = 12;
 
-// Where the constancy of a bit rate is looked at, and how far the count of frames may go in a file that is no usual
-// song.
+// A bit rate that is the same in so many places of a song is constant.
 constexpr int kSpots = 24;
 constexpr std::size_t kSpotBytes = 4096;
+
+// Frames are counted so far: no usual song is longer.
 constexpr std::uint64_t kMostCountedBytes = 64 * 1024 * 1024;
 
 constexpr double kIndexSeconds = 5.0;
@@ -78,7 +79,7 @@ double MpegSong::MeasureSeconds()
     return CountSeconds();
 }
 
-// Exact, but for a file so long that it is no usual song: there the rest counts as what was seen.
+// Exact up to kMostCountedBytes. What lies behind counts as what was seen before it.
 double MpegSong::CountSeconds()
 {
     Place place = m_start;
@@ -121,8 +122,8 @@ std::optional<MpegSong::Frame> MpegSong::Next()
     return frame;
 }
 
-// Makes the place that of a frame, further on where there is none. Other kinds of frames may follow: some songs are
-// several in one file.
+// Moves the place to the next frame unless it is a frame's already. That frame may be of another kind: some files are
+// several songs joined.
 std::optional<MpegHeader> MpegSong::Settle(Place& place, std::uint64_t reach)
 {
     if (const auto header = FrameAt(*m_file, place.run, place.offset, m_sound.end))
@@ -141,7 +142,7 @@ void MpegSong::Pass(Place& place, const MpegHeader& header) const
     place.seconds += header.Seconds();
 }
 
-// Some encoders never pad a frame, so that the mean is not always what the bit rate makes of it.
+// Some encoders never pad a frame. So the mean is measured, not worked out from the bit rate.
 void MpegSong::MeasureConstancy()
 {
     m_constancyIsKnown = true;

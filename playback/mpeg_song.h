@@ -9,20 +9,20 @@
 
 namespace cardsong::playback {
 
-// Called by one thread, but for Cancel.
+// Called by one thread, except for the two calls that say so.
 class MpegSong {
 public:
     // Null when nothing in the file is MPEG audio: no run of frames within a megabyte behind the tags in front.
-    // The song's length is known from here on. What it takes to know it is a few dozen small reads, and a look at every
-    // frame's header where the bit rate varies and the song itself does not tell.
+    // Measures the song's length: a few dozen small reads, or a look at every frame's header where the bit rate varies
+    // and the song itself does not tell.
     static std::unique_ptr<MpegSong> Open(std::unique_ptr<SongFile> file);
 
     // Of the first frame.
     const MpegHeader& Header() const { return m_header; }
     double Seconds() const { return m_seconds; }
 
-    // The next frame is one a little before the place, so that a decoder has what frames borrow of those in front of
-    // them. A place past the end leaves no frame.
+    // The next frame is one a little before the place: frames borrow from those in front of them, and a decoder needs
+    // what they borrow. A place past the end leaves no frame.
     void GoTo(double seconds);
 
     struct Frame {
@@ -34,8 +34,10 @@ public:
     std::optional<Frame> Next();
     bool HasFailed() const { return m_file->HasFailed(); }
 
-    // Ends a search for the next frame, which may be long in a damaged file; from any thread, until it is taken back.
-    void Cancel(bool cancels) { m_isCancelled = cancels; }
+    // Ends a search for the next frame, which may be long in a damaged file, and every later one until it is taken
+    // back. From any thread.
+    void Cancel() { m_isCancelled = true; }
+    void TakeCancelBack() { m_isCancelled = false; }
     bool IsCancelled() const { return m_isCancelled; }
 
 private:

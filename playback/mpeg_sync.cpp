@@ -10,17 +10,17 @@ namespace cardsong::playback {
 namespace {
 
 constexpr int kProof = 3; // frames in a row
-// Of Layers I and II, whose frames hold less that can be wrong.
+// Frames of Layers I and II hold less that can be wrong, so they prove less.
 constexpr int kLongProof = 8;
 
 // Frames of a free bit rate are as long as the encoder likes. 640 kb/s, twice the highest of the table, at 32 kHz make
 // 2880 bytes.
 constexpr std::size_t kMostFreeBytes = 4096;
-// Each free header that is tried costs a look at so many places; a file full of them must not cost minutes.
+// Each free header that is tried costs a look at many places. A file full of them must not cost minutes.
 constexpr int kMostFreeTries = 200;
 
-// With a free bit rate an encoder writes all of the header alike but padding and the mode's extension: less of it
-// cannot be told from chance.
+// With a free bit rate all headers of an encoder are alike except for padding and the mode's extension. Headers that
+// agree in less may be chance.
 bool IsProofFor(std::uint32_t word, std::uint32_t other)
 {
     constexpr std::uint32_t kAlikeWhenFree = 0xFFFFFDCF;
@@ -73,8 +73,8 @@ bool IsProved(SongFile& file, const MpegRun& run, const ByteRange& range)
     return true;
 }
 
-// A frame of a free bit rate reaches to the next header of its kind; what is proved with one distance is tried with the
-// next.
+// A frame of a free bit rate reaches to the next header of its kind. Each distance to such a header is tried until one
+// is proved.
 bool FindFreeLength(SongFile& file, MpegRun& run, const ByteRange& range)
 {
     const unsigned padding = ParseMpegHeader(run.word)->paddingBytes;
@@ -98,8 +98,7 @@ bool BeginsRun(SongFile& file, MpegRun& run, const ByteRange& range, int& freeTr
         return false;
     if (header->bitsPerSecond != 0)
         return IsProved(file, run, range);
-    // Nobody writes the other layers with a free bit rate, and their headers are what stands in many a table of
-    // numbers.
+    // Nobody writes the other layers with a free bit rate. Many a table of numbers looks like their headers.
     return header->layer == 3 && freeTries-- > 0 && FindFreeLength(file, run, range);
 }
 

@@ -29,9 +29,9 @@ std::optional<std::uint32_t> WordAt(SongFile& file, std::uint64_t offset, std::u
 // The frame at `offset`, when it is of the run's kind and whole; its length is known then, with a free bit rate too.
 std::optional<MpegHeader> FrameAt(SongFile& file, const MpegRun& run, std::uint64_t offset, std::uint64_t end);
 
-// The first place from `from` on, and before `reach`, where three frames of one kind follow each other (of Layers I and
-// II: eight): one header is no proof, for two bytes in a few thousand look like one. Fewer are enough where a run fills
-// the range from its beginning, `range.begin`, to its end. Nothing when there is none, or when `isCancelled` became
+// The first place from `from` on, and before `reach`, where three frames of one kind follow each other; of Layers I and
+// II eight. One header is no proof: every few thousand bytes something looks like one. Fewer frames are enough where
+// they fill the range from `range.begin` to its end. Nothing when there is no such place, or when `isCancelled` became
 // true meanwhile.
 std::optional<MpegRun> FindMpegRun(SongFile& file, const ByteRange& range, std::uint64_t from, std::uint64_t reach,
                                    const std::atomic<bool>* isCancelled = nullptr);

@@ -9,11 +9,12 @@
 
 class BlockSource final : public ByteSource {
 public:
-    // `below` is borrowed. Its first block is read at once; its size is asked for only when that is not all of it.
+    // `below` is borrowed. Its first block is read at once. Its size is asked for only when that block is not all of
+    // it.
     explicit BlockSource(ByteSource& below);
 
     std::uint64_t SizeBytes() override;
-    // What a whole block would not hold is read past the blocks.
+    // More than a block can hold is read past the blocks.
     std::size_t ReadAt(std::uint64_t offset, std::span<std::byte> target) override;
 
 private:

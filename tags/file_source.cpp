@@ -5,7 +5,7 @@
 std::uint64_t FileSource::Stream::SizeBytes()
 {
     constexpr long kEndTagBytes = 128;
-    for (const long behindBytes : { kEndTagBytes, 0L }) { // at first to where the tag is that is read next
+    for (const long behindBytes : { kEndTagBytes, 0L }) { // the first goes to the tag that is read next
         const bool isThere = std::fseek(m_file, -behindBytes, SEEK_END) == 0;
         const long position = isThere ? std::ftell(m_file) : -1;
         if (position >= 0) {

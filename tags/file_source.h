@@ -17,7 +17,7 @@ public:
     }
 
 private:
-    // The file as it is, a call of the system for each read, and another where it does not go on from the one before.
+    // The file itself. Each read is a call of the system, and a second one where it does not follow the read before.
     class Stream final : public ByteSource {
     public:
         explicit Stream(std::FILE* file) : m_file(file) {}

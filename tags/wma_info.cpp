@@ -25,7 +25,7 @@ AsfId TakeId(ByteReader& reader)
     return id;
 }
 
-// A field that the object ends before, or within, keeps what it had.
+// A field that the object does not hold whole keeps its value.
 void ReadField(ByteReader& object, std::uint32_t& field)
 {
     const std::uint32_t value = object.U32Le();
@@ -62,7 +62,7 @@ bool ReadFileProperties(ByteReader object, WmaInfo& info)
     ReadField(object, info.prerollMsHigh);
     ReadField(object, info.flags);
     if (object.Ok())
-        SetDuration(info); // all that makes it has been read
+        SetDuration(info); // its parts have been read
     ReadField(object, info.leastPacketBytes);
     ReadField(object, info.mostPacketBytes);
     ReadField(object, info.mostBitRate);

@@ -514,7 +514,7 @@ TEST_F(SkinButtonTest, ACopySharesTheImagesAndOutlivesTheOriginals)
 
 TEST_F(SkinButtonTest, ACopyOfAButtonWithoutACaptionKeepsItsOwn)
 {
-    const UniqueBitmap background(LoadGifBitmap(m_normal.c_str()));
+    const UniqueBitmap background(LoadGifBitmap(m_skin.Plain("b.gif", 320, 240, kGreen).c_str()));
     const HBITMAP source = background.Get();
     ASSERT_TRUE(Create());
     SkinButton copy;

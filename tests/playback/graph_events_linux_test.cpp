@@ -126,7 +126,7 @@ TEST(GraphEvents, ServerThatHangsIsWaitedForNoLongerThanItsOwnLimit)
 {
     GraphEvents events;
     events.ExpectCue(1);
-    events.OnWaitForServer(true);
+    events.OnWaitForServer();
     EXPECT_EQ(events.AwaitCue({ kForEver, kNoTime }), CueResult::Late);
 }
 
@@ -134,8 +134,8 @@ TEST(GraphEvents, SongItselfIsWaitedForAgainOnceTheServerAnswered)
 {
     GraphEvents events;
     events.ExpectCue(1);
-    events.OnWaitForServer(true);
-    events.OnWaitForServer(false);
+    events.OnWaitForServer();
+    events.OnServerAnswered();
     EXPECT_EQ(events.AwaitCue({ kNoTime, kForEver }), CueResult::Late);
 }
 

@@ -212,9 +212,9 @@ TEST_F(MpegSongTest, CancelledSearchGivesNoFrameUntilItIsTakenBack)
 {
     const auto song = m_files.OpenSong(Frames(kMpeg1Layer3, 5) + std::string(30000, 'x') + Frames(kMpeg1Layer3, 5));
     ASSERT_NE(song, nullptr);
-    song->Cancel(true);
+    song->Cancel();
     EXPECT_EQ(Starts(*song).size(), 5U);
-    song->Cancel(false);
+    song->TakeCancelBack();
     EXPECT_EQ(Starts(*song).size(), 5U);
 }
 

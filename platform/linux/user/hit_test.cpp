@@ -1,5 +1,7 @@
 #include "platform/linux/user/hit_test.h"
 
+#include <algorithm>
+
 namespace cardsong::user {
 
 namespace {
@@ -30,13 +32,16 @@ Target TargetOf(HWND window)
 }
 
 // Asks the windows under the point, from the top, until one does not call itself transparent.
-Target HitTest(const std::shared_ptr<ThreadQueue>& self, POINT at)
+Target HitTest(const std::shared_ptr<ThreadQueue>& self, POINT at, HWND first)
 {
     std::vector<HWND> hits;
     {
         LockedDesktop desktop;
         ListHits(*desktop->root, at, hits);
     }
+    const auto found = std::find(hits.begin(), hits.end(), first);
+    if (found != hits.end())
+        hits.erase(hits.begin(), found);
     for (HWND window : hits) {
         const auto target = TargetOf(window);
         if (target.window == nullptr)

@@ -15,7 +15,7 @@ struct Target {
 // The window of that handle; none when it is gone.
 Target TargetOf(HWND window);
 // The window under the point (screen pixels), as far as the calling thread, whose queue is `self`, can tell: a window
-// of another thread is found, but not asked whether it is transparent.
-Target HitTest(const std::shared_ptr<ThreadQueue>& self, POINT at);
+// of another thread is found, but not asked whether it is transparent. Looks from `first` (null: the topmost) down.
+Target HitTest(const std::shared_ptr<ThreadQueue>& self, POINT at, HWND first);
 
 } // namespace cardsong::user

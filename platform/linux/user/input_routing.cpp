@@ -39,7 +39,7 @@ Target FindTarget(const std::shared_ptr<ThreadQueue>& queue, const InputEvent& e
     }
     if (window != nullptr || event.IsKey())
         return TargetOf(window);
-    return HitTest(queue, event.at);
+    return HitTest(queue, event.at, event.handedTo);
 }
 
 bool RemoveEvent(ThreadQueue& queue, std::uint64_t number)
@@ -58,7 +58,8 @@ void PassOn(ThreadQueue& queue, const InputEvent& event, const Target& target)
         return;
     auto& input = target.queue->input;
     const auto isEarlier = [](const InputEvent& a, const InputEvent& b) { return a.number < b.number; };
-    input.insert(std::upper_bound(input.begin(), input.end(), event, isEarlier), event);
+    const auto place = input.insert(std::upper_bound(input.begin(), input.end(), event, isEarlier), event);
+    place->handedTo = target.window;
     if (desktop->pointerDown && !event.IsKey())
         desktop->pointerQueue = target.queue;
     Notify(*target.queue);

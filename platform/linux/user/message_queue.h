@@ -48,6 +48,7 @@ struct InputEvent {
     bool wasDown = false; // the key, before this
     bool isPointerDown = false;
     std::uint64_t timeMs = 0;
+    HWND handedTo = nullptr; // another thread found this window under the pointer; those above it let the event through
 
     bool IsKey() const { return kind == InputKind::KeyDown || kind == InputKind::KeyUp; }
 };

@@ -155,6 +155,21 @@ TEST(GdiBitmaps, ACompatibleBitmapNeedsALivingContext)
     EXPECT_EQ(CreateCompatibleBitmap(nullptr, 4, 4), nullptr);
 }
 
+TEST(GdiBitmaps, AContextThatGetsItsFirstBitmapBackIsOnePixelLargeAgain)
+{
+    Canvas canvas(2, 2);
+    const HDC context = CreateCompatibleDC(nullptr);
+    const HBITMAP bitmap = CreateCompatibleBitmap(canvas.Dc(), 2, 2);
+    const HGDIOBJ first = SelectObject(context, bitmap);
+    EXPECT_NE(GetPixel(context, 1, 1), CLR_INVALID);
+    SelectObject(context, first);
+    EXPECT_NE(GetPixel(context, 0, 0), CLR_INVALID);
+    EXPECT_EQ(GetPixel(context, 1, 0), CLR_INVALID);
+    EXPECT_EQ(GetPixel(context, 0, 1), CLR_INVALID);
+    DeleteDC(context);
+    DeleteObject(bitmap);
+}
+
 TEST(GdiBitmaps, GetPixelOutsideIsInvalid)
 {
     Canvas canvas(2, 2);

@@ -47,6 +47,14 @@ TEST(BitBlt, MovesPixelsWithinOneSurface)
     EXPECT_EQ(canvas.Pixels(), (Words{ 1, 2, 3, 3 }));
 }
 
+TEST(BitBlt, MovesPixelsWithinASurfaceWhoseRowsArePadded)
+{
+    Canvas canvas(3, 2);
+    canvas.Set({ 1, 2, 3, 4, 5, 6 });
+    EXPECT_TRUE(BitBlt(canvas.Dc(), 1, 0, 2, 2, canvas.Dc(), 0, 0, SRCCOPY));
+    EXPECT_EQ(canvas.Pixels(), (Words{ 1, 1, 2, 4, 4, 5 }));
+}
+
 TEST(BitBlt, OfAnEmptyRectangleDoesNothing)
 {
     Canvas source(1, 1);

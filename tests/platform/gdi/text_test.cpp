@@ -54,6 +54,14 @@ TEST_F(Text, AFontOfNegativeHeightHasThatEm)
     EXPECT_EQ(metrics.tmHeight, metrics.tmAscent + metrics.tmDescent);
 }
 
+TEST_F(Text, AnAverageCharacterIsNarrowerThanTheWidest)
+{
+    TEXTMETRICW metrics{};
+    ASSERT_TRUE(GetTextMetricsW(Dc(), &metrics));
+    EXPECT_GT(metrics.tmAveCharWidth, 0);
+    EXPECT_LT(metrics.tmAveCharWidth, metrics.tmMaxCharWidth);
+}
+
 TEST_F(Text, AFontOfPositiveHeightHasThatLine)
 {
     LOGFONTW description{};
@@ -111,7 +119,9 @@ TEST_F(Text, ACountOfMinusOneHasNoExtent)
 TEST_F(Text, NoCharactersHaveNoExtent)
 {
     SIZE size = { 9, 9 };
-    EXPECT_TRUE(GetTextExtentExPointW(Dc(), TEXT("abc"), 0, 0, nullptr, nullptr, &size));
+    int fit = 9;
+    EXPECT_TRUE(GetTextExtentExPointW(Dc(), TEXT("abc"), 0, 0, &fit, nullptr, &size));
+    EXPECT_EQ(fit, 0);
     EXPECT_EQ(size.cx, 0);
     EXPECT_EQ(size.cy, 0);
 }
@@ -317,6 +327,15 @@ TEST_F(Text, AMarkUnderlinesTheNextCharacter)
     EXPECT_GT(m_canvas.Drawn(kGround).bottom, plain.bottom);
 }
 
+TEST_F(Text, AMarkUnderlinesItsCharacterOnAnyLine)
+{
+    Draw(TEXT("HH\nHH"), { 0, 0, 200, 100 }, 0);
+    const RECT plain = m_canvas.Drawn(kGround);
+    m_canvas.Fill(kGround);
+    Draw(TEXT("HH\nH&H"), { 0, 0, 200, 100 }, 0);
+    EXPECT_GT(m_canvas.Drawn(kGround).bottom, plain.bottom);
+}
+
 TEST_F(Text, AnEllipsisKeepsTheTextInItsWidth)
 {
     const WString text = TEXT("WWWWWWWWWWWW");
@@ -406,6 +425,25 @@ TEST_F(Text, ASurrogatePairIsOneCharacter)
     ASSERT_TRUE(GetTextExtentExPointW(Dc(), pair.c_str(), 2, -1, &fit, extents, &size));
     EXPECT_EQ(fit, 2);
     EXPECT_EQ(extents[1], size.cx);
+    EXPECT_LE(size.cx, 24 * 3 / 2); // two would be wider
+}
+
+TEST_F(Text, AHalfOfAPairTakesNoNeighbourWithIt)
+{
+    const WString high = { static_cast<WCHAR>(0xD840) };
+    const WString low = { static_cast<WCHAR>(0xDC0B) };
+    EXPECT_EQ(Width(high + TEXT("x")), Width(high) + Width(TEXT("x")));
+    EXPECT_EQ(Width(TEXT("x") + low), Width(TEXT("x")) + Width(low));
+    EXPECT_EQ(Width(low + high), Width(low) + Width(high));
+}
+
+TEST_F(Text, EveryVisibleCharacterOfAsciiIsDrawn)
+{
+    for (WCHAR character = TEXT('!'); character <= TEXT('~'); ++character) {
+        m_canvas.Fill(kGround);
+        Draw(WString(1, character), { 0, 0, 200, 100 }, DT_SINGLELINE | DT_NOPREFIX);
+        EXPECT_GT(m_canvas.Drawn(kGround).right, 0) << static_cast<int>(character);
+    }
 }
 
 TEST_F(Text, LoneSurrogatesAndControlsAreHarmless)

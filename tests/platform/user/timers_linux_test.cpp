@@ -194,4 +194,145 @@ TEST_F(TimerTest, AThreadThatWaitsInGetMessageWakesForItsTimer)
     driver.join();
 }
 
+TEST_F(TimerTest, ATickIsTakenFromTheWindowThatWasAskedFor)
+{
+    TestWindow other;
+    SetTimer(*m_window, 1, 100, nullptr);
+    SetTimer(other, 2, 200, nullptr);
+    m_clock.Advance(300);
+    MSG message{};
+    ASSERT_TRUE(PeekMessageW(&message, other, 0, 0, PM_REMOVE));
+    EXPECT_EQ(message.wParam, 2U);
+    EXPECT_EQ(message.hwnd, static_cast<HWND>(other));
+    EXPECT_FALSE(PeekMessageW(&message, other, 0, 0, PM_REMOVE));
+    EXPECT_FALSE(PeekMessageW(&message, nullptr, WM_USER, WM_USER + 9, PM_REMOVE));
+    EXPECT_TRUE(PeekMessageW(&message, *m_window, 0, 0, PM_REMOVE));
+}
+
+TEST_F(TimerTest, AWaitForOneWindowIsNotEndedByTheTimerOfAnother)
+{
+    TestWindow other;
+    SetTimer(*m_window, 1, 100, nullptr);
+    SetTimer(other, 2, 300, nullptr);
+    const auto startMs = m_clock.NowMs();
+    std::thread driver([this] {
+        m_clock.Advance(100);
+        m_clock.Advance(200);
+    });
+    MSG message{};
+    EXPECT_EQ(GetMessageW(&message, other, 0, 0), TRUE);
+    EXPECT_EQ(message.wParam, 2U);
+    EXPECT_EQ(m_clock.NowMs() - startMs, 300U);
+    driver.join();
+}
+
+TEST_F(TimerTest, AnotherTickIsDueOnePeriodAfterTheLast)
+{
+    SetTimer(*m_window, 1, 30, nullptr);
+    std::vector<std::uint64_t> at;
+    const auto startMs = m_clock.NowMs();
+    for (int i = 0; i < 100; ++i) {
+        const int before = Ticks();
+        Advance(1);
+        if (Ticks() != before)
+            at.push_back(m_clock.NowMs() - startMs);
+    }
+    EXPECT_EQ(at, (std::vector<std::uint64_t>{ 30, 60, 90 }));
+}
+
+TEST_F(TimerTest, ThePeriodIsTenMillisecondsAtLeast)
+{
+    SetTimer(*m_window, 1, 9, nullptr);
+    SetTimer(*m_window, 2, 11, nullptr);
+    Advance(10);
+    ASSERT_EQ(Ticks(), 1);
+    EXPECT_EQ(m_window->Last(WM_TIMER)->wParam, 1U);
+    Advance(1);
+    EXPECT_EQ(Ticks(), 2);
+}
+
+TEST_F(TimerTest, ThePeriodIsTwentyFourDaysAtMost)
+{
+    SetTimer(*m_window, 1, 0xFFFFFFFF, nullptr);
+    Advance(0x7FFFFFFE);
+    EXPECT_EQ(Ticks(), 0);
+    Advance(1);
+    EXPECT_EQ(Ticks(), 1);
+}
+
+TEST_F(TimerTest, SettingATimerAnswersWithItsIdAndOneForTheIdZero)
+{
+    EXPECT_EQ(SetTimer(*m_window, 31, 100, nullptr), 31U);
+    EXPECT_EQ(SetTimer(*m_window, 0, 100, nullptr), 1U);
+    Advance(100);
+    EXPECT_EQ(Ticks(), 2);
+}
+
+HWND g_tickWindow = nullptr;
+UINT g_tickMessage = 0;
+DWORD g_tickTime = 0;
+
+void CALLBACK RememberTick(HWND window, UINT message, UINT_PTR, DWORD time)
+{
+    g_tickWindow = window;
+    g_tickMessage = message;
+    g_tickTime = time;
+}
+
+TEST_F(TimerTest, AProcedureIsToldTheWindowTheMessageAndTheTime)
+{
+    SetTimer(*m_window, 31, 100, RememberTick);
+    Advance(100);
+    EXPECT_EQ(g_tickWindow, static_cast<HWND>(*m_window));
+    EXPECT_EQ(g_tickMessage, WM_TIMER);
+    EXPECT_EQ(g_tickTime, GetTickCount());
+}
+
+TEST_F(TimerTest, SettingATimerAgainReplacesItsProcedure)
+{
+    SetTimer(*m_window, 1, 100, RememberTick);
+    SetTimer(*m_window, 1, 100, nullptr);
+    Advance(100);
+    EXPECT_EQ(Ticks(), 1);
+    EXPECT_EQ(m_window->Last(WM_TIMER)->lParam, 0);
+}
+
+TEST_F(TimerTest, KillingWhatIsNoTimerIsAnError)
+{
+    SetLastError(0);
+    EXPECT_FALSE(KillTimer(*m_window, 77));
+    EXPECT_EQ(GetLastError(), static_cast<DWORD>(ERROR_INVALID_PARAMETER));
+    SetTimer(*m_window, 77, 100, nullptr);
+    SetLastError(0);
+    EXPECT_TRUE(KillTimer(*m_window, 77));
+    EXPECT_EQ(GetLastError(), 0U);
+}
+
+TEST_F(TimerTest, TimersThatAreMoreThanTenMillisecondsApartWakeTheThreadEach)
+{
+    SetTimer(*m_window, 1, 100, nullptr);
+    SetTimer(*m_window, 2, 111, nullptr);
+    const auto startMs = m_clock.NowMs();
+    std::thread driver([this] { m_clock.Advance(100); });
+    MSG message{};
+    EXPECT_EQ(GetMessageW(&message, nullptr, WM_TIMER, WM_TIMER), TRUE);
+    EXPECT_EQ(message.wParam, 1U);
+    EXPECT_EQ(m_clock.NowMs() - startMs, 100U);
+    driver.join();
+    EXPECT_FALSE(PeekMessageW(&message, nullptr, WM_TIMER, WM_TIMER, PM_REMOVE));
+}
+
+TEST_F(TimerTest, AWaitForOtherMessagesIsNotEndedByATimer)
+{
+    SetTimer(*m_window, 1, 100, nullptr);
+    m_clock.Advance(500);
+    const HWND window = *m_window;
+    std::thread poster([window] { PostMessageW(window, WM_USER, 0, 0); });
+    MSG message{};
+    EXPECT_EQ(GetMessageW(&message, nullptr, WM_USER, WM_USER), TRUE);
+    EXPECT_EQ(message.message, WM_USER);
+    poster.join();
+    EXPECT_TRUE(PeekMessageW(&message, nullptr, WM_TIMER, WM_TIMER, PM_REMOVE));
+}
+
 } // namespace

@@ -139,7 +139,7 @@ TEST(WindowLifetime, AFailedBirthLeavesTheClassFree)
         TestWindow window;
         dead = window;
     }
-    for (const DWORD style : { WS_CHILD, WS_POPUP }) {
+    for (const DWORD style : { DWORD{ WS_CHILD }, DWORD{ WS_POPUP } }) {
         SetLastError(0);
         EXPECT_EQ(CreateWindowExW(0, TEXT("FreeAgain"), nullptr, style, 0, 0, 1, 1, dead, nullptr, nullptr, nullptr),
                   nullptr);

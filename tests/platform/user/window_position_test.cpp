@@ -99,6 +99,7 @@ TEST(WindowPosition, FlagsKeepPlaceAndSize)
     SetWindowPos(window, nullptr, 1, 2, 99, 99, SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
     EXPECT_EQ(PlaceOf(window), (RECT{ 1, 2, 31, 42 }));
     EXPECT_EQ(window.changed.x, 1);
+    EXPECT_EQ(window.changed.y, 2);
     EXPECT_EQ(window.changed.cx, 30);
     EXPECT_EQ(window.changed.cy, 40);
 }
@@ -294,6 +295,19 @@ TEST(WindowPosition, AWindowThatIsShownOwesItselfWholeWithItsChildren)
     ShowWindow(window, SW_SHOWNA);
     EXPECT_EQ(UpdateOf(window), (RECT{ 0, 0, 50, 40 }));
     EXPECT_EQ(UpdateOf(child), (RECT{ 0, 0, 10, 10 }));
+}
+
+TEST(WindowPosition, TheWindowIsToldThePlaceAndTheSizeThatItKeeps)
+{
+    PositionedWindow window;
+    SetWindowPos(window, nullptr, 5, 6, 70, 80, SWP_NOZORDER | SWP_NOACTIVATE);
+    SetWindowPos(window, nullptr, 0, 0, 0, 0, kStay | SWP_SHOWWINDOW);
+    for (const WINDOWPOS& told : { window.changing, window.changed }) {
+        EXPECT_EQ(told.x, 5);
+        EXPECT_EQ(told.y, 6);
+        EXPECT_EQ(told.cx, 70);
+        EXPECT_EQ(told.cy, 80);
+    }
 }
 
 } // namespace

@@ -225,8 +225,6 @@ bool AnswerState(HWND button, UINT message, WPARAM wParam, LPARAM lParam, LRESUL
     switch (message) {
     case BM_SETSTATE: SetPushed(button, wParam != 0); return true;
     case BM_GETSTATE: result = ControlState(button) & kPublicStates; return true;
-    case BM_SETCHECK: return true; // neither kind of button has a check mark
-    case BM_GETCHECK: return true;
     case BM_SETSTYLE: SetType(button, wParam, LOWORD(static_cast<ULONG_PTR>(lParam)) != 0); return true;
     case BM_CLICK: Click(button); return true;
     case WM_GETDLGCODE: result = DialogCode(button); return true;

@@ -73,9 +73,9 @@ bool BecomeDialog(HWND window, HFONT font, DLGPROC procedure)
 
 bool MakeControl(HWND dialog, const ControlTemplate& source, HINSTANCE instance, HFONT font)
 {
-    // Creation data is handed over with its size in front of it, as the resource holds it.
+    // Creation data is handed over as the template holds it: with its size, which does not count itself, in front.
     std::vector<std::byte> data(sizeof(WORD) + source.creationData.size());
-    const auto sizeBytes = static_cast<WORD>(data.size());
+    const auto sizeBytes = static_cast<WORD>(source.creationData.size());
     data[0] = static_cast<std::byte>(sizeBytes & 0xFF);
     data[1] = static_cast<std::byte>(sizeBytes >> 8);
     std::copy(source.creationData.begin(), source.creationData.end(), data.begin() + sizeof(WORD));

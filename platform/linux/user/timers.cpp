@@ -35,7 +35,7 @@ UINT_PTR FreeId(ThreadQueue& queue)
 
 std::optional<MSG> TakeDueTick(const Desktop& desktop, ThreadQueue& queue, const MessageFilter& filter)
 {
-    if (queue.timers.empty() || !filter.AllowsMessage(WM_TIMER))
+    if (!filter.AllowsMessage(WM_TIMER))
         return std::nullopt;
     const auto nowMs = kernel::CurrentClock().NowMs();
     Timer* first = nullptr;

@@ -103,8 +103,6 @@ void InvalidateTree(Desktop& desktop, WindowRecord& record, const Region& area, 
     if (!ReachesChildren(record, reach))
         return;
     for (WindowRecord* child : record.children) {
-        if (!child->Has(WS_VISIBLE))
-            continue;
         Region part = area;
         part.Intersect(ClipRegion(desktop, *child));
         InvalidateTree(desktop, *child, part, erase, reach);

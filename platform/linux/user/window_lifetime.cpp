@@ -171,31 +171,26 @@ void HideForDestroying(HWND window, bool isChild)
                      SWP_NOMOVE | SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE | SWP_HIDEWINDOW);
 }
 
-// Sends the messages of a birth. False when the window's procedure refused it.
-bool Announce(HWND window, CREATESTRUCTW& description)
+// Sends the messages of a birth. The window is gone afterwards if its procedure refused it.
+void Announce(HWND window, CREATESTRUCTW& description)
 {
     const auto parameter = reinterpret_cast<LPARAM>(&description);
     if (SendMessageW(window, WM_NCCREATE, 0, parameter) == 0) {
         RemoveWindow(window);
-        return false;
+        return;
     }
-    if (SendMessageW(window, WM_CREATE, 0, parameter) == -1) {
+    if (SendMessageW(window, WM_CREATE, 0, parameter) == -1)
         DestroyWindow(window);
-        return false;
-    }
     RECT rect{};
-    POINT corner{};
     {
         LockedDesktop desktop;
         const WindowRecord* const record = desktop->windows.Find(window);
         if (record == nullptr)
-            return false;
+            return;
         rect = record->rect;
-        corner = { rect.left, rect.top };
     }
     SendMessageW(window, WM_SIZE, SIZE_RESTORED, MAKELPARAM(rect.right - rect.left, rect.bottom - rect.top));
-    SendMessageW(window, WM_MOVE, 0, MAKELPARAM(corner.x, corner.y));
-    return IsWindow(window) != FALSE;
+    SendMessageW(window, WM_MOVE, 0, MAKELPARAM(rect.left, rect.top));
 }
 
 } // namespace
@@ -238,8 +233,9 @@ HWND CreateWindowExW(DWORD exStyle, LPCWSTR className, LPCWSTR text, DWORD style
     description.lpszClass = className;
     description.dwExStyle = exStyle;
     const HWND window = AddWindow(description);
-    if (window == nullptr || !Announce(window, description))
+    if (window == nullptr)
         return nullptr;
+    Announce(window, description);
     if ((style & WS_VISIBLE) != 0)
         ShowWindow(window, SW_SHOW);
     return IsWindow(window) != FALSE ? window : nullptr;

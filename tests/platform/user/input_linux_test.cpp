@@ -1103,4 +1103,51 @@ TEST_F(InputTest, AThreadInTheBackgroundMovesItsFocusWithoutTakingTheForeground)
     EXPECT_EQ(foreground, static_cast<HWND>(mine));
 }
 
+TEST_F(InputTest, AThreadInTheBackgroundGivesUpItsActiveWindowWithoutTheForeground)
+{
+    std::promise<void> ready;
+    std::promise<void> taken;
+    auto takenByMe = taken.get_future();
+    HWND given = nullptr;
+    HWND activeAfterHiding = nullptr;
+    HWND activeAfterGivingUp = nullptr;
+    HWND foreground = nullptr;
+    std::thread thread([&] {
+        TestWindow first(Shown());
+        TestWindow second(Shown());
+        ready.set_value();
+        takenByMe.wait();
+        PumpMessages();
+        SetActiveWindow(second);
+        ShowWindow(first, SW_HIDE); // neither active nor in the foreground
+        given = GetActiveWindow() == static_cast<HWND>(second) ? SetActiveWindow(nullptr) : nullptr;
+        activeAfterGivingUp = GetActiveWindow();
+        SetActiveWindow(second);
+        ShowWindow(second, SW_HIDE);
+        activeAfterHiding = GetActiveWindow();
+        foreground = GetForegroundWindow();
+    });
+    ready.get_future().wait();
+    TestWindow mine(Shown());
+    taken.set_value();
+    thread.join();
+    EXPECT_NE(given, nullptr);
+    EXPECT_EQ(activeAfterGivingUp, nullptr);
+    EXPECT_EQ(activeAfterHiding, nullptr);
+    EXPECT_EQ(foreground, static_cast<HWND>(mine));
+}
+
+TEST_F(InputTest, GivingUpTheActiveWindowGivesUpTheForeground)
+{
+    TestWindow window(Shown());
+    PumpMessages();
+    window.Forget();
+    EXPECT_EQ(SetActiveWindow(nullptr), static_cast<HWND>(window));
+    EXPECT_EQ(GetActiveWindow(), nullptr);
+    EXPECT_EQ(GetFocus(), nullptr);
+    EXPECT_EQ(GetForegroundWindow(), nullptr);
+    ASSERT_EQ(window.Count(WM_ACTIVATE), 1);
+    EXPECT_EQ(LOWORD(window.Last(WM_ACTIVATE)->wParam), WA_INACTIVE);
+}
+
 } // namespace

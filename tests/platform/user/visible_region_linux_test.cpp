@@ -416,4 +416,46 @@ TEST_F(VisibleRegionTest, AWindowOfNoParticularSizeFillsTheScreen)
     DestroyWindow(window);
 }
 
+TEST_F(VisibleRegionTest, AWindowOfWhichAnotherPartIsSeenOwesNothing)
+{
+    TestWindow below(Shown({ 0, 0, 50, 50 }));
+    PumpMessages();
+    TestWindow above(Shown({ 0, 0, 40, 60 }));
+    PumpMessages();
+    SetWindowPos(above, HWND_BOTTOM, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
+    PumpMessages();
+    const RECT left{ 0, 0, 40, 50 };
+    InvalidateRect(below, &left, FALSE);
+    SetWindowPos(above, HWND_TOP, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
+    below.Forget();
+    PumpMessages();
+    EXPECT_EQ(below.Count(WM_PAINT), 0);
+}
+
+TEST_F(VisibleRegionTest, AButtonThatGrowsIsPaintedWhole)
+{
+    TestWindow parent(Shown({ 0, 0, 100, 100 }));
+    const HWND button =
+        CreateWindowExW(0, u"button", nullptr, WS_CHILD | WS_VISIBLE, 0, 0, 20, 20, parent, nullptr, nullptr, nullptr);
+    RECT rect{};
+    for (const SIZE& size : { SIZE{ 30, 20 }, SIZE{ 30, 40 } }) {
+        PumpMessages();
+        SetWindowPos(button, nullptr, 0, 0, size.cx, size.cy, SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
+        GetUpdateRect(button, &rect, FALSE);
+        EXPECT_EQ(rect, (RECT{ 0, 0, size.cx, size.cy }));
+    }
+}
+
+TEST_F(VisibleRegionTest, AWindowThatGoesWhileItIsAskedForItsPlaceIsNotPlaced)
+{
+    TestWindow window(Shown({ 0, 0, 50, 50 }));
+    window.Handle([](HWND own, UINT message, WPARAM, LPARAM) -> std::optional<LRESULT> {
+        if (message == WM_WINDOWPOSCHANGING)
+            DestroyWindow(own);
+        return std::nullopt;
+    });
+    EXPECT_FALSE(SetWindowPos(window, nullptr, 1, 1, 9, 9, SWP_NOZORDER));
+    EXPECT_FALSE(IsWindow(window));
+}
+
 } // namespace

@@ -170,4 +170,18 @@ TEST(WindowQueries, AClassNameNeedsRoom)
     EXPECT_EQ(name[0], '#');
 }
 
+TEST(WindowQueries, AnswersOfYesAreTrueItself)
+{
+    TestWindow window;
+    const WNDENUMPROC goOn = [](HWND, LPARAM) -> BOOL { return TRUE; };
+    RECT rect{};
+    POINT point{};
+    EXPECT_EQ(EnumWindows(goOn, 0), TRUE);
+    EXPECT_EQ(GetWindowRect(window, &rect), TRUE);
+    EXPECT_EQ(GetClientRect(window, &rect), TRUE);
+    EXPECT_EQ(ClientToScreen(window, &point), TRUE);
+    EXPECT_EQ(ScreenToClient(window, &point), TRUE);
+    EXPECT_EQ(SendMessageW(window, WM_SETREDRAW, TRUE, 0), 0);
+}
+
 } // namespace

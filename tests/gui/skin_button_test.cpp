@@ -1,5 +1,6 @@
 #include "gui/skin_button.h"
 
+#include "common/rect.h"
 #include "tests/gui/skin_fixture.h"
 
 #include <gtest/gtest.h>
@@ -12,6 +13,15 @@ constexpr UINT kId = 77;
 constexpr RECT kPlace = { 30, 40, 50, 52 }; // 20 x 12
 constexpr RECT kItem = { 0, 0, 20, 12 };
 constexpr ButtonCaption kSquare = { TEXT("\u25A0"), 0, 12, RGB(255, 255, 255) };
+
+int CaptionWidth(HDC context, const WString& text)
+{
+    const UniqueFont font = CreateCaptionFont(context, 12);
+    const SelectedObject selected(context, font.Get());
+    RECT rect = {};
+    MeasureText(context, text.c_str(), rect);
+    return WidthOf(rect);
+}
 
 class SkinButtonTest : public testing::Test {
 protected:
@@ -326,7 +336,7 @@ TEST_F(SkinButtonTest, SettingACaptionClearsTheOldOneAndRepaints)
     EXPECT_TRUE(GetUpdateRect(m_button.Window(), nullptr, FALSE));
 }
 
-TEST_F(SkinButtonTest, TheCaptionIsWrittenInTheMiddleOfTheItemInItsColor)
+TEST_F(SkinButtonTest, TheWholeCaptionIsWrittenInTheMiddleOfTheItemInItsColor)
 {
     const ButtonCaption caption = { TEXT("HHH"), 0, 12, RGB(255, 255, 255) };
     ASSERT_TRUE(Create(&caption));
@@ -348,6 +358,7 @@ TEST_F(SkinButtonTest, TheCaptionIsWrittenInTheMiddleOfTheItemInItsColor)
     ASSERT_GE(ink.right, 0);
     EXPECT_NEAR((ink.left + ink.right) / 2, 150, 2);
     EXPECT_NEAR((ink.top + ink.bottom) / 2, 120, 5);
+    EXPECT_NEAR(WidthOf(ink) + 1, CaptionWidth(picture.Context(), TEXT("HHH")), 4); // less than a letter
     // The context is as it was.
     EXPECT_EQ(SetTextColor(picture.Context(), 0), RGB(255, 0, 0));
     EXPECT_EQ(SetBkMode(picture.Context(), OPAQUE), OPAQUE);

@@ -61,6 +61,20 @@ std::vector<COLORREF> FirstRow(const std::string& gif)
     return row;
 }
 
+TEST(ImageFile, RowsComeInTheirOrder)
+{
+    const ScratchDevice device;
+    const GifImage image{ .width = 1, .height = 3, .indices = { 1, 2, 0 } };
+    device.WriteFile("user/scratch/a.gif",
+                     GifBuilder().Screen(1, 3, { kBlue, kRed, kGreen, kWhite }).Image(image).Trailer().Text());
+    const HBITMAP bitmap = CreateBitmapFromImageFile(nullptr, device.Path(TEXT("a.gif")).c_str());
+    ASSERT_NE(bitmap, nullptr);
+    EXPECT_EQ(PixelOf(bitmap, 0, 0), RGB(255, 0, 0));
+    EXPECT_EQ(PixelOf(bitmap, 0, 1), RGB(0, 255, 0));
+    EXPECT_EQ(PixelOf(bitmap, 0, 2), RGB(0, 0, 255));
+    EXPECT_TRUE(DeleteObject(bitmap));
+}
+
 constexpr COLORREF kRedColor = RGB(255, 0, 0);
 constexpr COLORREF kGreenColor = RGB(0, 255, 0);
 

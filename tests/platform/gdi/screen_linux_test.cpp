@@ -50,6 +50,17 @@ protected:
     Screen() { ClearScreen(); }
 };
 
+TEST_F(Screen, ACopyTellsWhetherItDiffered)
+{
+    std::vector<std::uint16_t> copy = ScreenPixels();
+    EXPECT_FALSE(UpdateScreenCopy(copy));
+    const ScreenContext context({ 0, 0 }, { { 0, 0, 320, 240 } });
+    FillWhite(context.Dc(), { 319, 239, 320, 240 });
+    EXPECT_TRUE(UpdateScreenCopy(copy));
+    EXPECT_EQ(copy, ScreenPixels());
+    EXPECT_FALSE(UpdateScreenCopy(copy));
+}
+
 TEST_F(Screen, OriginShiftsDrawing)
 {
     const ScreenContext context({ 10, 20 }, { { 0, 0, 320, 240 } });

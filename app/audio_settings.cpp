@@ -1,6 +1,6 @@
 #include "app/audio_settings.h"
 
-#include "platform/ce.h"
+#include "common/kernel_handles.h"
 
 void StartAudioSettings()
 {
@@ -9,6 +9,6 @@ void StartAudioSettings()
     if (!CreateProcessW(TEXT("TAVO_SET_AUDIO.exe"), arguments, nullptr, nullptr, FALSE, CREATE_NEW_CONSOLE, nullptr,
                         nullptr, nullptr, &process))
         return;
-    CloseHandle(process.hProcess);
-    CloseHandle(process.hThread);
+    const UniqueKernelObject started(process.hProcess);
+    const UniqueKernelObject itsThread(process.hThread);
 }

@@ -2,6 +2,19 @@
 
 LaunchOptions g_launchOptions;
 
+namespace {
+
+struct LaunchWord {
+    WStringView word;
+    bool LaunchOptions::*field;
+};
+constexpr LaunchWord kWords[] = {
+    { TEXT("--fill"), &LaunchOptions::fillFromCard },
+    { TEXT("--report"), &LaunchOptions::report },
+};
+
+} // namespace
+
 LaunchOptions ReadLaunchOptions(const WCHAR* commandLine)
 {
     LaunchOptions options;
@@ -10,11 +23,10 @@ LaunchOptions ReadLaunchOptions(const WCHAR* commandLine)
     WStringView rest(commandLine);
     while (!rest.empty()) {
         const auto end = rest.find(TEXT(' '));
-        const auto word = rest.substr(0, end);
-        if (word == TEXT("--fill"))
-            options.fillFromCard = true;
-        else if (word == TEXT("--report"))
-            options.report = true;
+        for (const LaunchWord& known : kWords) {
+            if (known.word == rest.substr(0, end))
+                options.*known.field = true;
+        }
         rest = end == WStringView::npos ? WStringView() : rest.substr(end + 1);
     }
     return options;

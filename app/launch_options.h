@@ -6,6 +6,8 @@
 struct LaunchOptions {
     bool fillFromCard = false; // "--fill": an empty play list is filled from the card at the first play
     bool report = false;       // "--report": the debug output tells each second what plays
+
+    bool operator==(const LaunchOptions&) const = default;
 };
 
 extern LaunchOptions g_launchOptions;

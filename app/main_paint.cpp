@@ -1,11 +1,13 @@
 #include "app/main_paint.h"
 
+#include "app/player_controls.h"
 #include "app/player_state.h"
-#include "app/player_window.h"
 #include "app/title_ticker.h"
-#include "gui/gdi_handles.h"
+#include "common/gdi_handles.h"
+#include "common/rect.h"
 #include "gui/gif_bitmap.h"
 #include "gui/soft_key_layout.h"
+#include "platform/screen_size.h"
 
 #include <array>
 #include <memory>
@@ -13,10 +15,8 @@
 
 namespace {
 
-constexpr int kWidthPx = 320;
-constexpr int kHeightPx = 240;
-constexpr RECT kWholeScreen{ 0, 0, kWidthPx, kHeightPx };
-constexpr RECT kSoftKeyRect{ 0, kSoftKeyTopPx, kWidthPx, kSoftKeyTopPx + kSoftKeyHeightPx };
+constexpr RECT kWholeScreen{ 0, 0, kScreenWidthPx, kScreenHeightPx };
+constexpr RECT kSoftKeyRect{ 0, kSoftKeyTopPx, kScreenWidthPx, kSoftKeyTopPx + kSoftKeyHeightPx };
 constexpr RECT kTotalTimeRect{ 33, 117, 113, 137 };
 constexpr RECT kElapsedTimeRect{ 221, 117, 300, 137 };
 // The part of the text layer that reaches the screen: it cuts the title off at the panel's edges.
@@ -29,7 +29,7 @@ constexpr int kTitlePoints = 18;
 class Layer {
 public:
     explicit Layer(HDC like)
-        : m_context(CreateCompatibleDC(like)), m_bitmap(CreateCompatibleBitmap(like, kWidthPx, kHeightPx)),
+        : m_context(CreateCompatibleDC(like)), m_bitmap(CreateCompatibleBitmap(like, kScreenWidthPx, kScreenHeightPx)),
           m_selected(m_context.Get(), m_bitmap.Get())
     {
     }
@@ -55,7 +55,7 @@ struct Shown {
 Shown WhatToShow()
 {
     const RECT &a = g_titleStripA.rect, &b = g_titleStripB.rect;
-    return { g_songLoaded != 0,
+    return { IsSongLoaded(),
              g_totalText,
              g_elapsedText,
              g_titleText,
@@ -104,7 +104,7 @@ void DrawTitle(HDC context)
 void DrawTextLayer(HDC context)
 {
     FillRect(context, &kPanel, g_backgroundBrush.Get()); // no more of this layer is ever seen
-    if (g_songLoaded == 0)
+    if (!IsSongLoaded())
         return;
     SetBkMode(context, TRANSPARENT);
     SetTextColor(context, kTextColor);
@@ -123,8 +123,8 @@ void DrawGround(HDC ground)
     g_painting->shown = std::move(shown);
     FillRect(ground, &kWholeScreen, g_backgroundBrush.Get());
     DrawTextLayer(g_painting->text.Context());
-    BitBlt(ground, kPanel.left, kPanel.top, kPanel.right - kPanel.left, kPanel.bottom - kPanel.top,
-           g_painting->text.Context(), kPanel.left, kPanel.top, SRCCOPY);
+    BitBlt(ground, kPanel.left, kPanel.top, WidthOf(kPanel), HeightOf(kPanel), g_painting->text.Context(), kPanel.left,
+           kPanel.top, SRCCOPY);
 }
 
 void PreparePainting(HDC context)
@@ -159,8 +159,8 @@ void PaintMainWindow(HWND window)
     PreparePainting(screen);
     const HDC ground = g_painting->ground.Context();
     DrawGround(ground);
-    g_window.softKeys.DrawAll(ground);
-    BitBlt(screen, 0, 0, kWidthPx, kHeightPx, ground, 0, 0, SRCCOPY);
+    g_controls.softKeys.DrawAll(ground);
+    BitBlt(screen, 0, 0, kScreenWidthPx, kScreenHeightPx, ground, 0, 0, SRCCOPY);
     EndPaint(window, &paint);
 }
 
@@ -170,7 +170,7 @@ void EraseMainWindow(HDC context)
         return;
     const UniqueMemoryContext source(CreateCompatibleDC(context));
     const SelectedObject picture(source.Get(), g_background.Get());
-    BitBlt(context, 0, 0, kWidthPx, kHeightPx, source.Get(), 0, 0, SRCCOPY);
+    BitBlt(context, 0, 0, kScreenWidthPx, kScreenHeightPx, source.Get(), 0, 0, SRCCOPY);
 }
 
 HFONT TitleFont()

@@ -1,24 +1,25 @@
 #include "app/main_window.h"
 
+#include "app/audio_manager.h"
 #include "app/audio_settings.h"
 #include "app/command_ids.h"
-#include "app/instance_messages.h"
+#include "app/foreground.h"
 #include "app/main_paint.h"
-#include "app/play_modes.h"
+#include "app/player_controls.h"
+#include "app/player_keys.h"
 #include "app/player_state.h"
-#include "app/player_window.h"
 #include "app/progress.h"
+#include "app/registered_messages.h"
+#include "app/song_steps.h"
 #include "app/title_ticker.h"
 #include "app/transport.h"
 #include "library/media_scan.h"
 #include "library/saved_play_list.h"
 #include "library/song_list.h"
+#include "platform/screen_size.h"
 #include "playback/media_player.h"
 
 namespace {
-
-constexpr int kScreenWidthPx = 320;
-constexpr int kScreenHeightPx = 240;
 
 void ShowTaskBar(int command)
 {
@@ -37,9 +38,9 @@ void RepaintNow(HWND window)
 
 void ExitPlayer(HWND window, WPARAM request)
 {
-    if (g_songLoaded != 0)
+    if (IsSongLoaded())
         SendMessageW(window, WM_COMMAND, kCommandStop, 0);
-    PostMessageW(HWND_BROADCAST, g_window.audioManagerMessage, request, 0);
+    TellAudioManager(request);
     g_savedPlayList.Save(PlayList);
     FreeControls();
     FreeBackground();
@@ -65,17 +66,38 @@ constexpr CommandEntry kCommands[] = {
     { kCommandNext, [](HWND window, WPARAM) { StepToNext(window); } },
 };
 
+// ---- timers ----
+
+enum class AfterTick { RepaintWindow, Nothing };
+
+struct TimerEntry {
+    UINT_PTR id;
+    void (*tick)();
+    AfterTick after;
+};
+
+void ScrollTitle()
+{
+    if (IsSongLoaded())
+        ScrollTitleStrips(IsPlaying() ? TitleMotion::Moving : TitleMotion::Standing);
+}
+
+constexpr TimerEntry kTimers[] = {
+    { kProgressTimerId, RefreshProgress, AfterTick::RepaintWindow },
+    { kTitleTimer, ScrollTitle, AfterTick::RepaintWindow },
+};
+
 // ---- messages ----
 
 LRESULT OnCreate(HWND window, WPARAM, LPARAM)
 {
-    g_window.audioManagerMessage = RegisterWindowMessageW(TEXT("TAVO_AUDIOMGR_UPDATESTATE_IND"));
+    RegisterAudioManagerMessage();
     SetWindowLongPtrW(window, GWL_EXSTYLE, GetWindowLongPtrW(window, GWL_EXSTYLE) | WS_EX_NOANIMATION);
     MoveWindow(window, 0, 0, kScreenWidthPx, kScreenHeightPx, TRUE);
     ShowTaskBar(SW_HIDE);
     CreateControls(window);
     LoadBackground();
-    DisableControls(window);
+    DisableFirstSongControls(window);
     g_savedPlayList.Load(PlayList);
     return 0;
 }
@@ -102,19 +124,7 @@ LRESULT OnCommand(HWND window, WPARAM wParam, LPARAM)
 
 LRESULT OnKeyDown(HWND window, WPARAM key, LPARAM details)
 {
-    const bool isRepeated = (HIWORD(static_cast<ULONG_PTR>(details)) & KF_REPEAT) != 0;
-    switch (key) {
-    case VK_LEFT: SendMessageW(window, WM_COMMAND, kCommandPrevious, 0); break;
-    case VK_RIGHT: SendMessageW(window, WM_COMMAND, kCommandNext, 0); break;
-    case VK_RETURN: // a toggle: held, it would stutter
-        if (!isRepeated)
-            SendMessageW(window, WM_COMMAND, kCommandPlay, 0);
-        break;
-    case VK_UP:
-    case VK_DOWN: StartAudioSettings(); break;
-    case VK_F24: SendMessageW(window, WM_COMMAND, kCommandExit, 0); break;
-    default: break;
-    }
+    ActOnKey(window, key, details);
     return 0;
 }
 
@@ -122,18 +132,20 @@ LRESULT OnKeyDown(HWND window, WPARAM key, LPARAM details)
 LRESULT OnGetDialogCode(HWND window, WPARAM, LPARAM lParam)
 {
     const auto* const message = reinterpret_cast<const MSG*>(lParam);
-    if (message != nullptr && message->message == WM_KEYDOWN)
+    if (message != nullptr && message->message == WM_KEYDOWN && ActsWhenAsked(message->wParam))
         SendMessageW(window, WM_KEYDOWN, message->wParam, message->lParam);
     return 0;
 }
 
 LRESULT OnTimer(HWND window, WPARAM id, LPARAM)
 {
-    if (id == kProgressTimerId)
-        RefreshProgress();
-    else if (id == kTitleTimer && g_songLoaded != 0)
-        ScrollTitleStrips(g_isPlaying != 0);
-    RepaintNow(window);
+    for (const auto& timer : kTimers) {
+        if (timer.id != id)
+            continue;
+        timer.tick();
+        if (timer.after == AfterTick::RepaintWindow)
+            RepaintNow(window);
+    }
     return 0;
 }
 
@@ -150,11 +162,8 @@ DRAWITEMSTRUCT HeldAsSelected(DRAWITEMSTRUCT request)
 LRESULT OnDrawItem(HWND, WPARAM, LPARAM lParam)
 {
     const DRAWITEMSTRUCT request = HeldAsSelected(*reinterpret_cast<const DRAWITEMSTRUCT*>(lParam));
-    if (request.CtlID == kCommandExit || request.CtlID == kCommandAudioSettings ||
-        request.CtlID == kCommandPlayListWindow)
-        g_window.softKeys.DrawItem(request);
-    else
-        g_window.buttons.DrawItem(request);
+    if (!g_controls.softKeys.DrawItem(request))
+        g_controls.buttons.DrawItem(request);
     return TRUE;
 }
 
@@ -195,18 +204,28 @@ constexpr MessageEntry kMessages[] = {
       } },
 };
 
+struct RegisteredMessageEntry {
+    const UINT& message; // only a running system knows its number
+    MessageHandler handler;
+};
+
+constexpr RegisteredMessageEntry kRegisteredMessages[] = {
+    { g_msgAreYouMe,
+      [](HWND window, WPARAM, LPARAM) -> LRESULT {
+          ComeToFront(window);
+          return 0;
+      } },
+    { g_msgMassStorage, [](HWND window, WPARAM, LPARAM) { return SendMessageW(window, WM_COMMAND, kCommandExit, 0); } },
+};
+
 LRESULT CALLBACK MainWindowProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam)
 {
     for (const auto& entry : kMessages)
         if (entry.message == message)
             return entry.handler(window, wParam, lParam);
-    // Registered messages have numbers that only a running system knows.
-    if (message == g_msgAreYouMe && message != 0) {
-        ComeToFront(window);
-        return 0;
-    }
-    if (message == g_msgMassStorage && message != 0)
-        return SendMessageW(window, WM_COMMAND, kCommandExit, 0);
+    for (const auto& entry : kRegisteredMessages)
+        if (entry.message == message && message != 0)
+            return entry.handler(window, wParam, lParam);
     return DefWindowProcW(window, message, wParam, lParam);
 }
 

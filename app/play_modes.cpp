@@ -1,63 +1,21 @@
 #include "app/play_modes.h"
 
-#include "app/command_ids.h"
-#include "app/play_position.h"
-#include "app/player_state.h"
-#include "controls/player_buttons.h"
-#include "library/media_scan.h"
+PlayModes g_playModes;
+std::int32_t& g_shuffle = g_playModes.shuffle;
+std::int32_t& g_repeatAll = g_playModes.repeatAll;
+std::int32_t& g_repeatOne = g_playModes.repeatOne;
+std::int32_t& g_shufflePrevious = g_playModes.shufflePrevious;
+std::int32_t& g_shuffleNext = g_playModes.shuffleNext;
 
-namespace {
-
-// Keeps the commands that a change of songs sends from starting another one.
-class StepGuard {
-public:
-    StepGuard() : m_entered(g_stepBusy == 0)
-    {
-        if (m_entered)
-            g_stepBusy = 1;
-    }
-    ~StepGuard()
-    {
-        if (m_entered)
-            g_stepBusy = 0;
-    }
-    StepGuard(const StepGuard&) = delete;
-    StepGuard& operator=(const StepGuard&) = delete;
-    [[nodiscard]] bool MayStep() const { return m_entered && g_songLoaded != 0; }
-
-private:
-    bool m_entered;
-};
-
-void ChangeSongs(HWND window)
+Repeat PlayModes::RepeatMode() const
 {
-    const bool wasPlaying = g_isPlaying != 0;
-    SendMessageW(window, WM_COMMAND, MAKEWPARAM(kCommandStop, kStopQuietly), 0);
-    SendMessageW(window, WM_COMMAND, kCommandPlay, 0);
-    if (!wasPlaying)
-        SendMessageW(window, WM_COMMAND, kCommandPlay, 0);
+    if (repeatAll != 0)
+        return Repeat::All;
+    return repeatOne != 0 ? Repeat::Single : Repeat::Off;
 }
 
-} // namespace
-
-void StepToNext(HWND window)
+void PlayModes::SetRepeat(Repeat mode)
 {
-    const StepGuard guard;
-    if (!guard.MayStep())
-        return;
-    if (g_currentNumber >= PlayList.GetCount()) {
-        SendMessageW(window, WM_COMMAND, kCommandStop, 0);
-        return;
-    }
-    MakeCurrent(g_currentNumber + 1);
-    ChangeSongs(window);
-}
-
-void StepToPrevious(HWND window)
-{
-    const StepGuard guard;
-    if (!guard.MayStep() || g_currentNumber <= 1)
-        return;
-    MakeCurrent(g_currentNumber - 1);
-    ChangeSongs(window);
+    repeatAll = mode == Repeat::All ? 1 : 0;
+    repeatOne = mode == Repeat::Single ? 1 : 0;
 }

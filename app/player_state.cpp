@@ -2,10 +2,10 @@
 
 #include "playback/media_player.h"
 
-int g_songLoaded;
-int g_currentNumber;
-int g_isPlaying;
-int g_stepBusy;
+std::int32_t g_songLoaded;
+std::int32_t g_currentNumber;
+std::int32_t g_isPlaying;
+std::int32_t g_stepBusy;
 UINT_PTR g_titleTimer;
 WString g_elapsedText = TEXT("0:00");
 WString g_totalText = TEXT("0:00");

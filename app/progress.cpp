@@ -1,8 +1,9 @@
 #include "app/progress.h"
 
 #include "app/command_ids.h"
+#include "app/interruption.h"
+#include "app/player_controls.h"
 #include "app/player_state.h"
-#include "app/player_window.h"
 #include "app/status_report.h"
 #include "library/display_texts.h"
 #include "playback/media_player.h"
@@ -26,11 +27,11 @@ void ShowElapsed(double positionSeconds)
 
 void RefreshProgress()
 {
-    const double positionSeconds = Player().GetPosition();
+    const double positionSeconds = ShownPosition();
     const double durationSeconds = Player().GetDuration();
     if (positionSeconds == 0)
-        g_window.buttons.Enable(kCommandBack5, false);
+        g_controls.buttons.Enable(kCommandBack5, false);
     if (durationSeconds > 0)
-        g_window.slider->SetPos(static_cast<int>(positionSeconds / durationSeconds * kSeekSliderMaximum));
+        g_controls.slider->SetPos(static_cast<int>(positionSeconds / durationSeconds * kSeekSliderMaximum));
     ShowElapsed(positionSeconds);
 }

@@ -1,20 +1,11 @@
 #include "app/start_up.h"
 
-#include "app/command_ids.h"
 #include "app/main_window.h"
 #include "app/no_card_notice.h"
+#include "app/registered_messages.h"
+#include "app/storage_card.h"
 
 namespace {
-
-constexpr DWORD kQueryDeviceAccess = 1;
-// Asks the card host whether its card can be used: device type 0x9C40, function 0x802, buffered, any access.
-constexpr DWORD kCardHostQuery = 0x9C402008;
-
-HANDLE OpenDriver(const WCHAR* name)
-{
-    return CreateFileW(name, kQueryDeviceAccess, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr, OPEN_EXISTING,
-                       FILE_ATTRIBUTE_NORMAL, nullptr);
-}
 
 HWND CreateMainWindow(HINSTANCE instance)
 {
@@ -30,25 +21,12 @@ HWND CreateMainWindow(HINSTANCE instance)
 
 } // namespace
 
-int IsStorageCardPresent()
+bool HandOverToRunningPlayer()
 {
-    const HANDLE slot = OpenDriver(TEXT("DSK3:"));
-    const HANDLE cardHost = OpenDriver(TEXT("SDH1:"));
-    // On the two roads that find no usable card the program is about to end, and the system closes what is open.
-    if (slot == INVALID_HANDLE_VALUE || cardHost == INVALID_HANDLE_VALUE)
-        return 0;
-    DWORD returnedBytes = 0;
-    if (!DeviceIoControl(cardHost, kCardHostQuery, nullptr, 0, nullptr, 0, &returnedBytes, nullptr))
-        return 0;
-    CloseHandle(slot);
-    CloseHandle(cardHost);
-
-    WIN32_FIND_DATAW entry;
-    const HANDLE find = FindFirstFileW(TEXT("SDMMC\\"), &entry);
-    if (find == INVALID_HANDLE_VALUE)
-        return 0;
-    FindClose(find);
-    return 1;
+    if (FindWindowW(kMainWindowClass, nullptr) == nullptr)
+        return false;
+    PostMessageW(HWND_BROADCAST, g_msgAreYouMe, 0, 0);
+    return true;
 }
 
 HWND InitInstance(HINSTANCE instance, int showCommand)
@@ -67,12 +45,4 @@ HWND InitInstance(HINSTANCE instance, int showCommand)
         UpdateWindow(window);
     }
     return window;
-}
-
-void RunMessage(HWND mainWindow, MSG& message)
-{
-    if (IsDialogMessageW(mainWindow, &message))
-        return;
-    TranslateMessage(&message);
-    DispatchMessageW(&message);
 }

@@ -6,6 +6,6 @@
 
 void ReportProgress()
 {
-    if (g_launchOptions.report && g_songLoaded != 0)
+    if (g_launchOptions.report && IsSongLoaded())
         NKDbgPrintfW(TEXT("%s  %s of %s\n"), g_titleText.c_str(), g_elapsedText.c_str(), g_totalText.c_str());
 }

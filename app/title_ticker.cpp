@@ -58,11 +58,11 @@ void StartTitleStrips()
         g_titleStripA = StripFrom(kFirstLeft);
 }
 
-void ScrollTitleStrips(bool moves)
+void ScrollTitleStrips(TitleMotion motion)
 {
     StepStrip(g_titleStripA, g_titleStripB);
     StepStrip(g_titleStripB, g_titleStripA);
-    if (moves) {
+    if (motion == TitleMotion::Moving) {
         MoveStrip(g_titleStripA);
         MoveStrip(g_titleStripB);
     }

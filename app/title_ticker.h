@@ -17,5 +17,8 @@ extern LONG g_titleWidthPx; // of the title in the title font
 void ResetTitleStrips();
 // Lets a title come in, when none is on its way.
 void StartTitleStrips();
-// One tick: lets the second copy in and the first out, and, when `moves`, moves what is active 5 pixels to the left.
-void ScrollTitleStrips(bool moves);
+
+enum class TitleMotion { Standing, Moving };
+
+// One tick: lets the second copy in and the first out. A moving title goes 5 pixels to the left.
+void ScrollTitleStrips(TitleMotion motion);

@@ -1,15 +1,16 @@
 #include "app/transport.h"
 
+#include "app/audio_manager.h"
 #include "app/command_ids.h"
-#include "app/launch_options.h"
+#include "app/current_song.h"
+#include "app/interruption.h"
 #include "app/main_paint.h"
-#include "app/play_position.h"
+#include "app/play_list_filling.h"
+#include "app/player_controls.h"
 #include "app/player_state.h"
-#include "app/player_window.h"
 #include "app/title_ticker.h"
 #include "library/card_presence.h"
 #include "library/display_texts.h"
-#include "library/media_scan.h"
 #include "library/song_list_rows.h"
 #include "library/song_title.h"
 #include "playback/media_player.h"
@@ -17,9 +18,6 @@
 namespace {
 
 constexpr double kStepSeconds = 5.0;
-
-// The song that the player object holds, playing or paused.
-WString g_openPath;
 
 enum class Outcome { Playing, Unplayable, CardAway };
 
@@ -30,20 +28,11 @@ void PauseSong()
     Player().Pause();
 }
 
-void FillEmptyPlayList()
-{
-    if (PlayList.IsEmpty())
-        g_savedPlayList.TakeBack(PlayList);
-    if (PlayList.IsEmpty() && g_launchOptions.fillFromCard)
-        ScanMediaFolder(kCardFolder, &PlayList, true);
-}
-
 void EnterPlaying(HWND window)
 {
     g_isPlaying = 1;
     ShowPauseFace();
-    EnableTransport(true);
-    EnableWindow(GetWindow(window, GW_CHILD), TRUE);
+    EnableSongControls(window);
 }
 
 MediaFileEntry& ChooseEntry()
@@ -51,14 +40,11 @@ MediaFileEntry& ChooseEntry()
     MediaFileEntry* const marked = FindMarkedEntry();
     if (marked == nullptr) {
         MakeCurrent(1);
-        g_window.buttons.Enable(kCommandPrevious, false);
+        ChangeStepButtons(WhenNoSongIsMarked(g_playModes));
         return *EntryAt(1);
     }
     g_currentNumber = marked->playMark;
-    if (g_currentNumber == PlayList.GetCount())
-        g_window.buttons.Enable(kCommandNext, false);
-    else if (g_currentNumber == 1)
-        g_window.buttons.Enable(kCommandPrevious, false);
+    ChangeStepButtons(WhenMarkedSongPlays({ g_currentNumber, PlayList.GetCount() }, g_playModes));
     return *marked;
 }
 
@@ -74,12 +60,9 @@ void BuildTitle(const WString& path)
 double OpenOrResume(HWND window, const WString& path)
 {
     MediaPlayer& player = Player();
-    const bool resumes = player.GetState() == PLAYER_PAUSED && g_openPath == path;
+    const bool resumes = player.GetState() == PLAYER_PAUSED && player.HasOpen(path);
     const int result = resumes ? player.Play() : player.OpenAndPlay(path.c_str(), window);
-    if (result != 0)
-        return result;
-    g_openPath = path;
-    return player.GetDuration();
+    return result == 0 ? player.GetDuration() : result;
 }
 
 void ShowSong(HWND window, MediaFileEntry& entry, double durationSeconds)
@@ -93,14 +76,6 @@ void ShowSong(HWND window, MediaFileEntry& entry, double durationSeconds)
     InvalidateRect(window, &kDisplayRect, FALSE);
 }
 
-// The entry that cannot be played leaves the list; the one that takes its place becomes current.
-void DropCurrentEntry()
-{
-    delete static_cast<MediaFileEntry*>(PlayList.DeleteAt(g_currentNumber - 1, 1));
-    if (!PlayList.IsEmpty())
-        MakeCurrent(g_currentNumber <= PlayList.GetCount() ? g_currentNumber : 1);
-}
-
 Outcome PlayCurrent(HWND window, CardOfList& card)
 {
     EnterPlaying(window);
@@ -108,7 +83,7 @@ Outcome PlayCurrent(HWND window, CardOfList& card)
     const WString path = PathOf(entry);
     BuildTitle(path);
     const double durationSeconds = OpenOrResume(window, path);
-    if (g_titleTimer == 0)
+    if (!IsTitleTimerRunning())
         g_titleTimer = SetTimer(window, kTitleTimer, kTitleTimerPeriodMs, nullptr);
     if (durationSeconds > 0) {
         ShowSong(window, entry, durationSeconds);
@@ -125,11 +100,12 @@ Outcome PlayCurrent(HWND window, CardOfList& card)
 void PlayOrPause(HWND window)
 {
     g_songLoaded = 1;
-    if (g_isPlaying != 0) {
+    if (IsPlaying()) {
         PauseSong();
         return;
     }
-    FillEmptyPlayList();
+    TakeBackSavedSongs();
+    FillFromCard();
     // A card may hold thousands of files that no decoder takes: one after the other, never one inside the other.
     CardOfList card(PlayList);
     while (!PlayList.IsEmpty()) {
@@ -147,8 +123,8 @@ void PlayOrPause(HWND window)
 
 void StopSong(HWND window, WPARAM request)
 {
-    PostMessageW(HWND_BROADCAST, g_window.audioManagerMessage, request, 0);
-    if (g_isPlaying != 0)
+    TellAudioManager(request);
+    if (IsPlaying())
         ShowPlayFace();
     ResetTitleStrips();
     g_elapsedText = TEXT("0:00");
@@ -163,23 +139,24 @@ void StopSong(HWND window, WPARAM request)
     g_titleTimer = 0;
     g_titleText.clear();
     Player().Stop();
-    if (g_window.slider)
-        g_window.slider->SetPos(0);
-    EnableTransport(false);
-    EnableWindow(GetWindow(window, GW_CHILD), FALSE);
+    if (g_controls.slider)
+        g_controls.slider->SetPos(0);
+    DisableSongControls(window);
 }
 
 void TakeGraphEvents(HWND window)
 {
     if (!Player().CheckEndOfStream())
         return;
-    g_window.buttons.Enable(kCommandForward5, false);
+    g_controls.buttons.Enable(kCommandForward5, false);
     SendMessageW(window, WM_COMMAND, kCommandStop, 0);
 }
 
 void SeekToSlider(WPARAM sliderId, LPARAM sliderPosition)
 {
-    if (sliderId == kSeekSliderId)
+    if (IsInterrupted())
+        Player().Seek(ShownPosition());
+    else if (sliderId == kSeekSliderId)
         Player().Seek(Player().GetDuration() * static_cast<double>(sliderPosition) / kSeekSliderMaximum);
 }
 
@@ -189,7 +166,7 @@ void StepBack5Seconds()
     Player().Seek(before - kStepSeconds);
     // The forward key, not the back key: kept so on purpose.
     if (before <= 0)
-        g_window.buttons.Enable(kCommandForward5, false);
+        g_controls.buttons.Enable(kCommandForward5, false);
 }
 
 void StepForward5Seconds()
@@ -197,5 +174,5 @@ void StepForward5Seconds()
     const double before = Player().GetPosition();
     Player().Seek(before + kStepSeconds);
     if (before == Player().GetDuration())
-        g_window.buttons.Enable(kCommandForward5, false);
+        g_controls.buttons.Enable(kCommandForward5, false);
 }

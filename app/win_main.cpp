@@ -1,23 +1,29 @@
+#include "app/win_main.h"
+
 #include "app/command_ids.h"
-#include "app/instance_messages.h"
 #include "app/launch_options.h"
-#include "app/main_window.h"
+#include "app/registered_messages.h"
 #include "app/start_up.h"
 #include "common/string_table.h"
 #include "common/trace_log.h"
-#include "platform/ce.h"
 #include "playback/media_graph.h"
+
+void RunMessage(HWND mainWindow, MSG& message)
+{
+    if (IsDialogMessageW(mainWindow, &message))
+        return;
+    TranslateMessage(&message);
+    DispatchMessageW(&message);
+}
 
 int WINAPI WinMain(HINSTANCE instance, HINSTANCE, LPWSTR commandLine, int showCommand)
 {
     TraceLog(kLogModule, TEXT("Run!\r\n"));
     g_hInstance = instance;
     g_launchOptions = ReadLaunchOptions(commandLine);
-    RegisterInstanceMessages();
-    if (FindWindowW(kMainWindowClass, nullptr) != nullptr) {
-        PostMessageW(HWND_BROADCAST, g_msgAreYouMe, 0, 0);
+    RegisterStartMessages();
+    if (HandOverToRunningPlayer())
         return 0;
-    }
     MediaGraph::WarmUp();
     g_hStringModule = LoadStringModule();
     const HWND window = InitInstance(instance, showCommand);

@@ -6,8 +6,8 @@
 // The number by which this program names itself in the log; 1 to 13 and 32 to 37 have a name.
 constexpr DWORD kMusicPlayerTrace = 33;
 
-// Whether the switch has been read (once a process), and whether the log is on. Plain bytes without a lock: two threads
-// that log first at the same time read the same answer.
+// Whether the switch has been read, which happens once a process, and whether the log is on. Without a lock: two
+// threads that log first at the same time read the same answer.
 extern BYTE g_logChecked;
 extern BYTE g_logEnabled;
 

@@ -2,7 +2,8 @@
 
 #include "common/string_table.h"
 
-#include <algorithm>
+#include <cstddef>
+#include <span>
 
 namespace {
 
@@ -81,61 +82,9 @@ void CreatePlayerButtons(PlayerButtonSet& set, HWND owner, PlayerButtonKind kind
 {
     const auto rows = RowsOf(kind);
     set.m_kind = kind;
-    set.m_count = rows.size();
-    set.m_buttons = std::make_unique<SkinButton[]>(rows.size());
+    set.MakePlaces(rows.size());
     for (std::size_t i = 0; i < rows.size(); ++i) {
         if (rows[i].id != kNoButton)
-            set.m_buttons[i].Create(owner, g_hStringModule, rows[i].id, PlaceOf(rows[i]), &kNoCaption, &rows[i].images);
+            set.Buttons()[i].Create(owner, g_hStringModule, rows[i].id, PlaceOf(rows[i]), &kNoCaption, &rows[i].images);
     }
-}
-
-SkinButton* PlayerButtonSet::Find(UINT id) const
-{
-    if (id == kNoButton)
-        return nullptr;
-    const std::span<SkinButton> buttons(m_buttons.get(), m_count);
-    const auto found = std::ranges::find(buttons, id, &SkinButton::ControlId);
-    return found != buttons.end() ? &*found : nullptr;
-}
-
-void PlayerButtonSet::DrawItem(const DRAWITEMSTRUCT& request)
-{
-    if (SkinButton* button = Find(request.CtlID))
-        button->DrawItem(request);
-}
-
-void PlayerButtonSet::Enable(UINT id, bool enable)
-{
-    if (SkinButton* button = Find(id))
-        button->Enable(enable);
-}
-
-bool PlayerButtonSet::IsEnabled(UINT id) const
-{
-    const SkinButton* button = Find(id);
-    return button != nullptr && button->IsEnabled();
-}
-
-void PlayerButtonSet::Show(UINT id, int command)
-{
-    if (SkinButton* button = Find(id))
-        button->Show(command);
-}
-
-void PlayerButtonSet::RepaintAll()
-{
-    for (SkinButton& button : Buttons())
-        button.Repaint();
-}
-
-void PlayerButtonSet::SetBackgroundSource(const HBITMAP* bitmap)
-{
-    for (SkinButton& button : Buttons())
-        button.SetBackgroundSource(bitmap);
-}
-
-void PlayerButtonSet::Destroy()
-{
-    m_buttons.reset();
-    m_count = 0;
 }

@@ -1,11 +1,7 @@
 // The row of transport buttons of a player, for music or video. Knows no player and no meaning of a command.
 #pragma once
 
-#include "gui/skin_button.h"
-
-#include <cstddef>
-#include <memory>
-#include <span>
+#include "gui/skin_button_row.h"
 
 // Commands that the buttons send, each the identity of one button.
 constexpr WORD kCommandPrevious = 256;
@@ -23,30 +19,16 @@ constexpr WORD kCommandRepeatSingle = 267;
 
 enum class PlayerButtonKind { Music = 0, Video = 1 };
 
-class PlayerButtonSet {
+class PlayerButtonSet : public SkinButtonRow {
 public:
-    // For all of these: no such button, no effect.
-    void DrawItem(const DRAWITEMSTRUCT& request);
-    void Enable(UINT id, bool enable);
-    bool IsEnabled(UINT id) const; // false when there is no such button
-    void Show(UINT id, int command);
-    void RepaintAll();
-    // See SkinButton::SetBackgroundSource; for every button.
-    void SetBackgroundSource(const HBITMAP* bitmap);
     // Frees the images and forgets the buttons; their windows go with the owner.
-    void Destroy();
+    void Destroy() { ForgetButtons(); }
 
     PlayerButtonKind Kind() const { return m_kind; }
-    // One a table row; rows that hold no button have control id 0 and no window.
-    std::span<SkinButton> Buttons() { return { m_buttons.get(), m_count }; }
-    // Null when there is no such button; borrowed until Destroy.
-    SkinButton* Find(UINT id) const;
 
 private:
     friend void CreatePlayerButtons(PlayerButtonSet& set, HWND owner, PlayerButtonKind kind);
 
-    std::unique_ptr<SkinButton[]> m_buttons;
-    std::size_t m_count = 0;
     PlayerButtonKind m_kind = PlayerButtonKind::Music;
 };
 

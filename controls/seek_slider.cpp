@@ -1,5 +1,6 @@
 #include "controls/seek_slider.h"
 
+#include "common/rect.h"
 #include "gui/gif_bitmap.h"
 
 #include <algorithm>
@@ -13,15 +14,6 @@ WNDPROC g_previousProcedure = nullptr;
 
 constexpr long long kLowestPosition = std::numeric_limits<int>::min();
 constexpr float kBeyondInt = 2147483648.0F; // the first float that an int does not hold
-
-int Width(const RECT& rect)
-{
-    return rect.right - rect.left;
-}
-int Height(const RECT& rect)
-{
-    return rect.bottom - rect.top;
-}
 
 } // namespace
 
@@ -119,7 +111,7 @@ LRESULT CALLBACK SeekSlider::SliderProcedure(HWND window, UINT message, WPARAM w
 
 void SeekSlider::Tap(int xPx)
 {
-    const int widthPx = Width(m_client);
+    const int widthPx = WidthOf(m_client);
     if (widthPx == 0)
         return;
     const float wanted = RangeSize() * static_cast<float>(xPx) / static_cast<float>(widthPx);
@@ -133,7 +125,7 @@ void SeekSlider::Paint()
     // The minimum is not taken off the position: the bar shows positions that count from 0.
     const float range = RangeSize();
     m_fraction = range > 0.0F ? std::clamp(static_cast<float>(m_position) / range, 0.0F, 1.0F) : 0.0F;
-    const int playedPx = static_cast<int>(static_cast<float>(Width(m_client)) * m_fraction);
+    const int playedPx = static_cast<int>(static_cast<float>(WidthOf(m_client)) * m_fraction);
     PAINTSTRUCT paint = {};
     const HDC context = BeginPaint(m_window, &paint);
     if (m_playedImage && m_backgroundImage)
@@ -145,10 +137,10 @@ void SeekSlider::Paint()
 
 void SeekSlider::DrawImages(HDC context, int playedPx)
 {
-    StretchBlt(context, 0, 0, Width(m_client), Height(m_client), m_backgroundImage.Context(context), 0, 0,
+    StretchBlt(context, 0, 0, WidthOf(m_client), HeightOf(m_client), m_backgroundImage.Context(context), 0, 0,
                m_backgroundImage.WidthPx(), m_backgroundImage.HeightPx(), SRCCOPY);
     const int sourcePx = static_cast<int>(static_cast<float>(m_playedImage.WidthPx()) * m_fraction);
-    StretchBlt(context, 0, 0, playedPx, Height(m_client), m_playedImage.Context(context), 0, 0, sourcePx,
+    StretchBlt(context, 0, 0, playedPx, HeightOf(m_client), m_playedImage.Context(context), 0, 0, sourcePx,
                m_playedImage.HeightPx(), SRCCOPY);
 }
 

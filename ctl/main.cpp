@@ -1,109 +1,49 @@
-// cardsongctl: Cardsong's library for people and scripts. Reads its command and shows how far it has come.
+// cardsongctl: Cardsong's library for people and scripts. Finds the command that is meant.
 #include "ctl/songs_command.h"
-#include "platform/device_tree.h"
 
-#include <cstring>
-#include <filesystem>
-#include <string>
-#include <string_view>
+#include <array>
 #include <unistd.h>
 #include <vector>
 
 namespace {
 
-constexpr int kFailed = 1;
-constexpr int kBadUsage = 2;
-constexpr unsigned long kSongsAStep = 50;
+constexpr std::array kCommands = { &kSongsCommand };
 
-constexpr const char* kHelp = R"(usage: cardsongctl songs DIR [--json]
-
-Prints a line for each MP3 and WMA song in DIR and its folders: path, length in
-milliseconds, title, parted by tabs. In a path or title, \t, \n, \r and \\ stand
-for a tab, line ends and a backslash. A song without a title is called like its
-file. The scan is the player's own: navigation maps at the top of a card are
-left out, and a folder that links lead to is listed once.
-
-  --json      one JSON object a line instead: path, length_ms, title
-  -h, --help  print this
-  --version   print the version
-)";
-
-int Complain(const std::string& what, int status)
+std::string HelpText()
 {
-    std::fprintf(stderr, "cardsongctl: %s\n", what.c_str());
-    return status;
-}
-
-// How many songs there were so far, on a terminal that the songs themselves do not go to.
-class ProgressLine {
-public:
-    void Tell(unsigned long songs)
-    {
-        if (m_isShown && songs % kSongsAStep == 0)
-            std::fprintf(stderr, "\r%lu songs", songs);
-        m_songs = songs;
+    std::string synopses;
+    std::string descriptions;
+    std::string options;
+    for (const Command* const command : kCommands) {
+        synopses += (synopses.empty() ? "usage: cardsongctl " : "       cardsongctl ") + command->synopsis() + '\n';
+        descriptions += '\n' + std::string(command->description);
+        options += command->optionLines();
     }
-    ~ProgressLine()
-    {
-        if (m_isShown)
-            std::fprintf(stderr, "\r%lu songs\n", m_songs);
-    }
-
-private:
-    const bool m_isShown = isatty(STDERR_FILENO) != 0 && isatty(STDOUT_FILENO) == 0;
-    unsigned long m_songs = 0;
-};
-
-int PrintSongs(const std::string& folder, SongLines form)
-{
-    std::error_code error;
-    if (!std::filesystem::is_directory(folder, error))
-        return Complain(folder + ": no such folder", kFailed);
-    cardsong::kernel::DeviceTree tree;
-    tree.cardDirectory = folder;
-    cardsong::kernel::InstallDeviceTree(tree);
-    ProgressLine progress;
-    const auto tell = [&progress](unsigned long songs) { progress.Tell(songs); };
-    return WriteSongs(stdout, form, tell) ? 0 : Complain(std::string("cannot write: ") + std::strerror(errno), kFailed);
-}
-
-int RunSongs(const std::vector<std::string_view>& arguments)
-{
-    SongLines form = SongLines::Tabs;
-    std::vector<std::string> folders;
-    for (const std::string_view argument : arguments) {
-        if (argument == "--json")
-            form = SongLines::Json;
-        else if (argument.starts_with("-"))
-            return Complain("songs: unknown option " + std::string(argument), kBadUsage);
-        else
-            folders.emplace_back(argument);
-    }
-    if (folders.size() != 1)
-        return Complain("songs: takes one folder", kBadUsage);
-    while (folders[0].size() > 1 && folders[0].back() == '/')
-        folders[0].pop_back();
-    return PrintSongs(folders[0], form);
+    return synopses + descriptions + '\n' + options + OptionLine("-h, --help", "print this") +
+           OptionLine("--version", "print the version");
 }
 
 } // namespace
 
 int main(int count, char** arguments)
 {
+    const Console console = { stdout, stderr, isatty(STDERR_FILENO) != 0 && isatty(STDOUT_FILENO) == 0 };
     const std::vector<std::string_view> words(arguments + 1, arguments + count);
     for (const std::string_view word : words) {
         if (word == "-h" || word == "--help") {
-            std::fputs(kHelp, stdout);
+            std::fputs(HelpText().c_str(), console.out);
             return 0;
         }
         if (word == "--version") {
-            std::puts("cardsongctl " CARDSONG_VERSION);
+            std::fputs("cardsongctl " CARDSONG_VERSION "\n", console.out);
             return 0;
         }
     }
     if (words.empty())
-        return Complain("no command; --help tells which there are", kBadUsage);
-    if (words[0] == "songs")
-        return RunSongs({ words.begin() + 1, words.end() });
-    return Complain("unknown command " + std::string(words[0]), kBadUsage);
+        return Complain(console, "no command; --help tells which there are", kBadUsage);
+    for (const Command* const command : kCommands) {
+        if (command->name == words[0])
+            return command->run(std::span(words).subspan(1), console);
+    }
+    return Complain(console, "unknown command " + std::string(words[0]), kBadUsage);
 }

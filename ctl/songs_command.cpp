@@ -1,112 +1,102 @@
 #include "ctl/songs_command.h"
 
-#include "library/file_names.h"
-#include "library/song_facts.h"
-#include "library/song_walk.h"
+#include "ctl/song_listing.h"
 #include "platform/device_tree.h"
 
-#include <string>
+#include <algorithm>
+#include <cerrno>
+#include <cstring>
+#include <filesystem>
+#include <vector>
 
 namespace {
 
-// UTF-8; whatever is no text becomes U+FFFD.
-std::string Utf8(WStringView text)
-{
-    const auto units = static_cast<int>(text.size());
-    std::string bytes(text.size() * 3, '\0');
-    const int size = WideCharToMultiByte(CP_UTF8, 0, text.data(), units, bytes.data(), static_cast<int>(bytes.size()),
-                                         nullptr, nullptr);
-    bytes.resize(static_cast<std::size_t>(size > 0 ? size : 0));
-    return bytes;
-}
+constexpr unsigned long kSongsAStep = 50;
 
-// The same text with U+FFFD for each byte that is no UTF-8.
-std::string ValidUtf8(const std::string& bytes)
-{
-    WString text(bytes.size(), 0);
-    const int units = MultiByteToWideChar(CP_UTF8, 0, bytes.data(), static_cast<int>(bytes.size()), text.data(),
-                                          static_cast<int>(text.size()));
-    return Utf8(WStringView(text).substr(0, static_cast<std::size_t>(units > 0 ? units : 0)));
-}
-
-// The file's own path on this machine, so that a script can open it, whatever bytes its name has.
-std::string HostPathOf(const WString& devicePath)
-{
-    const auto path = cardsong::kernel::FindHostPath(devicePath);
-    return path.value_or(Utf8(devicePath));
-}
-
-std::string WithEscapes(const std::string& text)
-{
-    std::string line;
-    for (const char c : text) {
-        switch (c) {
-        case '\t': line += "\\t"; break;
-        case '\n': line += "\\n"; break;
-        case '\r': line += "\\r"; break;
-        case '\\': line += "\\\\"; break;
-        default: line += c;
-        }
+// How many songs there were so far.
+class ProgressLine {
+public:
+    explicit ProgressLine(const Console& console) : m_console(console) {}
+    ~ProgressLine()
+    {
+        if (m_console.showsProgress)
+            std::fprintf(m_console.errors, "\r%lu songs\n", m_songs);
     }
-    return line;
-}
+    ProgressLine(const ProgressLine&) = delete;
+    ProgressLine& operator=(const ProgressLine&) = delete;
 
-// RFC 8259, section 7.
-std::string JsonString(const std::string& utf8)
-{
-    std::string text = "\"";
-    for (const char c : utf8) {
-        if (c == '"' || c == '\\') {
-            text += '\\';
-            text += c;
-        } else if (static_cast<unsigned char>(c) < 0x20) {
-            char escape[8];
-            std::snprintf(escape, sizeof escape, "\\u%04x", static_cast<unsigned>(c));
-            text += escape;
-        } else {
-            text += c;
-        }
+    void Tell(unsigned long songs)
+    {
+        if (m_console.showsProgress && songs % kSongsAStep == 0)
+            std::fprintf(m_console.errors, "\r%lu songs", songs);
+        m_songs = songs;
     }
-    return text + '"';
-}
 
-struct SongLine {
-    WString devicePath;
-    std::string lengthMs;
-    std::string title;
+private:
+    const Console& m_console;
+    unsigned long m_songs = 0;
 };
 
-SongLine Describe(const FoundSong& song)
+int List(const std::string& folder, const ListingForm& form, const Console& console)
 {
-    const WString path = WString(song.folder) + TEXT('\\') + WString(song.name);
-    const SongFacts facts = ReadSongFacts(path.c_str(), song.format);
-    PathBuffer stem = {};
-    StripExtension(WString(song.name).c_str(), stem);
-    return { path, std::to_string(facts.lengthMs), Utf8(facts.title.empty() ? WStringView(stem) : facts.title) };
+    std::error_code error;
+    if (!std::filesystem::is_directory(folder, error))
+        return Complain(console, folder + ": no such folder", kFailed);
+    cardsong::kernel::DeviceTree tree;
+    tree.cardDirectory = folder;
+    cardsong::kernel::InstallDeviceTree(tree);
+    ProgressLine progress(console);
+    const auto tell = [&progress](unsigned long songs) { progress.Tell(songs); };
+    if (!WriteSongs(console.out, form, tell))
+        return Complain(console, std::string("cannot write: ") + std::strerror(errno), kFailed);
+    return 0;
 }
 
-std::string Format(const SongLine& song, SongLines form)
+int Run(std::span<const std::string_view> arguments, const Console& console)
 {
-    if (form == SongLines::Json) {
-        const std::string path = ValidUtf8(HostPathOf(song.devicePath));
-        return "{\"path\":" + JsonString(path) + ",\"length_ms\":" + song.lengthMs +
-               ",\"title\":" + JsonString(song.title) + "}\n";
+    const auto forms = ListingForms();
+    const ListingForm* chosen = &forms.front();
+    std::vector<std::string> folders;
+    for (const std::string_view argument : arguments) {
+        const auto form = std::ranges::find(forms, argument, &ListingForm::option);
+        if (!argument.empty() && form != forms.end())
+            chosen = &*form;
+        else if (argument.starts_with("-"))
+            return Complain(console, "songs: unknown option " + std::string(argument), kBadUsage);
+        else
+            folders.emplace_back(argument);
     }
-    return WithEscapes(HostPathOf(song.devicePath)) + '\t' + song.lengthMs + '\t' + WithEscapes(song.title) + '\n';
+    if (folders.size() != 1)
+        return Complain(console, "songs: takes one folder", kBadUsage);
+    while (folders[0].size() > 1 && folders[0].back() == '/')
+        folders[0].pop_back();
+    return List(folders[0], *chosen, console);
 }
+
+std::string Synopsis()
+{
+    std::string choices;
+    for (const ListingForm& form : ListingForms().subspan(1))
+        choices += (choices.empty() ? "" : "|") + std::string(form.option);
+    return "songs DIR [" + choices + "]";
+}
+
+std::string OptionLines()
+{
+    std::string lines;
+    for (const ListingForm& form : ListingForms().subspan(1))
+        lines += OptionLine(form.option, form.help);
+    return lines;
+}
+
+constexpr std::string_view kDescription =
+    R"(Prints a line for each MP3 and WMA song in DIR and its folders: path, length in
+milliseconds, title, parted by tabs. In a path or title, \t, \n, \r and \\ stand
+for a tab, line ends and a backslash. A song without a title is called like its
+file. The scan is the player's own: navigation maps at the top of a card are
+left out, and a folder that links lead to is listed once.
+)";
 
 } // namespace
 
-bool WriteSongs(std::FILE* out, SongLines form, const std::function<void(unsigned long)>& progress)
-{
-    unsigned long count = 0;
-    bool isWritten = true;
-    WalkSongs(kCardFolder, Subfolders::Walk, [&](const FoundSong& song) {
-        if (!isWritten)
-            return;
-        const std::string line = Format(Describe(song), form);
-        isWritten = std::fwrite(line.data(), 1, line.size(), out) == line.size();
-        progress(++count);
-    });
-    return isWritten && std::fflush(out) == 0;
-}
+const Command kSongsCommand = { "songs", Synopsis, kDescription, OptionLines, Run };

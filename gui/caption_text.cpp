@@ -1,5 +1,7 @@
 #include "gui/caption_text.h"
 
+#include "platform/screen_size.h"
+
 #include <climits>
 
 namespace {
@@ -10,7 +12,6 @@ constexpr int kOtherLanguagesPoints = 11;
 constexpr LONG kNormalWeight = 400;
 constexpr LONG kBoldWeight = 700;
 constexpr int kPointsPerInch = 72;
-constexpr LONG kScreenWidthPx = 320;
 
 } // namespace
 

@@ -2,7 +2,7 @@
 // Knows no window.
 #pragma once
 
-#include "gui/gdi_handles.h"
+#include "common/gdi_handles.h"
 
 // The caption font for `sizePoints` on a device of `logPixelsY` pixels an inch: in Chinese (2052 and 1028) the given
 // size at normal weight, in every other language 11 points bold.
@@ -22,6 +22,6 @@ private:
     LONG m_weight = 0;
 };
 
-// Measures `text` in the font of `context`: left and top become 0, bottom the top plus the font's height and external
-// leading, and the text's width is added to the right edge as it stands. A null text makes the right edge 320.
+// Measures `text` in the font of `context`. Left and top become 0, the bottom the font's height with its external
+// leading. The right edge grows by the text's width from where it stands; a null text makes it the screen's.
 void MeasureText(HDC context, LPCWSTR text, RECT& rect);

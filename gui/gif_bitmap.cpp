@@ -1,6 +1,6 @@
 #include "gui/gif_bitmap.h"
 
-#include "gui/gdi_handles.h"
+#include "common/gdi_handles.h"
 #include "gui/gif_decoder.h"
 #include "gui/gif_pixels.h"
 

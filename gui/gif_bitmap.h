@@ -6,9 +6,9 @@
 #include <cstdint>
 #include <span>
 
-// A top-down RGB565 section; its rows are padded to 4 bytes, so an odd width has one spare pixel a row. Null, with null
-// `bits`, when the size is not above zero, larger than the decoder's pixel limit, or refused by the system. Owned by
-// the caller (DeleteObject).
+// A top-down RGB565 section, owned by the caller (DeleteObject). Its rows are padded to 4 bytes: an odd width has one
+// spare pixel a row. Null, with null `bits`, when a side is not above zero, the size is above the decoder's pixel
+// limit, or the system refuses.
 HBITMAP CreateRgb565Dib(int widthPx, int heightPx, std::uint16_t** bits);
 
 // Copies a canvas (rows without padding) into the bits of a bitmap of that size (rows padded). Copies nothing when

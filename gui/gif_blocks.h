@@ -54,8 +54,8 @@ struct GifImageDescriptor {
 // end before, the signature is not "GIF" or the version is greater than "89a".
 std::optional<GifScreen> ReadGifScreen(GifReader& reader);
 
-// Counts the images up to the trailer or the end of the data without decoding them, and leaves the reader where it was.
-// 0 when a byte that starts no block or an extension with a foreign label stands among them.
+// Counts the images up to the trailer or the end of the data, decodes none and leaves the reader where it was. 0 when
+// anything else stands among the blocks: a byte that starts none, or an extension with an unknown label.
 std::uint32_t CountGifImages(GifReader& reader);
 
 // Reads the sub-blocks of a graphic control extension into `control`; those that are not 4 bytes long are skipped.

@@ -1,13 +1,10 @@
 #include "gui/gif_decoder.h"
 
-#include <cstdio>
+#include "common/file_stream.h"
+
 #include <new>
 
 namespace {
-
-struct CloseFile {
-    void operator()(std::FILE* file) const { std::fclose(file); }
-};
 
 constexpr std::uint8_t ColorByte(COLORREF color, unsigned shift)
 {
@@ -46,12 +43,12 @@ bool GifDecoder::ReadWholeFile()
     if (!GetFileAttributesExW(m_path.c_str(), GetFileExInfoStandard, &attributes) || attributes.nFileSizeHigh != 0 ||
         attributes.nFileSizeLow == 0)
         return false;
-    const std::unique_ptr<std::FILE, CloseFile> stream(_wfopen(m_path.c_str(), TEXT("rb")));
+    const UniqueFileStream stream = OpenForReading(m_path.c_str());
     if (!stream)
         return false;
     const std::size_t sizeBytes = attributes.nFileSizeLow;
     m_file.reset(new (std::nothrow) std::byte[sizeBytes]);
-    if (!m_file || std::fread(m_file.get(), 1, sizeBytes, stream.get()) != sizeBytes)
+    if (!m_file || std::fread(m_file.get(), 1, sizeBytes, stream.Get()) != sizeBytes)
         return false;
     m_fileBytes = sizeBytes;
     return true;

@@ -119,7 +119,7 @@ private:
 
     bool ContinueRun(std::uint32_t code)
     {
-        // Entries from m_nextFree on are empty; such a code stands for the string that is being added by it.
+        // A code without an entry yet stands for the very string that is added now.
         const bool isNew = code >= m_nextFree;
         if (isNew && m_previous.sizeBytes == 0)
             return false;
@@ -128,7 +128,7 @@ private:
         if (string.sizeBytes > RoomBytes() || m_nextFree >= kTableEntries)
             return false;
         const String written{ m_written, string.sizeBytes };
-        // The entry of a code beyond the next free one stays empty, so the next code has an empty string before it.
+        // A code beyond the next free entry gets none: for the next code, the string before is empty.
         const bool isEntryEmpty = code > m_nextFree;
         if (code < m_clear)
             Write(code);
@@ -153,7 +153,7 @@ private:
     void Write(std::uint32_t value) { m_pixels[m_written++] = static_cast<std::uint8_t>(value); }
     void Repeat(String string)
     {
-        // Byte by byte from the front: a string that is being added ends with the first byte that this loop writes.
+        // From the front, byte by byte: the last byte of a string that is added now is the first that this loop writes.
         const std::uint8_t* source = m_pixels.data() + string.start;
         std::uint8_t* target = m_pixels.data() + m_written;
         for (std::uint32_t i = 0; i < string.sizeBytes; ++i)

@@ -8,10 +8,11 @@
 #include <span>
 
 // Reads the minimum code size and the data sub-blocks at `reader` and writes colour indices into `pixels`, in the order
-// in which the data deliver them. Whatever the result, the reader then stands behind the chain of sub-blocks. True also
-// when the data end early: the pixels that they do not deliver keep their value. False when the data are not of the
-// format: more pixels than there is room for, a run that starts with a code that stands for no single pixel, a code
-// beyond the table right behind one that lay beyond the next free entry (which leaves no string to go on from), or a
-// string table that would grow past 4096 entries (no deferred clear: a stream that codes on with a full table is
-// refused).
+// of the data. The reader then stands behind the chain of sub-blocks, whatever the result. True also when the data end
+// early: the pixels that are missing keep their value. False when
+// - the data hold more pixels than there is room for;
+// - a run starts with a code that stands for no single pixel;
+// - a code lies beyond the table, and the code before it lay beyond the next free entry: there is no string to go on
+//   from;
+// - the string table would grow past 4096 entries: there is no deferred clear.
 [[nodiscard]] bool DecodeGifPixels(GifReader& reader, std::span<std::uint8_t> pixels);

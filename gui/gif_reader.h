@@ -24,8 +24,8 @@ public:
     std::span<const std::byte> Take(std::size_t count);
     void Skip(std::size_t count) { Take(count); }
 
-    // The next data sub-block without its length byte: 1 to 255 bytes. Empty at the terminator and at the end of the
-    // data, which ends a chain of sub-blocks too; of a sub-block cut short by the end, what there is.
+    // The next data sub-block without its length byte: 1 to 255 bytes, or what there is of one that the data cut short.
+    // Empty at the end of a chain: at its terminator or where the data end.
     std::span<const std::byte> SubBlock();
     // Goes behind the terminator of the chain of sub-blocks.
     void SkipSubBlocks();

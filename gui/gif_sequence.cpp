@@ -34,7 +34,7 @@ const GifFrame* GifSequence::DecodeNextFrame()
     return m_frame ? &*m_frame : nullptr;
 }
 
-// Ends: the counting pass met at least one image on the same way before the trailer, where this walk starts again.
+// Starts again at the trailer. That ends, since Open has counted an image on the same way.
 GifSequence::Found GifSequence::FindImage()
 {
     while (!m_reader.AtEnd()) {

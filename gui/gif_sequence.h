@@ -17,10 +17,10 @@ public:
     const GifScreen& Screen() const { return m_screen; }
     std::uint32_t FrameCount() const { return m_frameCount; }
 
-    // The next image in file order; behind the last, the first again. At the trailer the screen starts from the
-    // background again; a file that ends without one goes on from what is shown. Null when the sequence is not open or
-    // the image cannot be decoded; the next call then tries the next image. When the data end before a further image
-    // starts, an empty frame without a canvas. The frame stays until the next call.
+    // The next image in file order, without end: behind the last comes the first. A round after a trailer starts from
+    // the background, a round after the mere end of the data from what is shown. Where the data end before another
+    // image starts, an empty frame without a canvas. Null when the sequence is not open or the image cannot be decoded;
+    // the next call then tries the next image. The frame stays until the next call.
     const GifFrame* DecodeNextFrame();
 
 private:

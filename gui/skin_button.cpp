@@ -1,5 +1,6 @@
 #include "gui/skin_button.h"
 
+#include "common/rect.h"
 #include "common/string_table.h"
 #include "gui/gif_bitmap.h"
 
@@ -8,15 +9,6 @@
 namespace {
 
 constexpr int kDefaultFontSizePoints = 12;
-
-int Width(const RECT& rect)
-{
-    return rect.right - rect.left;
-}
-int Height(const RECT& rect)
-{
-    return rect.bottom - rect.top;
-}
 
 } // namespace
 
@@ -49,7 +41,7 @@ bool SkinButton::Create(HWND focusOwner, HMODULE stringModule, UINT controlId, c
         }
     }
     m_window = CreateWindowExW(0, TEXT("button"), TEXT(""), WS_CHILD | WS_VISIBLE | BS_OWNERDRAW, place.left, place.top,
-                               Width(place), Height(place), focusOwner,
+                               WidthOf(place), HeightOf(place), focusOwner,
                                reinterpret_cast<HMENU>(static_cast<UINT_PTR>(controlId)), g_hInstance, nullptr);
     if (m_window == nullptr)
         return false;
@@ -148,8 +140,8 @@ void SkinButton::Show(int command)
 
 void SkinButton::Move(int x, int y)
 {
-    m_place = { x, y, x + Width(m_place), y + Height(m_place) };
-    MoveWindow(m_window, x, y, Width(m_place), Height(m_place), FALSE);
+    m_place = { x, y, x + WidthOf(m_place), y + HeightOf(m_place) };
+    MoveWindow(m_window, x, y, WidthOf(m_place), HeightOf(m_place), FALSE);
 }
 
 void SkinButton::Resize(int widthPx, int heightPx)

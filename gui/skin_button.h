@@ -37,18 +37,18 @@ public:
 
     // Back to a button without window, images and caption: key colour magenta, 12 points, black.
     void Reset(UINT controlId = 0);
-    // Makes the button's window, a child of `focusOwner`, and loads the images of `imageSet` (null: none). Size and
-    // colour of `caption` (null: none) count when the size is not 0. False when there is no window; images are then not
-    // loaded.
+    // Makes the button's window, a child of `focusOwner`, and loads the images of `imageSet` (null: none). A `caption`
+    // (null: none) of size 0 gives neither size nor colour. False, and no image loaded, when there is no window.
     bool Create(HWND focusOwner, HMODULE stringModule, UINT controlId, const RECT& place, const ButtonCaption* caption,
                 const ButtonImageSet* imageSet);
-    // Takes everything from `other` but its string-table module, its background source, which becomes none, and an
-    // empty caption. Both buttons then draw the same images, which live as long as one of them has them.
+    // Takes everything from `other`, with three exceptions: the string-table module and, where that of `other` is
+    // empty, the caption stay; there is no background source afterwards. The two buttons share their images from then
+    // on.
     void CopyFrom(const SkinButton& other);
     // Lets go of images, background source and caption; the window stays its parent's.
     void Free();
 
-    // Takes the text or the string, a colour and a size that are not 0, and repaints.
+    // Takes the text or the string, and repaints. A colour or a size of 0 leaves the old one.
     void SetCaption(const ButtonCaption& caption);
     // Reads the string of the caption again, from a module for another language, and repaints.
     void ReloadCaption();
@@ -56,8 +56,8 @@ public:
     // Loads another image in place of the old one and repaints.
     void SetImage(ButtonFace face, LPCWSTR path);
     void SetKeyColor(COLORREF key) { m_keyColor = key; }
-    // `bitmap` (borrowed; null: none) holds a picture of the button's parent; the part at the button's place is drawn
-    // under the face.
+    // `bitmap` (borrowed; null: none) shows the button's parent. Its part at the button's place is drawn under the
+    // face.
     void SetBackgroundSource(const HBITMAP* bitmap) { m_backgroundSource = bitmap; }
 
     void Enable(bool enable);

@@ -1,19 +1,11 @@
 // How a skinned button draws itself; what it is and holds stands in skin_button.cpp.
+#include "common/rect.h"
 #include "gui/skin_button.h"
 
 #include <algorithm>
 #include <optional>
 
 namespace {
-
-int Width(const RECT& rect)
-{
-    return rect.right - rect.left;
-}
-int Height(const RECT& rect)
-{
-    return rect.bottom - rect.top;
-}
 
 // Nothing when the request draws nothing.
 std::optional<ButtonFace> FaceFor(const DRAWITEMSTRUCT& request)
@@ -55,8 +47,8 @@ void SkinButton::DrawItemComposed(const DRAWITEMSTRUCT& request)
         return;
     SkinImage* image = Face(*face);
     const RECT& item = request.rcItem;
-    const int widthPx = std::max<int>(Width(item), image != nullptr ? image->WidthPx() : 0);
-    const int heightPx = std::max<int>(Height(item), image != nullptr ? image->HeightPx() : 0);
+    const int widthPx = std::max<int>(WidthOf(item), image != nullptr ? image->WidthPx() : 0);
+    const int heightPx = std::max<int>(HeightOf(item), image != nullptr ? image->HeightPx() : 0);
     const RECT whole = { 0, 0, widthPx, heightPx };
     const UniqueBitmap copy(CreateCompatibleBitmap(request.hDC, widthPx, heightPx));
     const UniqueMemoryContext context(CreateCompatibleDC(request.hDC));
@@ -67,7 +59,7 @@ void SkinButton::DrawItemComposed(const DRAWITEMSTRUCT& request)
         DrawBackground(request.hDC, item);
         BitBlt(context.Get(), 0, 0, image->WidthPx(), image->HeightPx(), image->Context(request.hDC), 0, 0, SRCCOPY);
     }
-    DrawCaption(context.Get(), { 0, 0, Width(item), Height(item) });
+    DrawCaption(context.Get(), { 0, 0, WidthOf(item), HeightOf(item) });
     TransparentImage(request.hDC, item.left, item.top, widthPx, heightPx, context.Get(), 0, 0, widthPx, heightPx,
                      m_keyColor);
 }
@@ -86,8 +78,8 @@ void SkinButton::DrawBackground(HDC target, const RECT& rect)
         m_backgroundContext.Reset(CreateCompatibleDC(target));
     // Selected for this one copy only: the bitmap is another's, who may select it or put a new one in its place.
     const SelectedObject source(m_backgroundContext.Get(), *m_backgroundSource);
-    BitBlt(target, rect.left, rect.top, Width(rect), Height(rect), m_backgroundContext.Get(), m_place.left, m_place.top,
-           SRCCOPY);
+    BitBlt(target, rect.left, rect.top, WidthOf(rect), HeightOf(rect), m_backgroundContext.Get(), m_place.left,
+           m_place.top, SRCCOPY);
 }
 
 void SkinButton::DrawFace(HDC target, const RECT& rect, ButtonFace face)

@@ -1,7 +1,7 @@
 // A skin picture ready for drawing: its bitmap, its size, and a memory context that holds it. Knows no window.
 #pragma once
 
-#include "gui/gdi_handles.h"
+#include "common/gdi_handles.h"
 
 class SkinImage {
 public:

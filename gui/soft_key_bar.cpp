@@ -19,17 +19,15 @@ bool SoftKeyBar::Create(HWND parent, HMODULE stringModule, int count, std::span<
     const auto plan = PlanSoftKeys(count, ids);
     if (!plan)
         return false;
-    m_stringModule = stringModule;
     m_background = SkinImage(CreateBitmapFromImageFile(parent, kBackgroundPath));
-    m_count = static_cast<int>(plan->size());
-    m_buttons = std::make_unique<SkinButton[]>(plan->size());
+    MakePlaces(plan->size());
     for (std::size_t i = 0; i < plan->size(); ++i) {
         const SoftKeyPlan& key = (*plan)[i];
         if (key.id == kSoftKeyEmptyId)
             continue;
         const ButtonCaption& caption = key.takesCallersLook && i < captions.size() ? captions[i] : kNoText;
         const ButtonImageSet& skin = key.takesCallersLook && i < imageSets.size() ? imageSets[i] : key.skin;
-        m_buttons[i].Create(parent, stringModule, key.id, key.place, &caption, &skin);
+        Buttons()[i].Create(parent, stringModule, key.id, key.place, &caption, &skin);
     }
     return true;
 }
@@ -37,23 +35,7 @@ bool SoftKeyBar::Create(HWND parent, HMODULE stringModule, int count, std::span<
 void SoftKeyBar::Destroy()
 {
     m_background = SkinImage();
-    m_buttons.reset();
-    m_count = 0;
-}
-
-SkinButton* SoftKeyBar::Find(UINT id) const
-{
-    if (id == kSoftKeyEmptyId)
-        return nullptr;
-    const std::span<SkinButton> buttons(m_buttons.get(), static_cast<std::size_t>(m_count));
-    const auto found = std::ranges::find(buttons, id, &SkinButton::ControlId);
-    return found != buttons.end() ? &*found : nullptr;
-}
-
-void SoftKeyBar::DrawItem(const DRAWITEMSTRUCT& request)
-{
-    if (SkinButton* button = Find(request.CtlID))
-        button->DrawItem(request);
+    ForgetButtons();
 }
 
 void SoftKeyBar::DrawBackground(HDC target)
@@ -80,7 +62,6 @@ void SoftKeyBar::ArrowKey(WPARAM virtualKey)
 
 void SoftKeyBar::SetStringModule(HMODULE module)
 {
-    m_stringModule = module;
     for (SkinButton& button : Buttons())
         button.SetStringModule(module);
 }
@@ -120,28 +101,4 @@ void SoftKeyBar::SetImage(UINT id, ButtonFace face, LPCWSTR path)
         if (id != 0 && button.ControlId() == id)
             button.SetImage(face, path);
     }
-}
-
-void SoftKeyBar::Enable(UINT id, bool enable)
-{
-    if (SkinButton* button = Find(id))
-        button->Enable(enable);
-}
-
-bool SoftKeyBar::IsEnabled(UINT id) const
-{
-    const SkinButton* button = Find(id);
-    return button != nullptr && button->IsEnabled();
-}
-
-void SoftKeyBar::Show(UINT id, int command)
-{
-    if (SkinButton* button = Find(id))
-        button->Show(command);
-}
-
-void SoftKeyBar::RepaintAll()
-{
-    for (SkinButton& button : Buttons())
-        button.Repaint();
 }

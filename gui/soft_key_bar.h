@@ -2,9 +2,8 @@
 // buttons of a list. Knows no command's meaning.
 #pragma once
 
-#include "gui/skin_button.h"
+#include "gui/skin_button_row.h"
 
-#include <memory>
 #include <span>
 
 // Ids of slots that stand for more than a button.
@@ -16,18 +15,17 @@ constexpr int kSoftKeyVolumeId = 22;     // an ordinary slot with the volume ski
 constexpr UINT kUpButtonId = 40;
 constexpr UINT kDownButtonId = 41;
 
-class SoftKeyBar {
+class SoftKeyBar : public SkinButtonRow {
 public:
-    // Makes the buttons as children of `parent`, which gets the focus that they are given. `ids` holds one entry a
-    // button: `count`, and one more (not read) behind the id of a pair among the first `count`. `captions` and
-    // `imageSets` go with `ids`; an entry that is not there is a caption without text or the slot's own skin. 2 to 7
-    // slots; false, and no bar, for any other count.
+    // Makes the buttons as children of `parent`, to which they hand the focus on. `ids`: one entry a button, which is
+    // `count`, or one more when a pair is among the first `count`; the entry behind the id of a pair is not read.
+    // `captions` and `imageSets` go with `ids`. Where they end, a button has no text, or its slot's own skin. False,
+    // and no bar, when `count` is not 2 to 7.
     bool Create(HWND parent, HMODULE stringModule, int count, std::span<const int> ids,
                 std::span<const ButtonCaption> captions = {}, std::span<const ButtonImageSet> imageSets = {});
     // Frees all images and forgets the buttons; their windows go with the parent.
     void Destroy();
 
-    void DrawItem(const DRAWITEMSTRUCT& request);
     // Draws the bar's background at its place on the screen.
     void DrawBackground(HDC target);
     // Draws the background and every button into a picture of the whole screen.
@@ -35,28 +33,17 @@ public:
     // Clicks the up or the down button for VK_UP and VK_DOWN.
     void ArrowKey(WPARAM virtualKey);
 
-    // For all of these: id 0 means every button where the line says so, else no button.
+    // Of every button.
     void SetStringModule(HMODULE module);
+    void SetCaptions(std::span<const ButtonCaption> captions); // in order, as many as there are
+    // Of the first button of that id; id 0 means every button.
+    void ReloadCaption(UINT id, HMODULE stringModule); // every button takes the module first
+    void SetKeyColor(UINT id, COLORREF key);
+    // Of the first button of that id; id 0 means none.
     void SetCaption(UINT id, const ButtonCaption& caption);
-    void SetCaptions(std::span<const ButtonCaption> captions); // every button, in order
-    void ReloadCaption(UINT id, HMODULE stringModule);         // or every button; the bar takes the module first
-    void SetKeyColor(UINT id, COLORREF key);                   // or every button
-    void SetImage(UINT id, ButtonFace face, LPCWSTR path);     // all buttons of that id
-    void Enable(UINT id, bool enable);
-    bool IsEnabled(UINT id) const; // false when there is no such button
-    void Show(UINT id, int command);
-    void RepaintAll();
-
-    // The buttons in order, empty slots among them (control id 0).
-    std::span<SkinButton> Buttons() { return { m_buttons.get(), static_cast<std::size_t>(m_count) }; }
-    std::span<const SkinButton> Buttons() const { return { m_buttons.get(), static_cast<std::size_t>(m_count) }; }
+    // Of all buttons of that id; id 0 means none.
+    void SetImage(UINT id, ButtonFace face, LPCWSTR path);
 
 private:
-    // The first button of that id; null for id 0.
-    SkinButton* Find(UINT id) const;
-
-    int m_count = 0;
-    HMODULE m_stringModule = nullptr;
-    std::unique_ptr<SkinButton[]> m_buttons;
     SkinImage m_background;
 };

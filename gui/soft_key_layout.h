@@ -2,13 +2,14 @@
 #pragma once
 
 #include "gui/skin_button.h"
+#include "platform/screen_size.h"
 
 #include <optional>
 #include <span>
 #include <vector>
 
-constexpr int kSoftKeyTopPx = 208;
 constexpr int kSoftKeyHeightPx = 32;
+constexpr int kSoftKeyTopPx = kScreenHeightPx - kSoftKeyHeightPx;
 
 // One button of a bar. An empty slot has id 0.
 struct SoftKeyPlan {

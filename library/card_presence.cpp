@@ -1,5 +1,7 @@
 #include "library/card_presence.h"
 
+#include "common/file_search.h"
+
 namespace {
 
 bool IsNamed(const WIN32_FIND_DATAW& found)
@@ -12,25 +14,16 @@ bool IsNamed(const WIN32_FIND_DATAW& found)
 
 bool IsCardInserted()
 {
-    WIN32_FIND_DATAW found;
-    const HANDLE find = FindFirstFileW((WString(kCardFolder) + TEXT("\\*.*")).c_str(), &found);
-    if (find == INVALID_HANDLE_VALUE)
-        return false;
-    bool isInserted = IsNamed(found);
-    while (!isInserted && FindNextFileW(find, &found) != FALSE)
-        isInserted = IsNamed(found);
-    FindClose(find);
-    return isInserted;
+    const WString pattern = WString(kCardFolder) + TEXT("\\*.*");
+    for (FileSearch search(pattern.c_str()); search; search.Next())
+        if (IsNamed(search.Entry()))
+            return true;
+    return false;
 }
 
 bool IsSongThere(const MediaFileEntry& entry)
 {
-    WIN32_FIND_DATAW found;
-    const HANDLE find = FindFirstFileW(PathOf(entry).c_str(), &found);
-    if (find == INVALID_HANDLE_VALUE)
-        return false;
-    FindClose(find);
-    return true;
+    return IsPathThere(PathOf(entry).c_str());
 }
 
 bool CardOfList::IsThere(std::int32_t first)

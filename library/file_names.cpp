@@ -1,5 +1,7 @@
 #include "library/file_names.h"
 
+#include "common/file_search.h"
+
 #include <algorithm>
 
 namespace {
@@ -53,10 +55,6 @@ int FileExists(const WCHAR* path)
     WString name(path);
     if (!name.empty() && name.back() == TEXT('\\'))
         name.pop_back();
-    WIN32_FIND_DATAW found;
-    const HANDLE find = FindFirstFileW(name.c_str(), &found);
-    if (find == INVALID_HANDLE_VALUE)
-        return 0;
-    FindClose(find);
-    return (found.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) == 0 ? 1 : 0;
+    const FileSearch search(name.c_str());
+    return search && (search.Entry().dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) == 0 ? 1 : 0;
 }

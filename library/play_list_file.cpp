@@ -1,5 +1,6 @@
 #include "library/play_list_file.h"
 
+#include "common/kernel_handles.h"
 #include "library/card_presence.h"
 #include "library/display_texts.h"
 #include "library/song_list.h"
@@ -16,17 +17,10 @@ constexpr WCHAR kSeparator = TEXT('$');
 constexpr WCHAR kRecordEnd = 0x0A0D; // the bytes 0D 0A
 constexpr std::size_t kMostRecordUnits = 1000;
 
-struct CloseObject {
-    using pointer = HANDLE;
-    void operator()(HANDLE object) const { CloseHandle(object); }
-};
-using FileOrNone = std::unique_ptr<HANDLE, CloseObject>;
-
-FileOrNone OpenFile(const WCHAR* path, DWORD disposition)
+UniqueFile OpenFile(const WCHAR* path, DWORD disposition)
 {
-    const HANDLE file = CreateFileW(path, GENERIC_READ | GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr,
-                                    disposition, FILE_ATTRIBUTE_NORMAL, nullptr);
-    return FileOrNone(file != INVALID_HANDLE_VALUE ? file : nullptr);
+    return UniqueFile(CreateFileW(path, GENERIC_READ | GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr,
+                                  disposition, FILE_ATTRIBUTE_NORMAL, nullptr));
 }
 
 // Collects bytes into blocks, so that a long list costs neither memory nor a call for each record.
@@ -90,10 +84,10 @@ void AppendRecords(const CPtrListCtrl& list, BlockWriter& writer)
 
 bool WriteRecords(const std::vector<const CPtrListCtrl*>& lists, const WCHAR* path)
 {
-    const FileOrNone file = OpenFile(path, CREATE_ALWAYS);
+    const UniqueFile file = OpenFile(path, CREATE_ALWAYS);
     if (!file)
         return false;
-    BlockWriter writer(file.get());
+    BlockWriter writer(file.Get());
     for (const CPtrListCtrl* const list : lists)
         AppendRecords(*list, writer);
     return writer.Finish();
@@ -172,13 +166,13 @@ void LoadPlayList(CPtrListCtrl& list)
 
 void ReadPlayListRecords(const std::function<void(WStringView record)>& visit)
 {
-    const FileOrNone file = OpenFile(kPlayListFile, OPEN_EXISTING);
+    const UniqueFile file = OpenFile(kPlayListFile, OPEN_EXISTING);
     if (!file)
         return;
     RecordCutter records(visit);
     std::array<std::uint8_t, 1000> block;
     DWORD readBytes = 0;
-    while (ReadFile(file.get(), block.data(), static_cast<DWORD>(block.size()), &readBytes, nullptr) != FALSE &&
+    while (ReadFile(file.Get(), block.data(), static_cast<DWORD>(block.size()), &readBytes, nullptr) != FALSE &&
            readBytes > 0) {
         for (DWORD i = 0; i < readBytes; ++i)
             records.Feed(block[i]);

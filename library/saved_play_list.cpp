@@ -1,5 +1,6 @@
 #include "library/saved_play_list.h"
 
+#include "common/file_search.h"
 #include "library/card_presence.h"
 #include "library/play_list_file.h"
 
@@ -14,16 +15,6 @@ WString Records(const CPtrListCtrl& list)
     for (const MediaFileEntry& entry : ConstSongList(list))
         (records += PlayListRecordText(++number, entry)) += TEXT('\n');
     return records;
-}
-
-bool IsFileThere()
-{
-    WIN32_FIND_DATAW found;
-    const HANDLE find = FindFirstFileW(kPlayListFile, &found);
-    if (find == INVALID_HANDLE_VALUE)
-        return false;
-    FindClose(find);
-    return true;
 }
 
 } // namespace
@@ -80,7 +71,7 @@ private:
 void SavedPlayList::Load(CPtrListCtrl& list)
 {
     m_away.clear();
-    m_hasFile = IsFileThere();
+    m_hasFile = IsPathThere(kPlayListFile);
     Loading loading(list, m_away);
     ReadPlayListRecords([&loading](WStringView record) { loading.Add(record); });
     loading.EndList();

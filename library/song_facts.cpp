@@ -1,5 +1,6 @@
 #include "library/song_facts.h"
 
+#include "common/file_stream.h"
 #include "encoding/code_page.h"
 #include "tags/file_source.h"
 #include "tags/id3_frame_search.h"
@@ -113,10 +114,10 @@ WString Mp3Title(ByteSource& source, const Mp3FileInfo& info)
 
 SongFacts ReadMp3Facts(const WCHAR* path)
 {
-    const FileHandle file = OpenForReading(path);
+    const UniqueFileStream file = OpenForReading(path);
     if (!file)
         return {};
-    FileSource source(file.get());
+    FileSource source(file.Get());
     Mp3FileInfo info;
     const bool hasLength = ReadMp3Info(&source, info, TagFrames::Skip) == kTagOk;
     return { hasLength ? info.durationMs : 0, Mp3Title(source, info) };

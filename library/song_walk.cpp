@@ -1,22 +1,16 @@
 #include "library/song_walk.h"
 
+#include "common/file_search.h"
 #include "library/file_names.h"
 
 #include <algorithm>
 #include <iterator>
-#include <memory>
 #include <unordered_set>
 
 namespace {
 
 constexpr WStringView kMapFolders[] = { TEXT("MagaNavi"), TEXT("DestinatorApps"), TEXT("Lingtu"), TEXT("maps") };
 constexpr WStringView kEveryFile = TEXT("\\*.*");
-
-struct CloseFind {
-    using pointer = HANDLE;
-    void operator()(HANDLE find) const { FindClose(find); }
-};
-using FindHandle = std::unique_ptr<HANDLE, CloseFind>;
 
 struct HashOfIdentity {
     std::size_t operator()(const FolderIdentity& folder) const
@@ -43,14 +37,8 @@ public:
         const WString pattern = folder + WString(kEveryFile);
         if (pattern.size() >= kPathUnits || !IsFirstVisit(folder))
             return;
-        WIN32_FIND_DATAW found;
-        const HANDLE handle = FindFirstFileW(pattern.c_str(), &found);
-        if (handle == INVALID_HANDLE_VALUE)
-            return;
-        const FindHandle find(handle);
-        do
-            Visit(folder, found);
-        while (FindNextFileW(find.get(), &found) != FALSE);
+        for (FileSearch search(pattern.c_str()); search; search.Next())
+            Visit(folder, search.Entry());
     }
 
 private:

@@ -1,4 +1,5 @@
 // The picture and the wiring of the engine on DirectShow.
+#include "common/rect.h"
 #include "playback/media_graph_directshow.h"
 
 namespace {
@@ -25,7 +26,7 @@ bool MediaGraph::SetVideoOwner(HWND owner)
     window->put_Owner(handle);
     RECT client{};
     GetClientRect(owner, &client);
-    Place(window, 0, 0, client.right - client.left, client.bottom - client.top);
+    Place(window, 0, 0, WidthOf(client), HeightOf(client));
     window->put_WindowStyle(kChildStyle);
     window->put_MessageDrain(handle);
     window->put_Visible(owner != nullptr ? OATRUE : OAFALSE);

@@ -42,6 +42,8 @@ public:
     // Goes back to the beginning and ends the timer. 0 on a closed player too, whose timer goes on.
     int Stop();
     int GetState() const { return m_state; }
+    // Whether the file of that path is open.
+    bool HasOpen(WStringView path) const { return m_graph != nullptr && path == m_path; }
 
     // Seconds: 0.0 without a graph, 1.0 where the length is unknown, so that nobody divides by zero.
     double GetDuration();

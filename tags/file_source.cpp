@@ -2,16 +2,6 @@
 
 #include <limits>
 
-FileHandle OpenForReading(const WCHAR* path)
-{
-    if (path == nullptr)
-        return nullptr;
-    FileHandle file(_wfopen(path, TEXT("rb")));
-    if (file)
-        std::setvbuf(file.get(), nullptr, _IONBF, 0); // FileSource reads in blocks of its own
-    return file;
-}
-
 std::uint64_t FileSource::Stream::SizeBytes()
 {
     constexpr long kEndTagBytes = 128;

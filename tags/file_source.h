@@ -3,18 +3,7 @@
 
 #include "tags/block_source.h"
 
-#include "platform/ce.h"
-
 #include <cstdio>
-#include <memory>
-
-struct CloseFile {
-    void operator()(std::FILE* file) const { std::fclose(file); }
-};
-using FileHandle = std::unique_ptr<std::FILE, CloseFile>;
-
-// Opens a file of the device for reading bytes; null when it cannot be opened or `path` is null.
-FileHandle OpenForReading(const WCHAR* path);
 
 class FileSource final : public ByteSource {
 public:

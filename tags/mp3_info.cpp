@@ -1,5 +1,6 @@
 #include "tags/mp3_info.h"
 
+#include "common/file_stream.h"
 #include "tags/byte_reader.h"
 #include "tags/file_source.h"
 #include "tags/tag_results.h"
@@ -72,12 +73,12 @@ std::int64_t FindFirstFrameSync(ByteSource& source, const Mp3FileInfo& info)
 
 std::unique_ptr<Mp3FileInfo> Mp3Reader::OpenMp3Info(const WCHAR* path, TagFrames frames) const
 {
-    const FileHandle file = OpenForReading(path);
+    const UniqueFileStream file = OpenForReading(path);
     if (!file)
         return nullptr;
     auto info = std::make_unique<Mp3FileInfo>();
     std::copy_n(path, std::min(WStringView(path).size(), std::size(info->path) - 1), info->path);
-    FileSource source(file.get());
+    FileSource source(file.Get());
     if (ReadMp3Info(&source, *info, frames) != kTagOk)
         return nullptr;
     return info;

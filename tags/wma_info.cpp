@@ -1,5 +1,7 @@
 #include "tags/wma_info.h"
 
+#include "common/file_stream.h"
+#include "tags/asf_ids.h"
 #include "tags/file_source.h"
 
 #include <algorithm>
@@ -9,31 +11,18 @@
 
 namespace {
 
-using Guid = std::array<std::uint8_t, 16>; // as stored: the first three fields are little-endian
-
-constexpr Guid kHeaderObject = { 0x30, 0x26, 0xB2, 0x75, 0x8E, 0x66, 0xCF, 0x11,
-                                 0xA6, 0xD9, 0x00, 0xAA, 0x00, 0x62, 0xCE, 0x6C };
-constexpr Guid kFileProperties = { 0xA1, 0xDC, 0xAB, 0x8C, 0x47, 0xA9, 0xCF, 0x11,
-                                   0x8E, 0xE4, 0x00, 0xC0, 0x0C, 0x20, 0x53, 0x65 };
-constexpr Guid kContentDescription = { 0x33, 0x26, 0xB2, 0x75, 0x8E, 0x66, 0xCF, 0x11,
-                                       0xA6, 0xD9, 0x00, 0xAA, 0x00, 0x62, 0xCE, 0x6C };
-constexpr Guid kExtendedContentDescription = { 0x40, 0xA4, 0xD0, 0xD2, 0x07, 0xE3, 0xD2, 0x11,
-                                               0x97, 0xF0, 0x00, 0xA0, 0xC9, 0x5E, 0xA8, 0x50 };
-constexpr Guid kDataObject = { 0x36, 0x26, 0xB2, 0x75, 0x8E, 0x66, 0xCF, 0x11,
-                               0xA6, 0xD9, 0x00, 0xAA, 0x00, 0x62, 0xCE, 0x6C };
-
 constexpr std::size_t kObjectHeaderBytes = 24;
 constexpr std::uint64_t kMostObjectBytes = 1024; // larger ones are deliberately not skipped
 constexpr std::size_t kHeaderObjectBytes = 30;
 constexpr std::size_t kDataObjectStartBytes = 26; // file identifier, packet count, reserved
 constexpr int kMostObjects = 4096;                // a file of nothing but empty objects ends here
 
-Guid TakeGuid(ByteReader& reader)
+AsfId TakeId(ByteReader& reader)
 {
-    Guid guid = {};
-    std::ranges::transform(reader.Take(guid.size()), guid.begin(),
+    AsfId id = {};
+    std::ranges::transform(reader.Take(id.size()), id.begin(),
                            [](std::byte digit) { return std::to_integer<std::uint8_t>(digit); });
-    return guid;
+    return id;
 }
 
 // A field that the object does not hold whole keeps its value.
@@ -61,7 +50,7 @@ void SetDuration(WmaInfo& info)
 
 bool ReadFileProperties(ByteReader object, WmaInfo& info)
 {
-    const Guid fileId = TakeGuid(object);
+    const AsfId fileId = TakeId(object);
     if (object.Ok())
         std::memcpy(info.fileId, fileId.data(), fileId.size());
     ReadField(object, info.fileBytes);
@@ -145,13 +134,13 @@ bool ReadExtendedContentDescription(ByteReader object, WmaInfo& info)
     return object.Ok();
 }
 
-bool ReadHeaderChild(const Guid& guid, ByteReader object, WmaInfo& info)
+bool ReadHeaderChild(const AsfId& id, ByteReader object, WmaInfo& info)
 {
-    if (guid == kFileProperties)
+    if (id == kAsfFileProperties)
         return ReadFileProperties(object, info);
-    if (guid == kContentDescription)
+    if (id == kAsfContentDescription)
         return ReadContentDescription(object, info);
-    if (guid == kExtendedContentDescription)
+    if (id == kAsfExtendedContentDescription)
         return ReadExtendedContentDescription(object, info);
     return true;
 }
@@ -170,19 +159,19 @@ int ReadWmaInfo(ByteSource& source, WmaInfo& info)
     };
 
     ByteReader header = next(kHeaderObjectBytes);
-    if (TakeGuid(header) != kHeaderObject)
+    if (TakeId(header) != kAsfHeader)
         return -1;
     for (int i = 0; i < kMostObjects; ++i) {
         ByteReader objectHeader = next(kObjectHeaderBytes);
-        const Guid guid = TakeGuid(objectHeader);
+        const AsfId id = TakeId(objectHeader);
         const std::uint64_t sizeBytes = objectHeader.U64Le();
         if (!objectHeader.Ok())
             return -1;
-        if (guid == kDataObject)
+        if (id == kAsfData)
             return next(kDataObjectStartBytes).RestBytes() == kDataObjectStartBytes ? 0 : -1;
         if (sizeBytes < kObjectHeaderBytes || sizeBytes > kMostObjectBytes)
             return -1;
-        if (!ReadHeaderChild(guid, next(static_cast<std::size_t>(sizeBytes) - kObjectHeaderBytes), info))
+        if (!ReadHeaderChild(id, next(static_cast<std::size_t>(sizeBytes) - kObjectHeaderBytes), info))
             return -1;
     }
     return -1;
@@ -192,10 +181,10 @@ int ReadWmaInfo(const WCHAR* path, WmaInfo* info)
 {
     if (info == nullptr)
         return -1;
-    const FileHandle file = OpenForReading(path);
+    const UniqueFileStream file = OpenForReading(path);
     if (!file)
         return -1;
-    FileSource source(file.get());
+    FileSource source(file.Get());
     return ReadWmaInfo(source, *info);
 }
 

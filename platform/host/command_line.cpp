@@ -12,7 +12,7 @@ std::optional<int> AnswerCommandLine(const std::vector<std::string>& arguments, 
         return kBadOptions;
     }
     if (options.showHelp) {
-        std::fputs(kHelpText, stdout);
+        std::fputs(HelpText().c_str(), stdout);
         return 0;
     }
     if (options.showVersion) {

@@ -1,6 +1,8 @@
 #include "platform/host/input_script.h"
 
-#include "platform/host/device_screen.h"
+#include "platform/host/device_keys.h"
+#include "platform/screen_size.h"
+
 #include <algorithm>
 #include <charconv>
 #include <optional>
@@ -9,15 +11,6 @@ namespace cardsong::host {
 namespace {
 
 constexpr std::uint32_t kLongestWaitMs = 3'600'000;
-
-struct KeyName {
-    std::string_view name;
-    WPARAM key;
-};
-constexpr KeyName kKeyNames[] = {
-    { "Enter", VK_RETURN }, { "Left", VK_LEFT }, { "Right", VK_RIGHT },
-    { "Up", VK_UP },        { "Down", VK_DOWN }, { "Exit", VK_F24 },
-};
 
 std::optional<std::uint32_t> ReadNumber(std::string_view text, std::uint32_t largest)
 {
@@ -40,11 +33,21 @@ std::optional<ScriptStep> ReadTap(std::string_view place)
     return TapStep{ static_cast<int>(*x), static_cast<int>(*y) };
 }
 
+std::string KeyNames()
+{
+    std::string names;
+    for (const DeviceKey& key : DeviceKeys()) {
+        if (!key.scriptName.empty())
+            names += (names.empty() ? "" : " ") + std::string(key.scriptName);
+    }
+    return names;
+}
+
 using Word = std::variant<ScriptStep, ScriptError>;
 
 Word ReadWord(std::string_view word)
 {
-    const auto fail = [word](const char* why) { return ScriptError{ "\"" + std::string(word) + "\": " + why }; };
+    const auto fail = [word](const std::string& why) { return ScriptError{ "\"" + std::string(word) + "\": " + why }; };
     if (word.starts_with("wait:")) {
         const auto milliseconds = ReadNumber(word.substr(5), kLongestWaitMs);
         return milliseconds ? Word(WaitStep{ *milliseconds }) : fail("wait: takes milliseconds, 0 to 3600000");
@@ -55,11 +58,11 @@ Word ReadWord(std::string_view word)
     }
     if (word.starts_with("shot:"))
         return word.size() > 5 ? Word(ShotStep{ std::string(word.substr(5)) }) : fail("shot: takes a file name");
-    for (const KeyName& known : kKeyNames) {
-        if (known.name == word)
-            return KeyStep{ static_cast<UINT>(known.key) };
+    for (const DeviceKey& key : DeviceKeys()) {
+        if (key.scriptName == word)
+            return KeyStep{ key.code };
     }
-    return fail("neither a key (Enter Left Right Up Down Exit) nor wait:MS, tap:X,Y or shot:FILE");
+    return fail("neither a key (" + KeyNames() + ") nor wait:MS, tap:X,Y or shot:FILE");
 }
 
 } // namespace

@@ -34,7 +34,7 @@ struct ScriptError {
     std::string message; // one line that names the bad word and says what is wrong with it
 };
 
-// Words are separated by blanks: Enter, Left, Right, Up, Down, Exit; wait:MS (at most an hour); tap:X,Y within the
+// Words are separated by blanks: names of keys, see device_keys.h; wait:MS (at most an hour); tap:X,Y within the
 // screen; shot:FILE.
 std::variant<std::vector<ScriptStep>, ScriptError> ParseInputScript(std::string_view text);
 

@@ -1,7 +1,8 @@
 #include "platform/host/options.h"
 
+#include "platform/host/language_tag.h"
+
 #include <algorithm>
-#include <cctype>
 #include <charconv>
 #include <cmath>
 #include <cstdlib>
@@ -10,93 +11,166 @@
 namespace cardsong::host {
 namespace {
 
-constexpr std::uint16_t kChineseTraditional = 0x0404;
-constexpr std::uint16_t kChineseSimplified = 0x0804;
-constexpr std::uint16_t kEnglish = 0x0409;
 constexpr int kLargestScale = 16;
 constexpr double kLongestRunSeconds = 7 * 24 * 3600.0;
 
-enum Option : int {
-    kDevice = 1,
-    kCard,
-    kLanguage,
-    kScale,
-    kFullScreen,
-    kHeadless,
-    kRunFor,
-    kKeys,
-    kScreenshot,
-    kAudioSink,
-    kFill,
-    kVerbose,
-    kVersion,
-    kHelp = 'h',
-};
-
-constexpr option kOptions[] = {
-    { "device", required_argument, nullptr, kDevice },
-    { "card", required_argument, nullptr, kCard },
-    { "language", required_argument, nullptr, kLanguage },
-    { "scale", required_argument, nullptr, kScale },
-    { "fullscreen", no_argument, nullptr, kFullScreen },
-    { "headless", no_argument, nullptr, kHeadless },
-    { "run-for", required_argument, nullptr, kRunFor },
-    { "keys", required_argument, nullptr, kKeys },
-    { "screenshot", required_argument, nullptr, kScreenshot },
-    { "audio-sink", required_argument, nullptr, kAudioSink },
-    { "fill", no_argument, nullptr, kFill },
-    { "verbose", no_argument, nullptr, kVerbose },
-    { "version", no_argument, nullptr, kVersion },
-    { "help", no_argument, nullptr, kHelp },
-    {},
-};
-
-// Values that are not numbers become ones that the check refuses.
-int ReadScale(const std::string& text)
+template <auto Field>
+void Take(const char* value, Options& options)
 {
+    options.*Field = value;
+}
+
+template <auto Flag>
+void Raise(const char*, Options& options)
+{
+    options.*Flag = true;
+}
+
+void TakeLanguage(const char* value, Options& options)
+{
+    options.language = LanguageFromTag(value);
+}
+
+// Values that are not numbers become ones that mean nothing.
+void TakeScale(const char* value, Options& options)
+{
+    const std::string_view text = value;
     int scale = 0;
     const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), scale);
     const bool isWhole = error == std::errc() && end == text.data() + text.size();
-    return isWhole && scale >= 1 && scale <= kLargestScale ? scale : -1;
+    options.scale = isWhole && scale >= 1 && scale <= kLargestScale ? scale : -1;
 }
 
-double ReadSeconds(const std::string& text)
+void TakeSeconds(const char* value, Options& options)
 {
     char* end = nullptr;
-    const double seconds = std::strtod(text.c_str(), &end);
-    return !text.empty() && *end == '\0' ? seconds : -1.0;
+    const double seconds = std::strtod(value, &end);
+    options.runForSeconds = *value != '\0' && *end == '\0' ? seconds : -1.0;
 }
 
-void Store(int which, const char* value, Options& options)
+bool IsLanguage(const Options& options)
 {
-    switch (which) {
-    case kDevice: options.deviceDirectory = value; break;
-    case kCard: options.cardDirectory = value; break;
-    case kLanguage: options.language = LanguageFromTag(value); break;
-    case kScale: options.scale = ReadScale(value); break;
-    case kFullScreen: options.fullScreen = true; break;
-    case kHeadless: options.headless = true; break;
-    case kRunFor: options.runForSeconds = ReadSeconds(value); break;
-    case kKeys: options.keyScript = value; break;
-    case kScreenshot: options.screenshotFile = value; break;
-    case kAudioSink: options.audioSink = value; break;
-    case kFill: options.fill = true; break;
-    case kVerbose: options.verbose = true; break;
-    case kVersion: options.showVersion = true; break;
-    case kHelp: options.showHelp = true; break;
-    default: break;
+    return options.language != 0;
+}
+
+bool IsScale(const Options& options)
+{
+    return options.scale >= 0;
+}
+
+bool IsTime(const Options& options)
+{
+    return std::isfinite(options.runForSeconds) && options.runForSeconds >= 0 &&
+           options.runForSeconds <= kLongestRunSeconds;
+}
+
+constexpr OptionRow kRows[] = {
+    { .name = "device",
+      .argument = "DIR",
+      .help = "The folder that keeps the device's own files",
+      .store = Take<&Options::deviceDirectory> },
+    { .name = "card",
+      .argument = "DIR",
+      .help = "The folder that is the memory card",
+      .store = Take<&Options::cardDirectory> },
+    { .name = "language",
+      .argument = "TAG",
+      .help = "zh-TW, zh-CN or en",
+      .store = TakeLanguage,
+      .hasMeaning = IsLanguage,
+      .complaint = "not one of zh-TW, zh-CN, en" },
+    { .name = "scale",
+      .argument = "N",
+      .help = "Show each pixel N times as large",
+      .store = TakeScale,
+      .hasMeaning = IsScale,
+      .complaint = "not a whole number from 1 to 16" },
+    { .name = "fullscreen", .help = "Fill the screen", .store = Raise<&Options::fullScreen> },
+    { .name = "headless", .help = "Run without any display", .store = Raise<&Options::headless> },
+    { .name = "run-for",
+      .argument = "SECONDS",
+      .help = "Exit after so many seconds",
+      .store = TakeSeconds,
+      .hasMeaning = IsTime,
+      .complaint = "not a number of seconds" },
+    { .name = "keys",
+      .argument = "SCRIPT",
+      .help = "Press keys and tap: \"Enter wait:500 tap:60,180 Right\"",
+      .store = Take<&Options::keyScript> },
+    { .name = "screenshot",
+      .argument = "FILE",
+      .help = "Write the last picture as PNG",
+      .store = Take<&Options::screenshotFile> },
+    { .name = "audio-sink",
+      .argument = "NAME",
+      .help = "Where the sound goes: null (nowhere, in real time) or an output of the system",
+      .store = Take<&Options::audioSink> },
+    { .name = "fill", .help = "Fill an empty play list from the card at the first play", .playerWord = TEXT("--fill") },
+    { .name = "verbose",
+      .help = "Say what plays and what the debug log says",
+      .store = Raise<&Options::verbose>,
+      .playerWord = TEXT("--report") },
+    { .name = "version", .help = "Print the version", .store = Raise<&Options::showVersion> },
+    { .name = "help", .letter = 'h', .help = "Print this help", .store = Raise<&Options::showHelp> },
+};
+
+constexpr char kHelpHead[] = R"(Usage: cardsong [OPTION...]
+
+Plays the songs of a memory card.
+
+)";
+constexpr std::size_t kHelpColumn = 23; // where the help of an option stands
+constexpr char kHelpFoot[] = R"(
+Exit status: 0 the player was ended; 1 it could not start, or a picture could not be written; 2 an option means
+nothing; 3 the display went away, after which the play list was saved; 130 it did not answer and was given up.
+)";
+
+constexpr int kFirstRow = 256; // the parser's number of a row, above every letter
+
+std::vector<option> ParserRows()
+{
+    std::vector<option> rows;
+    for (const OptionRow& row : kRows)
+        rows.push_back({ row.name, row.argument != nullptr ? required_argument : no_argument, nullptr,
+                         kFirstRow + static_cast<int>(rows.size()) });
+    rows.push_back({});
+    return rows;
+}
+
+// A colon in front: the parser tells a missing value apart from an unknown option.
+std::string ParserLetters()
+{
+    std::string letters = ":";
+    for (const OptionRow& row : kRows) {
+        if (row.letter != 0)
+            letters += row.argument != nullptr ? std::string{ row.letter, ':' } : std::string{ row.letter };
     }
+    return letters;
+}
+
+const OptionRow& RowOf(int which)
+{
+    const auto isMeant = [which](const OptionRow& row) { return row.letter == which; };
+    return which >= kFirstRow ? kRows[which - kFirstRow] : *std::find_if(std::begin(kRows), std::end(kRows), isMeant);
+}
+
+void Store(const OptionRow& row, const char* value, Options& options)
+{
+    if (row.store != nullptr)
+        row.store(value, options);
+    if (row.playerWord == nullptr)
+        return;
+    const WString word = WString(row.playerWord) + TEXT(' ');
+    if (options.playerCommandLine.find(word) == WString::npos)
+        options.playerCommandLine += word;
 }
 
 std::optional<OptionError> CheckValues(const Options& options)
 {
-    if (options.language == 0)
-        return OptionError{ "--language: not one of zh-TW, zh-CN, en" };
-    if (options.scale < 0)
-        return OptionError{ "--scale: not a whole number from 1 to 16" };
-    if (!std::isfinite(options.runForSeconds) || options.runForSeconds < 0 ||
-        options.runForSeconds > kLongestRunSeconds)
-        return OptionError{ "--run-for: not a number of seconds" };
+    for (const OptionRow& row : kRows) {
+        if (row.hasMeaning != nullptr && !row.hasMeaning(options))
+            return OptionError{ "--" + std::string(row.name) + ": " + row.complaint };
+    }
     if (options.fullScreen && options.scale != 0)
         return OptionError{ "--scale and --fullscreen exclude each other" };
     return std::nullopt;
@@ -104,41 +178,25 @@ std::optional<OptionError> CheckValues(const Options& options)
 
 } // namespace
 
-const char* const kHelpText = R"(Usage: cardsong [OPTION...]
-
-Plays the songs of a memory card.
-
-  --device=DIR         The folder that keeps the device's own files
-  --card=DIR           The folder that is the memory card
-  --language=TAG       zh-TW, zh-CN or en
-  --scale=N            Show each pixel N times as large
-  --fullscreen         Fill the screen
-  --headless           Run without any display
-  --run-for=SECONDS    Exit after so many seconds
-  --keys=SCRIPT        Press keys and tap: "Enter wait:500 tap:60,180 Right"
-  --screenshot=FILE    Write the last picture as PNG
-  --audio-sink=NAME    Where the sound goes: null (nowhere, in real time) or an output of the system
-  --fill               Fill an empty play list from the card at the first play
-  --verbose            Say what plays and what the debug log says
-  --version            Print the version
-  -h, --help           Print this help
-
-Exit status: 0 the player was ended; 1 it could not start, or a picture could not be written; 2 an option means
-nothing; 3 the display went away, after which the play list was saved; 130 it did not answer and was given up.
-)";
-
-std::uint16_t LanguageFromTag(const std::string& tag)
+std::span<const OptionRow> OptionTable()
 {
-    std::string name = tag.substr(0, tag.find_first_of(".@"));
-    std::transform(name.begin(), name.end(), name.begin(),
-                   [](unsigned char c) { return static_cast<char>(c == '_' ? '-' : std::tolower(c)); });
-    if (name == "0404" || name == "zh-tw" || name == "zh-hk" || name == "zh-mo" || name.starts_with("zh-hant"))
-        return kChineseTraditional;
-    if (name == "0804" || name == "zh" || name == "zh-cn" || name == "zh-sg" || name.starts_with("zh-hans"))
-        return kChineseSimplified;
-    if (name == "0409" || name == "en" || name.starts_with("en-"))
-        return kEnglish;
-    return 0;
+    return kRows;
+}
+
+std::string HelpText()
+{
+    std::string text = kHelpHead;
+    for (const OptionRow& row : kRows) {
+        std::string line = "  ";
+        if (row.letter != 0)
+            line += std::string{ '-', row.letter, ',', ' ' };
+        line += "--" + std::string(row.name);
+        if (row.argument != nullptr)
+            line += "=" + std::string(row.argument);
+        line.resize(std::max(line.size() + 1, kHelpColumn), ' ');
+        text += line + row.help + '\n';
+    }
+    return text + kHelpFoot;
 }
 
 std::optional<OptionError> ReadOptions(const std::vector<std::string>& arguments, Options& options)
@@ -150,12 +208,14 @@ std::optional<OptionError> ReadOptions(const std::vector<std::string>& arguments
         pointers.push_back(text.data());
     pointers.push_back(nullptr);
     const int count = static_cast<int>(texts.size());
+    const auto rows = ParserRows();
+    const std::string letters = ParserLetters();
 
     opterr = 0; // it is not for the parser to print
     optind = 1;
     for (;;) {
         const int at = optind;
-        const int which = getopt_long(count, pointers.data(), ":h", kOptions, nullptr);
+        const int which = getopt_long(count, pointers.data(), letters.c_str(), rows.data(), nullptr);
         if (which == -1)
             break;
         const std::string word = pointers[static_cast<std::size_t>(std::max(at, optind - 1))];
@@ -164,7 +224,7 @@ std::optional<OptionError> ReadOptions(const std::vector<std::string>& arguments
             return OptionError{ word + ": needs a value" };
         if (which == ':' || which == '?')
             return OptionError{ word + ": not an option" };
-        Store(which, optarg, options);
+        Store(RowOf(which), optarg, options);
     }
     if (optind < count)
         return OptionError{ std::string(pointers[static_cast<std::size_t>(optind)]) + ": not an option" };

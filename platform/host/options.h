@@ -1,8 +1,10 @@
 // The command line of the program as a record, the same on every system. Reads text; opens and starts nothing.
 #pragma once
 
-#include <cstdint>
+#include "platform/ce.h"
+
 #include <optional>
+#include <span>
 #include <string>
 #include <vector>
 
@@ -20,10 +22,12 @@ struct Options {
     std::string keyScript;
     std::string screenshotFile;
     std::string audioSink; // empty: the first that works
-    bool fill = false;
     bool verbose = false;
     bool showVersion = false;
     bool showHelp = false;
+    WString playerCommandLine; // what WinMain gets: words, each with a blank after it
+
+    bool operator==(const Options&) const = default;
 };
 
 struct OptionError {
@@ -36,10 +40,20 @@ struct OptionError {
 [[nodiscard]] std::optional<OptionError> ReadOptions(const std::vector<std::string>& arguments, Options& options);
 
 // What --help prints.
-extern const char* const kHelpText;
+[[nodiscard]] std::string HelpText();
 
-// The language identifier of a tag such as "zh-TW", "zh_CN.UTF-8", "en" or "0404"; 0 when it means none that the player
-// knows.
-[[nodiscard]] std::uint16_t LanguageFromTag(const std::string& tag);
+// One option of the command line. Texts are static; what a row leaves out, its option does not have.
+struct OptionRow {
+    const char* name = nullptr;                                   // without its dashes
+    char letter = 0;                                              // its short form
+    const char* argument = nullptr;                               // what the help calls its value
+    const char* help = nullptr;                                   // one line
+    void (*store)(const char* value, Options& options) = nullptr; // into its field
+    bool (*hasMeaning)(const Options& options) = nullptr;         // asked of the field when all options are stored
+    const char* complaint = nullptr;                              // about a value without a meaning
+    const WCHAR* playerWord = nullptr;                            // what WinMain is told when the option is given
+};
+// Every option, in the order of the help.
+[[nodiscard]] std::span<const OptionRow> OptionTable();
 
 } // namespace cardsong::host

@@ -1,6 +1,6 @@
 #include "platform/host/viewport.h"
 
-#include "platform/host/device_screen.h"
+#include "platform/screen_size.h"
 
 #include <algorithm>
 

@@ -10,7 +10,19 @@ using namespace cardsong::test;
 
 namespace {
 
-class MainWindow : public PlayerTest {};
+class MainWindow : public PlayerTest {
+protected:
+    // Paints over the whole window, as no part of the player would.
+    void Scribble() const
+    {
+        constexpr RECT screen{ 0, 0, 320, 240 };
+        const HBRUSH brush = CreateSolidBrush(RGB(0x12, 0x34, 0x56));
+        const HDC context = GetDC(m_window);
+        FillRect(context, &screen, brush);
+        ReleaseDC(m_window, context);
+        DeleteObject(brush);
+    }
+};
 
 constexpr RECT kTitleArea{ 34, 45, 284, 115 };
 constexpr RECT kElapsedArea{ 221, 117, 284, 137 };
@@ -51,17 +63,6 @@ TEST_F(MainWindow, HasTheFocusAndKeepsItAfterTaps)
     Press(VK_RIGHT);
     EXPECT_EQ(g_currentNumber, 2);
     EXPECT_EQ(GetFocus(), m_window);
-}
-
-TEST_F(MainWindow, AKeyActsOnce)
-{
-    Start();
-    for (const char* name : { "a.mp3", "b.mp3", "c.mp3", "d.mp3" })
-        AddSong(name, 30);
-    Press(VK_RETURN);
-    EXPECT_EQ(g_isPlaying, 1);
-    Press(VK_RIGHT);
-    EXPECT_EQ(g_currentNumber, 2);
 }
 
 TEST_F(MainWindow, AnEnterKeyThatIsHeldPlaysOrPausesOnce)
@@ -201,6 +202,28 @@ TEST_F(MainWindow, TheElapsedTimeIsDrawnAsItChanges)
     EXPECT_GT(Differences(before, Screen(), kElapsedArea), 5);
 }
 
+TEST_F(MainWindow, TheTicksOfProgressAndTitleRepaintTheWholeWindow)
+{
+    Start();
+    const Frame whole = Screen();
+    for (const UINT_PTR timer : { UINT_PTR{ 100 }, UINT_PTR{ 1000 } }) {
+        Scribble();
+        ASSERT_GT(Differences(whole, Screen(), { 0, 0, 320, 240 }), 320 * 200);
+        SendMessageW(m_window, WM_TIMER, timer, 0); // at once: nothing waits for the next message
+        EXPECT_EQ(Differences(whole, Screen(), { 0, 0, 320, 240 }), 0) << timer;
+    }
+}
+
+TEST_F(MainWindow, TheTicksOfOtherTimersRepaintNothing)
+{
+    Start();
+    Scribble();
+    const Frame scribbled = Screen();
+    SendMessageW(m_window, WM_TIMER, 101, 0);
+    Pump();
+    EXPECT_EQ(Differences(scribbled, Screen(), { 0, 0, 320, 240 }), 0);
+}
+
 TEST_F(MainWindow, TheSkinsPanelFramesWhatMayShowOfTheTitleAndTheTimes)
 {
     Start();
@@ -286,7 +309,7 @@ TEST_F(MainWindow, TheNextStartHasTheSavedPlayListButNotSongsThatAreGone)
                        Record(1, "a.mp3", "215") + Record(2, "gone.mp3", "9") + Record(3, "c.mp3", "7"));
     Start();
     ASSERT_EQ(PlayList.GetCount(), 2);
-    EXPECT_DOUBLE_EQ(static_cast<MediaFileEntry*>(PlayList.GetAt(0))->duration, 215);
+    EXPECT_DOUBLE_EQ(SongList(PlayList).At(0).duration, 215);
     Press(VK_RETURN);
     EXPECT_EQ(Narrow(g_titleText), "01.a");
 }

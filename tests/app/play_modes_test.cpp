@@ -1,115 +1,48 @@
-#include "app/title_ticker.h"
-#include "controls/player_buttons.h"
-#include "tests/app/player_fixture.h"
+#include "app/play_modes.h"
 
-using namespace cardsong::test;
+#include <gtest/gtest.h>
 
-namespace {
+TEST(PlayModes, AreOffAtTheStart)
+{
+    const PlayModes modes;
+    EXPECT_FALSE(modes.IsShuffleOn());
+    EXPECT_EQ(modes.RepeatMode(), Repeat::Off);
+    EXPECT_EQ(modes.shufflePrevious, 0);
+    EXPECT_EQ(modes.shuffleNext, 0);
+}
 
-class PlayModes : public PlayerTest {
-protected:
-    void SetUp() override
-    {
-        PlayerTest::SetUp();
-        Start();
-        AddSong("a.mp3", 30);
-        AddSong("b.mp3", 20);
-        AddSong("c.mp3", 10);
+TEST(PlayModes, NeverRepeatAllAndOneSongTogether)
+{
+    PlayModes modes;
+    const Repeat steps[] = { Repeat::All, Repeat::Single, Repeat::All, Repeat::Off, Repeat::Single, Repeat::Off };
+    for (const Repeat step : steps) {
+        modes.SetRepeat(step);
+        EXPECT_EQ(modes.RepeatMode(), step);
+        EXPECT_EQ(modes.repeatAll, step == Repeat::All ? 1 : 0);
+        EXPECT_EQ(modes.repeatOne, step == Repeat::Single ? 1 : 0);
+        EXPECT_EQ(modes.IsRepeatAllOn(), step == Repeat::All);
     }
-    static std::vector<int> Marks()
-    {
-        std::vector<int> marks;
-        for (int i = 0; i < PlayList.GetCount(); ++i)
-            marks.push_back(static_cast<MediaFileEntry*>(PlayList.GetAt(i))->playMark);
-        return marks;
-    }
-};
-
-} // namespace
-
-TEST_F(PlayModes, NextPlaysTheSongThatFollows)
-{
-    Press(VK_RETURN);
-    Press(VK_RIGHT);
-    EXPECT_EQ(g_currentNumber, 2);
-    EXPECT_EQ(g_isPlaying, 1);
-    EXPECT_EQ(Narrow(g_titleText), "02.b");
-    EXPECT_EQ(Narrow(g_totalText), "0:20");
-    EXPECT_EQ(Marks(), (std::vector<int>{ 0, 2, 0 }));
 }
 
-TEST_F(PlayModes, NextOnTheLastSongStops)
+TEST(PlayModes, AnyValueButZeroIsOn)
 {
-    Press(VK_RETURN);
-    Press(VK_RIGHT);
-    Press(VK_RIGHT);
-    EXPECT_EQ(g_currentNumber, 3);
-    Press(VK_RIGHT);
-    EXPECT_EQ(g_songLoaded, 0);
-    EXPECT_EQ(g_stepBusy, 0);
+    PlayModes modes;
+    modes.shuffle = -1;
+    EXPECT_TRUE(modes.IsShuffleOn());
+    EXPECT_EQ(modes.RepeatMode(), Repeat::Off);
 }
 
-TEST_F(PlayModes, PreviousGoesBackOneSong)
+TEST(PlayModes, TheNamesOfTheSingleModesAreTheModesThemselves)
 {
-    Press(VK_RETURN);
-    Press(VK_RIGHT);
-    Press(VK_LEFT);
-    EXPECT_EQ(g_currentNumber, 1);
-    EXPECT_EQ(Narrow(g_titleText), "01.a");
-}
-
-TEST_F(PlayModes, PreviousOnTheFirstSongChangesNothing)
-{
-    Press(VK_RETURN);
-    Advance(20);
-    Press(VK_LEFT);
-    EXPECT_EQ(g_currentNumber, 1);
-    EXPECT_EQ(g_isPlaying, 1);
-    EXPECT_EQ(Narrow(g_elapsedText), "0:02");
-    EXPECT_EQ(g_stepBusy, 0);
-}
-
-TEST_F(PlayModes, NextWhilePausedOpensTheNextSongPausedAtItsStart)
-{
-    Press(VK_RETURN);
-    Advance(20);
-    Press(VK_RETURN);
-    Press(VK_RIGHT);
-    EXPECT_EQ(g_currentNumber, 2);
-    EXPECT_EQ(g_songLoaded, 1);
-    EXPECT_EQ(g_isPlaying, 0);
-    EXPECT_EQ(Narrow(g_titleText), "02.b");
-    EXPECT_TRUE(IsShown(kCommandPlay));
-    Advance(20);
-    EXPECT_EQ(Narrow(g_elapsedText), "0:00");
-}
-
-TEST_F(PlayModes, NextAndPreviousNeedALoadedSong)
-{
-    Press(VK_RIGHT);
-    Press(VK_LEFT);
-    EXPECT_EQ(g_songLoaded, 0);
-    EXPECT_EQ(g_stepBusy, 0);
-    EXPECT_EQ(LiveSimulatedGraphs(), 0);
-}
-
-TEST_F(PlayModes, AStepInProgressIsNotInterruptedByAnother)
-{
-    Press(VK_RETURN);
-    g_stepBusy = 1;
-    Press(VK_RIGHT);
-    EXPECT_EQ(g_currentNumber, 1);
-    EXPECT_EQ(g_stepBusy, 1);
-    g_stepBusy = 0;
-    Press(VK_RIGHT);
-    EXPECT_EQ(g_currentNumber, 2);
-}
-
-TEST_F(PlayModes, TheNextAndBackKeysStep)
-{
-    Press(VK_RETURN);
-    Tap(kNextKey);
-    EXPECT_EQ(g_currentNumber, 2);
-    Tap(kBackKey);
-    EXPECT_EQ(g_currentNumber, 1);
+    g_shuffle = 1;
+    g_repeatAll = 2;
+    g_repeatOne = 3;
+    g_shufflePrevious = 4;
+    g_shuffleNext = 5;
+    EXPECT_EQ(g_playModes.shuffle, 1);
+    EXPECT_EQ(g_playModes.repeatAll, 2);
+    EXPECT_EQ(g_playModes.repeatOne, 3);
+    EXPECT_EQ(g_playModes.shufflePrevious, 4);
+    EXPECT_EQ(g_playModes.shuffleNext, 5);
+    g_playModes = {};
 }

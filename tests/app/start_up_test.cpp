@@ -1,6 +1,8 @@
 #include "app/start_up.h"
 
+#include "app/foreground.h"
 #include "app/main_window.h"
+#include "app/storage_card.h"
 #include "tests/app/player_fixture.h"
 
 #include <filesystem>
@@ -116,16 +118,4 @@ TEST_F(StartUp, AKeyThatTheDialogManagerTakesIsNeverTranslated)
         RunMessage(m_window, message);
     }
     EXPECT_FALSE(sawCharacter);
-}
-
-TEST(LaunchOptions, KnowItsWordsAndNoOthers)
-{
-    EXPECT_FALSE(ReadLaunchOptions(nullptr).fillFromCard);
-    EXPECT_FALSE(ReadLaunchOptions(TEXT("")).report);
-    EXPECT_FALSE(ReadLaunchOptions(TEXT("--filled --reports")).fillFromCard);
-    const LaunchOptions both = ReadLaunchOptions(TEXT("--fill --report"));
-    EXPECT_TRUE(both.fillFromCard);
-    EXPECT_TRUE(both.report);
-    EXPECT_TRUE(ReadLaunchOptions(TEXT("x  --report")).report);
-    EXPECT_FALSE(ReadLaunchOptions(TEXT("x  --report")).fillFromCard);
 }

@@ -15,7 +15,7 @@ protected:
     static void Scroll(int ticks)
     {
         for (int i = 0; i < ticks; ++i)
-            ScrollTitleStrips(true);
+            ScrollTitleStrips(TitleMotion::Moving);
     }
 };
 
@@ -40,7 +40,7 @@ TEST_F(TitleTicker, AnActiveStripMovesFivePixelsATick)
 
 TEST_F(TitleTicker, NothingMovesWhilePaused)
 {
-    ScrollTitleStrips(false);
+    ScrollTitleStrips(TitleMotion::Standing);
     EXPECT_EQ(g_titleStripA.rect.left, 180);
 }
 

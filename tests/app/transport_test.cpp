@@ -198,7 +198,7 @@ TEST_F(Transport, AnUnplayableLastSongSendsTheMarkToTheFirst)
     Press(VK_RIGHT);
     EXPECT_EQ(PlayList.GetCount(), 1);
     EXPECT_EQ(g_isPlaying, 0);
-    EXPECT_EQ(static_cast<MediaFileEntry*>(PlayList.GetAt(0))->playMark, 1);
+    EXPECT_EQ(SongList(PlayList).At(0).playMark, 1);
 }
 
 TEST_F(Transport, AListOfUnplayableSongsEmptiesItselfOneEntryPerAttempt)
@@ -248,7 +248,7 @@ TEST_F(Transport, TheFirstOpeningStoresTheLengthInTheEntry)
     Start();
     AddSong("a.mp3", 30.5);
     Press(VK_RETURN);
-    EXPECT_DOUBLE_EQ(static_cast<MediaFileEntry*>(PlayList.GetAt(0))->duration, 30.5);
+    EXPECT_DOUBLE_EQ(SongList(PlayList).At(0).duration, 30.5);
 }
 
 TEST_F(Transport, AnUnknownLengthCountsAsOneSecond)
@@ -268,7 +268,7 @@ TEST_F(Transport, AnUnknownLengthIsNotStoredAndNoRowShowsIt)
     SetSimulatedSong(TEXT("\\SDMMC\\a.mp3"), { 30, false, true });
     BuildSongListRows(PlayList, false);
     Press(VK_RETURN);
-    EXPECT_EQ(static_cast<MediaFileEntry*>(PlayList.GetAt(0))->duration, 0.0);
+    EXPECT_EQ(SongList(PlayList).At(0).duration, 0.0);
     EXPECT_EQ(Narrow(PlayListRows()[0].time), "--:--");
 }
 
@@ -277,7 +277,7 @@ TEST_F(Transport, ASongOfExactlyOneSecondIsStored)
     Start();
     AddSong("a.mp3", 1);
     Press(VK_RETURN);
-    EXPECT_EQ(static_cast<MediaFileEntry*>(PlayList.GetAt(0))->duration, 1.0);
+    EXPECT_EQ(SongList(PlayList).At(0).duration, 1.0);
 }
 
 TEST_F(Transport, ASongThatThisMachineCannotPlayEndsAfterItsOneSecondAndStays)
@@ -294,7 +294,7 @@ TEST_F(Transport, ASongThatThisMachineCannotPlayEndsAfterItsOneSecondAndStays)
     EXPECT_EQ(g_isPlaying, 0);
     EXPECT_EQ(g_songLoaded, 0);
     ASSERT_EQ(PlayList.GetCount(), 2);
-    EXPECT_EQ(static_cast<MediaFileEntry*>(PlayList.GetAt(0))->duration, 0.0);
+    EXPECT_EQ(SongList(PlayList).At(0).duration, 0.0);
 }
 
 TEST_F(Transport, SteppingThroughSongsThatThisMachineCannotPlayKeepsThemAll)

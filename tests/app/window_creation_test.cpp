@@ -1,7 +1,7 @@
 // In which order the main window is made, seen from the pictures that it asks for: here they come from the test, in
 // place of the skin's.
 #include "app/main_window.h"
-#include "app/player_window.h"
+#include "app/player_controls.h"
 #include "gui/gif_bitmap.h"
 #include "tests/app/player_fixture.h"
 
@@ -45,7 +45,7 @@ HBITMAP LoadGifBitmap(LPCWSTR path)
     RECT place{};
     GetWindowRect(window, &place);
     g_requests.push_back(
-        { path, std::ranges::all_of(kFirstFaces, [](WORD id) { return g_window.buttons.IsEnabled(id); }),
+        { path, std::ranges::all_of(kFirstFaces, [](WORD id) { return g_controls.buttons.IsEnabled(id); }),
           IsWindowEnabled(GetWindow(window, GW_CHILD)) != FALSE, PlayList.GetCount(), place.right - place.left });
     return nullptr;
 }

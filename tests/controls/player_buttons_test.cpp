@@ -1,5 +1,6 @@
 #include "controls/player_buttons.h"
 
+#include "common/rect.h"
 #include "tests/gui/skin_fixture.h"
 
 #include <gtest/gtest.h>
@@ -66,8 +67,8 @@ protected:
             GetWindowRect(window, &rect);
             EXPECT_EQ(rect.left, button.x);
             EXPECT_EQ(rect.top, button.widthPx != 0 ? 159 : 0);
-            EXPECT_EQ(rect.right - rect.left, button.widthPx);
-            EXPECT_EQ(rect.bottom - rect.top, button.widthPx != 0 ? 49 : 0);
+            EXPECT_EQ(WidthOf(rect), button.widthPx);
+            EXPECT_EQ(HeightOf(rect), button.widthPx != 0 ? 49 : 0);
             EXPECT_EQ(FaceOf(button.id, ODA_DRAWENTIRE, 0), m_skin.Add(prefix + button.normal));
             EXPECT_EQ(FaceOf(button.id, ODA_SELECT, ODS_SELECTED), m_skin.Add(prefix + button.pressed));
             EXPECT_EQ(FaceOf(button.id, ODA_DRAWENTIRE, ODS_DISABLED), m_skin.Add(prefix + button.disabled));
@@ -152,6 +153,16 @@ TEST_F(PlayerButtons, ButtonsThatAreNotThereAreLeftAlone)
     EXPECT_FALSE(m_set.IsEnabled(0));
     EXPECT_EQ(FaceOf(257, ODA_DRAWENTIRE, 0), kBlue565);
     EXPECT_TRUE(m_set.IsEnabled(kCommandPrevious));
+}
+
+TEST_F(PlayerButtons, TellsWhetherARequestIsForOneOfItsButtons)
+{
+    const Picture picture;
+    const RECT item = { 0, 0, 66, 49 };
+    CreatePlayerButtons(m_set, m_parent.Get(), PlayerButtonKind::Music);
+    EXPECT_TRUE(m_set.DrawItem(DrawRequest(kCommandPrevious, ODA_DRAWENTIRE, 0, picture.Context(), item)));
+    EXPECT_FALSE(m_set.DrawItem(DrawRequest(kCommandBack5, ODA_DRAWENTIRE, 0, picture.Context(), item)));
+    EXPECT_FALSE(m_set.DrawItem(DrawRequest(0, ODA_DRAWENTIRE, 0, picture.Context(), item)));
 }
 
 TEST_F(PlayerButtons, RepaintAllInvalidatesTheButtonsAndNothingElse)

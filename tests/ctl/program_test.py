@@ -11,6 +11,20 @@ import unittest
 
 PROGRAM = sys.argv.pop(1)
 
+HELP = """\
+usage: cardsongctl songs DIR [--json]
+
+Prints a line for each MP3 and WMA song in DIR and its folders: path, length in
+milliseconds, title, parted by tabs. In a path or title, \\t, \\n, \\r and \\\\ stand
+for a tab, line ends and a backslash. A song without a title is called like its
+file. The scan is the player's own: navigation maps at the top of a card are
+left out, and a folder that links lead to is listed once.
+
+  --json      one JSON object a line instead: path, length_ms, title
+  -h, --help  print this
+  --version   print the version
+"""
+
 
 def run(*arguments):
     done = subprocess.run([PROGRAM, *arguments], capture_output=True, text=True)
@@ -47,6 +61,7 @@ class ControlProgram(unittest.TestCase):
                 (("songs", missing), 1, f"{missing}: no such folder"), (("songs",), 2, "songs: takes one folder"),
                 (("songs", "a", "b"), 2, "songs: takes one folder"), ((), 2, "no command; --help tells which there are"),
                 (("sing",), 2, "unknown command sing"),
+                (("songs", ""), 1, ": no such folder"),
                 (("songs", "--xml", str(self.card)), 2, "songs: unknown option --xml")):
             self.assertEqual(run(*arguments), (status, "", f"cardsongctl: {what}\n"), arguments)
 
@@ -67,7 +82,8 @@ class ControlProgram(unittest.TestCase):
         self.assertIn("cannot write", done.stderr)
 
     def test_help_and_version(self):
-        self.assertIn("songs DIR [--json]", run("--help")[1])
+        for arguments in (("--help",), ("-h",), ("songs", "--help")):
+            self.assertEqual(run(*arguments), (0, HELP, ""), arguments)
         self.assertRegex(run("--version")[1], r"\Acardsongctl \d+\.\d+\.\d+\n\Z")
 
 

@@ -1,6 +1,6 @@
 #include "gui/gif_bitmap.h"
 
-#include "gui/gdi_handles.h"
+#include "common/gdi_handles.h"
 #include "gui/gif_decoder.h"
 #include "tests/gui/gif_builder.h"
 #include "tests/gui/window_fixture.h"

@@ -123,6 +123,30 @@ TEST_F(SoftKeyBarTest, DrawsTheButtonThatTheRequestNames)
     EXPECT_EQ(Drawn(0, ODA_DRAWENTIRE, 0), kBlue565);
 }
 
+TEST_F(SoftKeyBarTest, TellsWhetherARequestIsForOneOfItsButtons)
+{
+    constexpr int ids[] = { 18, 0, 22 };
+    const Picture picture;
+    EXPECT_FALSE(m_bar.DrawItem(DrawRequest(18, ODA_DRAWENTIRE, 0, picture.Context(), kItem))); // no bar yet
+    ASSERT_TRUE(m_bar.Create(m_parent.Get(), nullptr, 3, ids));
+    EXPECT_TRUE(m_bar.DrawItem(DrawRequest(18, ODA_DRAWENTIRE, 0, picture.Context(), kItem)));
+    EXPECT_TRUE(m_bar.DrawItem(DrawRequest(22, ODA_FOCUS, 0, picture.Context(), kItem))); // its own, without a look
+    EXPECT_FALSE(m_bar.DrawItem(DrawRequest(24, ODA_DRAWENTIRE, 0, picture.Context(), kItem)));
+    EXPECT_FALSE(m_bar.DrawItem(DrawRequest(0, ODA_DRAWENTIRE, 0, picture.Context(), kItem)));
+}
+
+TEST_F(SoftKeyBarTest, TheBackgroundSourceShowsUnderEveryButton)
+{
+    m_skin.Device().WriteFile("user/Windows/gui_3but_normal.gif", PlainGif(100, 30, kMagenta));
+    const UniqueBitmap background(LoadGifBitmap(m_skin.Plain("b.gif", 320, 240, kGreen).c_str()));
+    const HBITMAP source = background.Get();
+    ASSERT_TRUE(CreateThree());
+    EXPECT_EQ(Drawn(18, ODA_DRAWENTIRE, 0), kBlue565);
+    m_bar.SetBackgroundSource(&source);
+    EXPECT_EQ(Drawn(18, ODA_DRAWENTIRE, 0), kGreen565);
+    EXPECT_EQ(Drawn(24, ODA_DRAWENTIRE, 0), kGreen565);
+}
+
 TEST_F(SoftKeyBarTest, TheBackgroundIsDrawnAtTheBottomOfTheScreen)
 {
     ASSERT_TRUE(CreateThree());

@@ -1,3 +1,4 @@
+#include "common/rect.h"
 #include "gui/soft_key_layout.h"
 
 #include <gtest/gtest.h>
@@ -18,8 +19,8 @@ void ExpectPlace(const SoftKeyPlan& plan, int x, int y, int widthPx, int heightP
 {
     EXPECT_EQ(plan.place.left, x);
     EXPECT_EQ(plan.place.top, y);
-    EXPECT_EQ(plan.place.right - plan.place.left, widthPx);
-    EXPECT_EQ(plan.place.bottom - plan.place.top, heightPx);
+    EXPECT_EQ(WidthOf(plan.place), widthPx);
+    EXPECT_EQ(HeightOf(plan.place), heightPx);
 }
 
 void ExpectSkin(const SoftKeyPlan& plan, const WString& normal, const WString& pressed, const WString& disabled)

@@ -2,7 +2,7 @@
 // parent.
 #pragma once
 
-#include "gui/gdi_handles.h"
+#include "common/gdi_handles.h"
 #include "gui/gif_bitmap.h"
 #include "platform/ce.h"
 

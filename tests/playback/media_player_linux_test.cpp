@@ -134,6 +134,30 @@ TEST_F(MediaPlayerTest, MissingFileLeavesTheOpenSongPlaying)
     EXPECT_DOUBLE_EQ(player.GetPosition(), 2.0);
 }
 
+TEST_F(MediaPlayerTest, KnowsWhichFileItHasOpen)
+{
+    MediaPlayer player(kSong, m_window);
+    EXPECT_TRUE(player.HasOpen(kSong));
+    EXPECT_FALSE(player.HasOpen(kOther));
+    EXPECT_EQ(player.OpenAndPlay(kOther, m_window), 0);
+    EXPECT_TRUE(player.HasOpen(kOther));
+    EXPECT_FALSE(player.HasOpen(kSong));
+    player.Pause();
+    player.Stop();
+    EXPECT_TRUE(player.HasOpen(kOther));
+    player.Close();
+    EXPECT_FALSE(player.HasOpen(kOther));
+}
+
+TEST_F(MediaPlayerTest, HasNothingOpenWhenTheGraphCannotBeMade)
+{
+    MediaPlayer player(kSong, m_window);
+    FailNextSimulatedInit();
+    EXPECT_EQ(player.OpenAndPlay(kOther, m_window), PLAYER_ERR_OPEN);
+    EXPECT_FALSE(player.HasOpen(kOther));
+    EXPECT_FALSE(player.HasOpen(kSong));
+}
+
 TEST_F(MediaPlayerTest, GraphThatCannotBeMadeGivesMinusEight)
 {
     MediaPlayer player(nullptr, m_window);

@@ -1,5 +1,6 @@
 // Every sample and every beginning of it, in a buffer of just its size and as a file of the device: always a defined
 // result, and the same one wherever the bytes lie.
+#include "common/file_stream.h"
 #include "tags/file_source.h"
 #include "tags/id3_frame_search.h"
 #include "tags/mp3_info.h"
@@ -105,9 +106,9 @@ TEST(EverySample, AFileOfTheDeviceIsReadAsItsBytesInMemory)
     const auto read = [&device](const std::string& name, auto reader) {
         const Bytes bytes = Sample(name);
         device.WriteFile("user/scratch/song.bin", cardsong::test::SampleText(name));
-        const FileHandle file = OpenForReading(device.Path(TEXT("song.bin")).c_str());
+        const UniqueFileStream file = OpenForReading(device.Path(TEXT("song.bin")).c_str());
         ASSERT_TRUE(file);
-        FileSource fromFile(file.get());
+        FileSource fromFile(file.Get());
         MemorySource fromMemory(bytes);
         EXPECT_EQ(reader(fromFile), reader(fromMemory)) << name;
     };

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "platform/linux/gdi/screen.h"
+#include "platform/screen_size.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -11,8 +12,8 @@
 
 namespace cardsong::display {
 
-constexpr int kFrameWidthPx = gdi::kScreenWidthPx;
-constexpr int kFrameHeightPx = gdi::kScreenHeightPx;
+constexpr int kFrameWidthPx = kScreenWidthPx;
+constexpr int kFrameHeightPx = kScreenHeightPx;
 
 // The pixels of a screen, rows without padding. It owns them: frames are swapped, not copied, where that is enough.
 class Frame {

@@ -240,7 +240,7 @@ void SdlDisplay::HandleWindowEvent(const SDL_WindowEvent& event)
 
 void SdlDisplay::HandleKey(const SDL_KeyboardEvent& event)
 {
-    const auto key = DeviceKey(event.keysym.sym);
+    const auto key = DeviceCodeOf(event.keysym.sym);
     if (!key)
         return;
     if (event.type == SDL_KEYDOWN)

@@ -9,7 +9,8 @@
 
 namespace cardsong::display {
 
-// Nothing for a key that the device does not have.
-std::optional<UINT> DeviceKey(SDL_Keycode key);
+// Its virtual key code; nothing for a key that the device does not have. The display's thread: the library keeps the
+// name of the last key.
+std::optional<UINT> DeviceCodeOf(SDL_Keycode key);
 
 } // namespace cardsong::display

@@ -1,6 +1,7 @@
 #include "platform/linux/gdi/bitmaps.h"
 
 #include "platform/linux/gdi/context.h"
+#include "platform/screen_size.h"
 
 #include <cstdlib>
 #include <cstring>
@@ -15,9 +16,9 @@ std::int64_t PaddedRow(std::int64_t widthPx)
 namespace {
 
 // A paint makes and drops three pictures of the screen's size. Fresh memory of that size comes from the kernel page by
-// page, which costs more than drawing on it; so the last blocks are kept, no more than one paint needs.
+// page, which costs more than drawing on it. So the last blocks are kept, as many as one paint needs.
 constexpr std::size_t kKeptBlocks = 4;
-constexpr std::size_t kMaxKeptWords = 320 * 240;
+constexpr std::size_t kMaxKeptWords = kScreenWidthPx * kScreenHeightPx;
 
 std::vector<PixelMemory>& KeptBlocks()
 {

@@ -10,9 +10,9 @@
 namespace cardsong::gdi {
 namespace {
 
-// One axis of a blit: which source pixels each target pixel is made of, all in the surfaces' own pixels. Both lines are
-// laid over each other: of the longer one, each pixel belongs to that pixel of the shorter one in which its middle
-// lies, and to the lower one if it lies between two.
+// One axis of a blit: which source pixels each target pixel is made of, all in the surfaces' own pixels. The two lines
+// are stretched to one length. Each pixel of the line with more pixels then belongs to the pixel of the other in which
+// its middle lies; between two, to the lower one.
 class Axis {
 public:
     Axis(std::int64_t target, std::int64_t targetExtent, std::int64_t source, std::int64_t sourceExtent)
@@ -24,8 +24,8 @@ public:
     bool IsCopy() const { return TargetLength() == SourceLength() && m_isTargetMirrored == m_isSourceMirrored; }
     std::int64_t Offset() const { return m_source.low - m_target.low; }
 
-    // All source pixels that fall on target pixel `at`. A line shrunk to one pixel leaves its last pixel out, as the
-    // real system does, unless it is mirrored.
+    // All source pixels that fall on target pixel `at`. As on the real system, a line shrunk to one pixel leaves its
+    // last pixel out, unless it is mirrored.
     Range Merged(std::int64_t at) const
     {
         const std::uint64_t target = m_isTargetMirrored ? Index(m_target.high - 1 - at) : Index(at - m_target.low);
@@ -71,6 +71,8 @@ struct Blit {
     Surface source;
     Axis x;
     Axis y;
+
+    bool IsCopy() const { return x.IsCopy() && y.IsCopy(); }
 };
 
 RECT CutTarget(const Blit& blit)
@@ -160,27 +162,37 @@ PixelMemory Duplicate(Surface& surface)
     return pixels;
 }
 
-struct Ends {
-    Context* target;
-    Context* source;
+// The two rectangles of a call, each in the coordinates of its context.
+struct Places {
+    int x, y, widthPx, heightPx;
+    int sourceX, sourceY, sourceWidthPx, sourceHeightPx;
 };
 
-// Finds both contexts, prepares the source and runs `draw`; false when a handle is dead or memory is short.
+// Finds both contexts, prepares the source and runs `draw(blit)`, unless a rectangle is empty; false when a handle is
+// dead or memory is short.
 template <typename Draw>
-bool WithSource(HDC target, HDC source, Draw draw)
+bool WithBlit(HDC target, HDC source, const Places& at, Draw draw)
 {
     const std::lock_guard lock(RoomLock());
-    const Ends ends = { Find<Context>(target), Find<Context>(source) };
-    if (ends.target == nullptr || ends.source == nullptr)
+    const Context* to = Find<Context>(target);
+    const Context* from = Find<Context>(source);
+    if (to == nullptr || from == nullptr)
         return false;
-    Surface from = ends.source->target;
+    Surface pixels = from->target;
     PixelMemory copy;
-    if (from.top == ends.target->target.top) {
-        copy = Duplicate(from);
+    if (pixels.top == to->target.top) {
+        copy = Duplicate(pixels);
         if (!copy)
             return false;
     }
-    draw(*ends.target, ends.source->origin, from);
+    if (at.widthPx == 0 || at.heightPx == 0 || at.sourceWidthPx == 0 || at.sourceHeightPx == 0)
+        return true;
+    draw(Blit{ *to,
+               pixels,
+               { std::int64_t{ at.x } + to->origin.x, at.widthPx, std::int64_t{ at.sourceX } + from->origin.x,
+                 at.sourceWidthPx },
+               { std::int64_t{ at.y } + to->origin.y, at.heightPx, std::int64_t{ at.sourceY } + from->origin.y,
+                 at.sourceHeightPx } });
     return true;
 }
 
@@ -199,16 +211,9 @@ BOOL StretchBlt(HDC target, int x, int y, int widthPx, int heightPx, HDC source,
 {
     if (operation != SRCCOPY)
         return FALSE;
-    return WithSource(target, source, [&](const Context& to, POINT sourceOrigin, const Surface& from) {
-        if (widthPx == 0 || heightPx == 0 || sourceWidthPx == 0 || sourceHeightPx == 0)
-            return;
-        const Blit blit = {
-            to,
-            from,
-            { std::int64_t{ x } + to.origin.x, widthPx, std::int64_t{ sourceX } + sourceOrigin.x, sourceWidthPx },
-            { std::int64_t{ y } + to.origin.y, heightPx, std::int64_t{ sourceY } + sourceOrigin.y, sourceHeightPx }
-        };
-        if (!blit.x.IsCopy() || !blit.y.IsCopy()) {
+    const Places at = { x, y, widthPx, heightPx, sourceX, sourceY, sourceWidthPx, sourceHeightPx };
+    return WithBlit(target, source, at, [](const Blit& blit) {
+        if (!blit.IsCopy()) {
             StretchMerging(blit);
             return;
         }
@@ -224,16 +229,9 @@ BOOL TransparentImage(HDC target, int x, int y, int widthPx, int heightPx, HDC s
     if (widthPx < 0 || heightPx < 0 || sourceWidthPx < 0 || sourceHeightPx < 0)
         return FALSE;
     const std::uint16_t keyPixel = PixelFromColor(key);
-    return WithSource(target, source, [&](const Context& to, POINT sourceOrigin, const Surface& from) {
-        if (widthPx == 0 || heightPx == 0 || sourceWidthPx == 0 || sourceHeightPx == 0)
-            return;
-        const Blit blit = {
-            to,
-            from,
-            { std::int64_t{ x } + to.origin.x, widthPx, std::int64_t{ sourceX } + sourceOrigin.x, sourceWidthPx },
-            { std::int64_t{ y } + to.origin.y, heightPx, std::int64_t{ sourceY } + sourceOrigin.y, sourceHeightPx }
-        };
-        if (!blit.x.IsCopy() || !blit.y.IsCopy()) {
+    const Places at = { x, y, widthPx, heightPx, sourceX, sourceY, sourceWidthPx, sourceHeightPx };
+    return WithBlit(target, source, at, [keyPixel](const Blit& blit) {
+        if (!blit.IsCopy()) {
             StretchKeyed(blit, keyPixel);
             return;
         }

@@ -69,7 +69,7 @@ int FillRect(HDC handle, const RECT* rect, HBRUSH brushHandle)
         return 1; // the call tells of no dead handle
     const Brush* brush = Find<Brush>(brushHandle);
     if (brush == nullptr)
-        brush = Find<Brush>(context->brush);
+        brush = Find<Brush>(context->brush.Get());
     if (brush == nullptr || brush->isHollow)
         return 1;
     ForEachVisiblePart(*context, ToTarget(*context, *rect), [&](const RECT& part) {

@@ -1,6 +1,6 @@
 #include "platform/linux/gdi/context.h"
 
-#include "platform/linux/gdi/screen.h"
+#include "platform/screen_size.h"
 
 #include <utility>
 
@@ -9,29 +9,10 @@ namespace cardsong::gdi {
 HDC AddContext(std::unique_ptr<Context> context)
 {
     Context& made = *context;
-    made.brush = StockObject(WHITE_BRUSH);
-    made.pen = StockObject(BLACK_PEN);
-    made.font = StockObject(SYSTEM_FONT);
+    made.brush.Exchange(StockObject(WHITE_BRUSH));
+    made.pen.Exchange(StockObject(BLACK_PEN));
+    made.font.Exchange(StockObject(SYSTEM_FONT));
     return static_cast<HDC>(AddObject(std::move(context)));
-}
-
-void RemoveContext(HDC handle)
-{
-    Context* context = Find<Context>(handle);
-    if (context == nullptr)
-        return;
-    for (const HANDLE held : { context->bitmap, context->brush, context->pen, context->font })
-        ReleaseObject(held);
-    RemoveObject(handle);
-}
-
-BOOL DeleteMemoryContext(HDC handle)
-{
-    const Context* context = Find<Context>(handle);
-    if (context == nullptr || context->isScreen)
-        return FALSE;
-    RemoveContext(handle);
-    return TRUE;
 }
 
 void ReduceToBlackAndWhite(const Surface& surface, const RECT& part)
@@ -64,24 +45,11 @@ void DrawOn(Context& context, const Surface& surface)
 HANDLE SelectBitmap(Context& context, HANDLE handle, Bitmap& bitmap)
 {
     const bool isDefault = handle == DefaultBitmap();
-    if (context.isScreen || (!isDefault && handle != context.bitmap && bitmap.selections > 0))
+    if (context.isScreen || (!isDefault && handle != context.bitmap.Get() && bitmap.selections > 0))
         return nullptr;
-    const HANDLE before = context.bitmap;
-    HoldObject(handle);
-    context.bitmap = handle;
     context.isMonochrome = bitmap.isMonochrome;
     DrawOn(context, isDefault ? Surface{ context.ownPixel, 2, 1, 1 } : bitmap.surface);
-    ReleaseObject(before);
-    return before;
-}
-
-HANDLE Exchange(HANDLE& held, HANDLE next)
-{
-    const HANDLE before = held;
-    HoldObject(next);
-    held = next;
-    ReleaseObject(before);
-    return before;
+    return context.bitmap.Exchange(handle);
 }
 
 } // namespace
@@ -96,9 +64,8 @@ HDC CreateCompatibleDC(HDC like)
     if (like != nullptr && Find<Context>(like) == nullptr)
         return nullptr;
     auto context = std::make_unique<Context>();
-    context->bitmap = DefaultBitmap();
+    context->bitmap.Exchange(DefaultBitmap());
     context->isMonochrome = true;
-    HoldObject(context->bitmap);
     DrawOn(*context, { context->ownPixel, 2, 1, 1 });
     return AddContext(std::move(context));
 }
@@ -106,7 +73,7 @@ HDC CreateCompatibleDC(HDC like)
 BOOL DeleteDC(HDC handle)
 {
     const std::lock_guard lock(RoomLock());
-    return DeleteMemoryContext(handle);
+    return Find<Context>(handle) != nullptr ? DeleteOrMark(handle) : FALSE;
 }
 
 HGDIOBJ SelectObject(HDC handle, HGDIOBJ chosen)
@@ -118,9 +85,9 @@ HGDIOBJ SelectObject(HDC handle, HGDIOBJ chosen)
         return nullptr;
     switch (object->kind) {
     case ObjectKind::Bitmap: return SelectBitmap(*context, chosen, static_cast<Bitmap&>(*object));
-    case ObjectKind::Brush: return Exchange(context->brush, chosen);
-    case ObjectKind::Pen: return Exchange(context->pen, chosen);
-    case ObjectKind::Font: return Exchange(context->font, chosen);
+    case ObjectKind::Brush: return context->brush.Exchange(chosen);
+    case ObjectKind::Pen: return context->pen.Exchange(chosen);
+    case ObjectKind::Font: return context->font.Exchange(chosen);
     case ObjectKind::Context: break;
     }
     return nullptr;

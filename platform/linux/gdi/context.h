@@ -13,6 +13,7 @@ namespace cardsong::gdi {
 struct Context final : Object {
     static constexpr ObjectKind kKind = ObjectKind::Context;
     Context() : Object(kKind) {}
+    bool MayBeDeleted() const override { return !isScreen; }
 
     bool isScreen = false;
     bool isMonochrome = false; // as its bitmap
@@ -21,10 +22,10 @@ struct Context final : Object {
     std::vector<RECT> visible;                 // parts of the target that may be touched; disjoint
     alignas(4) std::uint16_t ownPixel[2] = {}; // what a fresh memory context draws on, with its row's padding
 
-    HANDLE bitmap = nullptr; // memory contexts only
-    HANDLE brush = nullptr;
-    HANDLE pen = nullptr;
-    HANDLE font = nullptr;
+    HeldObject bitmap; // memory contexts only
+    HeldObject brush;
+    HeldObject pen;
+    HeldObject font;
     COLORREF textColor = RGB(0, 0, 0);
     COLORREF backColor = RGB(255, 255, 255);
     int backMode = OPAQUE;
@@ -32,10 +33,6 @@ struct Context final : Object {
 
 // Lets a new context hold what every context starts with, and gives it a handle; null when the table is full.
 HDC AddContext(std::unique_ptr<Context> context);
-// Lets go of everything that the context holds and forgets it.
-void RemoveContext(HDC handle);
-// As DeleteDC.
-BOOL DeleteMemoryContext(HDC handle);
 // Counts a drawing call that reached the screen.
 void NoteScreenDrawn();
 // What was drawn in colours and is not white becomes black.

@@ -31,8 +31,8 @@ struct TextLibrary {
     }
 };
 
-// Lives until the process ends. Not the library's own map: that is one per thread, and alerts draw on threads of
-// theirs.
+// Lives until the process ends. It has a font map of its own: the library keeps one a thread, and not only the main
+// thread draws.
 TextLibrary& Library()
 {
     static TextLibrary* library = new TextLibrary;

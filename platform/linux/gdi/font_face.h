@@ -14,8 +14,6 @@ namespace cardsong::gdi {
 
 struct Font;
 
-// Height of a font that was asked for with height 0: 12 points.
-constexpr LONG kDefaultEmPx = 16;
 // A taller font than any screen shows would only cost memory.
 constexpr LONG kMaxEmPx = 256;
 

@@ -1,5 +1,5 @@
-// Rows of pixels copied without those of a key colour: the inner loops of a keyed blit. They may run in constant
-// expressions, where clang refuses a pointer that leaves its row, even one that is never followed.
+// Rows of pixels copied without those of a key colour: the inner loops of a keyed blit. As constant expressions they
+// are checked for pointers that leave their row.
 #pragma once
 
 #include <cstddef>

@@ -1,11 +1,8 @@
 #include "platform/linux/gdi/objects.h"
 
-#include "platform/linux/gdi/context.h"
-#include "platform/linux/gdi/font_face.h"
-
 #include <array>
 #include <cstring>
-#include <optional>
+#include <utility>
 
 namespace cardsong::gdi {
 namespace {
@@ -106,17 +103,29 @@ void RemoveObject(HANDLE handle)
     }
 }
 
-void HoldObject(HANDLE handle)
-{
-    if (Object* object = FindObject(handle))
-        ++object->selections;
-}
-
-void ReleaseObject(HANDLE handle)
+BOOL DeleteOrMark(HANDLE handle)
 {
     Object* object = FindObject(handle);
-    if (object != nullptr && --object->selections == 0 && object->deletionAsked)
+    if (object == nullptr || !object->MayBeDeleted())
+        return FALSE;
+    if (object->isStock)
+        return TRUE;
+    if (object->selections > 0)
+        object->deletionAsked = true;
+    else
         RemoveObject(handle);
+    return TRUE;
+}
+
+HANDLE HeldObject::Exchange(HANDLE next)
+{
+    if (Object* object = FindObject(next))
+        ++object->selections;
+    const HANDLE before = std::exchange(m_handle, next);
+    Object* released = FindObject(before);
+    if (released != nullptr && --released->selections == 0 && released->deletionAsked)
+        RemoveObject(before);
+    return before;
 }
 
 HANDLE DefaultBitmap()
@@ -163,18 +172,7 @@ HGDIOBJ GetStockObject(int index)
 BOOL DeleteObject(HGDIOBJ handle)
 {
     const std::lock_guard lock(RoomLock());
-    Object* object = FindObject(handle);
-    if (object == nullptr)
-        return FALSE;
-    if (object->kind == ObjectKind::Context)
-        return DeleteMemoryContext(static_cast<HDC>(handle));
-    if (object->isStock)
-        return TRUE;
-    if (object->selections > 0)
-        object->deletionAsked = true;
-    else
-        RemoveObject(handle);
-    return TRUE;
+    return DeleteOrMark(handle);
 }
 
 namespace {

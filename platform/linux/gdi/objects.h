@@ -23,6 +23,7 @@ struct Object {
     virtual ~Object() = default;
     Object(const Object&) = delete;
     Object& operator=(const Object&) = delete;
+    virtual bool MayBeDeleted() const { return true; } // by DeleteObject and DeleteDC
 
     const ObjectKind kind;
     bool isStock = false;
@@ -68,14 +69,32 @@ struct Font final : Object {
     std::shared_ptr<const FontFace> face; // found at the first text
 };
 
+// Height of the system's font, and of a font that was asked for with height 0: 12 points.
+constexpr LONG kDefaultEmPx = 16;
+
 // Returns null when the table is full.
 HANDLE AddObject(std::unique_ptr<Object> object);
 // The living object behind `handle`; null for every other value.
 Object* FindObject(HANDLE handle);
 void RemoveObject(HANDLE handle);
-// Counts a context's hold on an object; the last release carries out a deletion asked for meanwhile.
-void HoldObject(HANDLE handle);
-void ReleaseObject(HANDLE handle);
+// As DeleteObject.
+BOOL DeleteOrMark(HANDLE handle);
+
+// A context's hold on an object. The last one to let go carries out a deletion that was asked for meanwhile.
+class HeldObject {
+public:
+    HeldObject() = default;
+    ~HeldObject() { Exchange(nullptr); }
+    HeldObject(const HeldObject&) = delete;
+    HeldObject& operator=(const HeldObject&) = delete;
+
+    HANDLE Get() const { return m_handle; }
+    // Takes hold of `next` (null: nothing), then lets go of the object before, and returns it.
+    HANDLE Exchange(HANDLE next);
+
+private:
+    HANDLE m_handle = nullptr;
+};
 
 template <typename T>
 T* Find(HANDLE handle)

@@ -1,6 +1,7 @@
 #include "platform/linux/gdi/screen.h"
 
 #include "platform/linux/gdi/context.h"
+#include "platform/screen_size.h"
 
 #include <atomic>
 
@@ -64,7 +65,7 @@ void DestroyScreenContext(HDC handle)
 {
     const std::lock_guard lock(RoomLock());
     if (FindScreenContext(handle) != nullptr)
-        RemoveContext(handle);
+        RemoveObject(handle);
 }
 
 void CopyScreen(std::span<std::uint16_t> pixels)

@@ -10,9 +10,6 @@
 
 namespace cardsong::gdi {
 
-constexpr int kScreenWidthPx = 320;
-constexpr int kScreenHeightPx = 240;
-
 // A context that draws on the screen: its point 0,0 is `origin` (screen pixels), and only `visible` (screen pixels,
 // copied) is ever touched. The caller destroys it with DestroyScreenContext. DeleteDC refuses such a context.
 HDC CreateScreenContext(POINT origin, const cairo_region_t* visible);

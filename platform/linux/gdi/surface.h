@@ -64,8 +64,7 @@ struct Range {
     std::int64_t high;
 };
 
-// The pixels that a start and a signed extent name: a negative extent counts from the start, itself included,
-// backwards.
+// The pixels that a start and a signed extent name. A negative extent counts backwards; the start is its first pixel.
 constexpr Range RangeOf(std::int64_t start, std::int64_t extent)
 {
     if (extent >= 0)

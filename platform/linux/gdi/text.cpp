@@ -53,7 +53,7 @@ void PaintLine(const TextPainter& painter, std::u16string_view line, std::int64_
         const std::size_t units = RunUnits(face, line);
         const auto text = line.substr(0, units);
         const int width = MeasuredRun(face, text).WidthPx();
-        // Ink may lean out of its cell, at most by a letter; what lies further away is not even rendered.
+        // Ink may lean out of its cell by a letter at most. A run further outside is not rendered.
         if (left - face.emPx < painter.clip.right && left + width + face.emPx > painter.clip.left)
             BlendRun(painter, RenderedRun(face, text), left, top + face.ascentPx);
         left += width;
@@ -121,8 +121,7 @@ std::u16string ShownLine(const FontFace& face, const Placement& placement, const
     return ShortenLine(face, text, static_cast<int>(std::clamp<std::int64_t>(placement.Width(), 0, INT32_MAX)));
 }
 
-// Where nothing leaves the rectangle, the first line that reaches past its bottom is the last one. A single line is
-// placed already.
+// Text that is cut at its rectangle ends with the first line that reaches past the bottom.
 void DropLinesBelow(const FontFace& face, const Placement& placement, std::vector<TextLine>& lines)
 {
     if (placement.Has(DT_NOCLIP) || placement.Has(DT_CALCRECT))
@@ -182,7 +181,7 @@ int PlaceText(const Context& context, const FontFace& face, const Placement& pla
     return height == 0 && isPlacedLow ? 1 : height; // 0 would say that the call failed
 }
 
-// The call with an empty text of unknown length, which measures to a point yet returns a line's height.
+// The call with an empty text of length -1: it measures a rectangle without a width, yet returns a line's height.
 int PlaceNothing(const FontFace& face, UINT format, RECT& rect)
 {
     if ((format & DT_CALCRECT) != 0) {
@@ -194,7 +193,7 @@ int PlaceNothing(const FontFace& face, UINT format, RECT& rect)
 
 const FontFace& FaceIn(const Context& context)
 {
-    return FaceOf(*Find<Font>(context.font));
+    return FaceOf(*Find<Font>(context.font.Get()));
 }
 
 } // namespace

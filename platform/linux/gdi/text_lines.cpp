@@ -40,8 +40,8 @@ bool MayBreakBefore(std::u16string_view text, std::size_t at)
     return IsBlank(before) || IsIdeographic(before) || IsIdeographic(after);
 }
 
-// Cuts one paragraph, whose first unit is `start` of the whole text. Blanks at a break belong to no line, save those
-// that `room` lets stay on theirs.
+// Cuts one paragraph; its first unit is unit `start` of the whole text. Blanks at a break belong to no line, except
+// where `room` keeps those that fit.
 void CutWords(const FontFace& face, std::u16string_view paragraph, std::size_t start, LineRoom room,
               std::vector<TextLine>& lines)
 {
@@ -59,7 +59,7 @@ void CutWords(const FontFace& face, std::u16string_view paragraph, std::size_t s
         lines.push_back({ start + lineStart, end - lineStart });
     };
     for (std::size_t at = 1; at <= paragraph.size(); ++at) {
-        // Blanks hang over the edge; what may not lie beyond it is the first unit of something to be seen.
+        // Blanks may hang over the edge, anything that is seen may not.
         if (!IsBlank(paragraph[at - 1]) && widthTo(at) > widthPx && lastBreak > lineStart) {
             endLine(lastBreak);
             lineStart = lastBreak;

@@ -130,7 +130,7 @@ void Render(const FontFace& face, std::u16string_view text, TextRun& run)
     PangoRectangle ink{};
     if (PangoLayoutLine* line = ShapedLine())
         pango_layout_line_get_pixel_extents(line, &ink, nullptr);
-    // Marks of a foreign text may pile up without end; what is cut here lies far outside the line.
+    // Marks of a foreign text may pile up without end. What is cut here lies far outside the line.
     const int top = std::max(ink.y, -3 * face.HeightPx());
     ink.height = std::min(ink.y + ink.height, 2 * face.HeightPx()) - top;
     ink.y = top;

@@ -67,16 +67,6 @@ std::string OpenDisplay(display::Display& display)
     return trouble;
 }
 
-std::u16string CommandLineFor(const Options& options)
-{
-    std::u16string line;
-    if (options.fill)
-        line += TEXT("--fill ");
-    if (options.verbose)
-        line += TEXT("--report ");
-    return line;
-}
-
 } // namespace
 
 int RunSession(const Options& options)
@@ -100,7 +90,7 @@ int RunSession(const Options& options)
     ScriptPlayer player(hands);
     player.Start(std::get<std::vector<ScriptStep>>(std::move(script)));
 
-    std::u16string commandLine = CommandLineFor(options);
+    WString commandLine = options.playerCommandLine;
     const int result = WinMain(kernel::ProgramInstance(), nullptr, commandLine.data(), SW_SHOW);
 
     opening.join();

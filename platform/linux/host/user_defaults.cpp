@@ -1,5 +1,7 @@
 #include "platform/linux/host/user_defaults.h"
 
+#include "platform/host/language_tag.h"
+
 #include <glib.h>
 
 namespace cardsong::host {

@@ -2,6 +2,7 @@
 #include "platform/linux/ce/gdi.h"
 #include "platform/linux/user/desktop.h"
 #include "platform/linux/user/visible_region.h"
+#include "platform/linux/user/window_position.h"
 
 namespace cardsong::user {
 
@@ -49,14 +50,6 @@ LRESULT HitWholeWindow(HWND window, LPARAM at)
     const auto y = static_cast<SHORT>(HIWORD(static_cast<ULONG_PTR>(at)));
     const bool isInside = x >= rect.left && x < rect.right && y >= rect.top && y < rect.bottom;
     return isInside ? HTCLIENT : HTNOWHERE;
-}
-
-void TellSizeAndPlace(HWND window, const WINDOWPOS& position)
-{
-    if ((position.flags & SWP_NOMOVE) == 0)
-        SendMessageW(window, WM_MOVE, 0, MAKELPARAM(position.x, position.y));
-    if ((position.flags & SWP_NOSIZE) == 0)
-        SendMessageW(window, WM_SIZE, SIZE_RESTORED, MAKELPARAM(position.cx, position.cy));
 }
 
 void SetRedraw(HWND window, bool redraw)

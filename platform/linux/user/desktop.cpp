@@ -6,6 +6,7 @@
 #include "platform/linux/user/frames.h"
 #include "platform/linux/user/input.h"
 #include "platform/linux/user/visible_region.h"
+#include "platform/screen_size.h"
 
 namespace cardsong::user {
 
@@ -34,7 +35,7 @@ void ForgetWindows(Desktop& desktop, WindowRecord* record)
 Desktop::Desktop()
 {
     root = windows.Add();
-    root->rect = { 0, 0, gdi::kScreenWidthPx, gdi::kScreenHeightPx };
+    root->rect = { 0, 0, kScreenWidthPx, kScreenHeightPx };
     root->style = WS_VISIBLE | WS_CLIPCHILDREN | WS_POPUP;
     WatchRests();
 }

@@ -2,7 +2,8 @@
 #include "platform/linux/ce/gdi.h"
 #include "platform/linux/ce/kernel.h"
 #include "platform/linux/user/desktop.h"
-#include "platform/linux/user/dialog_controls.h"
+#include "platform/linux/user/dialog_default_button.h"
+#include "platform/linux/user/dialog_tab_order.h"
 #include "platform/linux/user/dialog_template.h"
 #include "platform/linux/user/visible_region.h"
 

@@ -1,9 +1,19 @@
 // What keys mean to a dialog: the tab order, arrows within a group, Enter for the default button, Escape for Cancel.
-#include "platform/linux/user/dialog_controls.h"
+#include "platform/linux/user/desktop.h"
+#include "platform/linux/user/dialog_default_button.h"
+#include "platform/linux/user/dialog_focus.h"
+#include "platform/linux/user/dialog_tab_order.h"
 
 namespace cardsong::user {
 
 namespace {
+
+bool IsDialog(HWND window)
+{
+    LockedDesktop desktop;
+    const WindowRecord* const record = desktop->windows.Find(window);
+    return record != nullptr && record->dialog != nullptr;
+}
 
 void SendCommand(HWND dialog, int id, HWND control)
 {

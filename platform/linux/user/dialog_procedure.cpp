@@ -1,6 +1,8 @@
 // The class procedure of dialogs: asks the program's dialog procedure, then does what every dialog does.
 #include "platform/linux/user/desktop.h"
-#include "platform/linux/user/dialog_controls.h"
+#include "platform/linux/user/dialog_default_button.h"
+#include "platform/linux/user/dialog_focus.h"
+#include "platform/linux/user/dialog_tab_order.h"
 
 #include "platform/linux/ce/gdi.h"
 
@@ -17,34 +19,6 @@ DLGPROC ProgramProcedure(HWND dialog)
 bool AnswersDirectly(UINT message)
 {
     return message == WM_CTLCOLORBTN || message == WM_CTLCOLORSTATIC || message == WM_INITDIALOG;
-}
-
-LRESULT AnswerDefaultId(HWND dialog)
-{
-    {
-        LockedDesktop desktop;
-        const WindowRecord* const record = desktop->windows.Find(dialog);
-        if (record == nullptr || record->dialog == nullptr)
-            return 0;
-        const LONG id = record->dialog->defaultId;
-        if (id != 0)
-            return MAKELONG(static_cast<WORD>(id), DC_HASDEFID);
-    }
-    for (HWND child = GetWindow(dialog, GW_CHILD); child != nullptr; child = GetWindow(child, GW_HWNDNEXT))
-        if (SendMessageW(child, WM_GETDLGCODE, 0, 0) & DLGC_DEFPUSHBUTTON)
-            return MAKELONG(static_cast<WORD>(GetDlgCtrlID(child)), DC_HASDEFID);
-    return 0;
-}
-
-void ChangeDefault(HWND dialog, LONG id)
-{
-    const HWND before = FindControl(dialog, DefaultId(dialog));
-    const HWND after = FindControl(dialog, id);
-    SetDefaultId(dialog, id);
-    if (before != after && before != nullptr && (SendMessageW(before, WM_GETDLGCODE, 0, 0) & DLGC_DEFPUSHBUTTON))
-        SendMessageW(before, BM_SETSTYLE, BS_PUSHBUTTON, TRUE);
-    if (after != nullptr && (SendMessageW(after, WM_GETDLGCODE, 0, 0) & DLGC_UNDEFPUSHBUTTON))
-        SendMessageW(after, BM_SETSTYLE, BS_DEFPUSHBUTTON, TRUE);
 }
 
 void GoToControl(HWND dialog, WPARAM wParam, bool isHandle)

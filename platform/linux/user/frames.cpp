@@ -2,7 +2,7 @@
 
 #include "platform/linux/kernel/rest.h"
 #include "platform/linux/user/input.h"
-#include "platform/linux/user/paint.h"
+#include "platform/linux/user/update_region.h"
 
 #include <algorithm>
 

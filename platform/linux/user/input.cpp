@@ -2,32 +2,13 @@
 
 #include "platform/linux/kernel/clock.h"
 #include "platform/linux/user/desktop.h"
+#include "platform/linux/user/input_routing.h"
 
 namespace cardsong::user {
 
 namespace {
 
 constexpr std::size_t kMaxInput = 256; // a thread that never looks loses what comes later
-
-// The thread of the topmost window under the point; which window it is finds out when it takes the event.
-std::shared_ptr<ThreadQueue> QueueAt(const Desktop& desktop, POINT at)
-{
-    for (const WindowRecord* window : desktop.root->children) {
-        const RECT& rect = window->rect;
-        if (window->Has(WS_VISIBLE) && at.x >= rect.left && at.x < rect.right && at.y >= rect.top && at.y < rect.bottom)
-            return window->queue;
-    }
-    return nullptr;
-}
-
-std::shared_ptr<ThreadQueue> PointerReceiver(const Desktop& desktop, POINT at)
-{
-    if (desktop.pointerQueue != nullptr)
-        return desktop.pointerQueue;
-    if (desktop.foregroundQueue != nullptr && desktop.foregroundQueue->capture != nullptr)
-        return desktop.foregroundQueue;
-    return QueueAt(desktop, at);
-}
 
 // Numbers the event and notes when it came.
 void Stamp(InputEvent& event)

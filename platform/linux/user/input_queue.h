@@ -1,7 +1,7 @@
 // From the display's taps and keys to messages: hit tests, capture, activation by tap, double clicks.
 #pragma once
 
-#include "platform/linux/user/message_loop.h"
+#include "platform/linux/user/message_filter.h"
 
 namespace cardsong::user {
 

@@ -5,7 +5,6 @@
 #include "platform/linux/user/desktop.h"
 #include "platform/linux/user/frames.h"
 #include "platform/linux/user/window_lifetime.h"
-#include "platform/linux/user/window_tree.h"
 
 #include <algorithm>
 
@@ -14,14 +13,6 @@ namespace cardsong::user {
 namespace {
 
 constexpr std::size_t kMaxPosted = 10000; // the API's own limit
-
-void Answer(SentMessage& sent, LRESULT result)
-{
-    sent.result = result;
-    sent.isDone = true;
-    if (sent.sender != nullptr)
-        Notify(*sent.sender);
-}
 
 thread_local ThreadQueue* t_queue = nullptr;
 
@@ -57,20 +48,6 @@ private:
     std::shared_ptr<ThreadQueue> m_queue;
 };
 
-void RunSent(LockedDesktop& desktop, const std::shared_ptr<SentMessage>& sent)
-{
-    const WindowRecord* const record = desktop->windows.Find(sent->window);
-    const WNDPROC procedure = record == nullptr ? nullptr : record->procedure;
-    desktop.Lock().unlock();
-    LRESULT result = 0;
-    if (sent->task)
-        sent->task();
-    else if (procedure != nullptr)
-        result = procedure(sent->window, sent->message, sent->wParam, sent->lParam);
-    desktop.Lock().lock();
-    Answer(*sent, result);
-}
-
 bool Post(Desktop& desktop, ThreadQueue& queue, HWND window, UINT message, WPARAM wParam, LPARAM lParam)
 {
     if (queue.posted.size() >= kMaxPosted)
@@ -78,26 +55,6 @@ bool Post(Desktop& desktop, ThreadQueue& queue, HWND window, UINT message, WPARA
     queue.posted.push_back(MakeMessage(desktop, window, message, wParam, lParam));
     Notify(queue);
     return true;
-}
-
-LRESULT SendToThread(LockedDesktop& desktop, const std::shared_ptr<ThreadQueue>& target,
-                     const std::shared_ptr<SentMessage>& sent, ThreadQueue& self)
-{
-    target->sent.push_back(sent);
-    Notify(*target);
-    while (!sent->isDone) {
-        {
-            const AtRest rest(*desktop, self);
-            kernel::CurrentClock().WaitUntil(desktop.Lock(), self.arrived, kernel::kNever,
-                                             [&] { return sent->isDone || !self.sent.empty(); });
-        }
-        if (sent->isDone || self.sent.empty())
-            continue;
-        const auto next = self.sent.front();
-        self.sent.pop_front();
-        RunSent(desktop, next);
-    }
-    return sent->result;
 }
 
 } // namespace
@@ -122,12 +79,19 @@ void ClearQueue(ThreadQueue& queue)
     queue.quitCode.reset();
     queue.input.clear();
     queue.timers.clear();
-    queue.pendingPaints = 0;
     queue.heldContexts = queue.openPaints = 0;
     queue.active = queue.focus = queue.capture = nullptr;
     queue.keys = {};
     queue.lastPress.reset();
     Notify(queue);
+}
+
+void Answer(SentMessage& sent, LRESULT result)
+{
+    sent.result = result;
+    sent.isDone = true;
+    if (sent.sender != nullptr)
+        Notify(*sent.sender);
 }
 
 void Notify(ThreadQueue& queue)
@@ -144,20 +108,6 @@ void QueueTask(Desktop&, const std::shared_ptr<ThreadQueue>& queue, std::functio
     sent->task = std::move(task);
     queue->sent.push_back(sent);
     Notify(*queue);
-}
-
-bool ServeSentMessages()
-{
-    const auto& queue = CurrentQueue();
-    LockedDesktop desktop;
-    bool served = false;
-    while (!queue->sent.empty()) {
-        const auto next = queue->sent.front();
-        queue->sent.pop_front();
-        RunSent(desktop, next);
-        served = true;
-    }
-    return served;
 }
 
 void ForgetWindow(ThreadQueue& queue, HWND window)
@@ -196,47 +146,10 @@ BOOL PostMessageW(HWND window, UINT message, WPARAM wParam, LPARAM lParam)
     return Post(*desktop, *record->queue, window, message, wParam, lParam) ? TRUE : FALSE;
 }
 
-LRESULT SendMessageW(HWND window, UINT message, WPARAM wParam, LPARAM lParam)
-{
-    if (window == HWND_BROADCAST) {
-        std::vector<HWND> receivers;
-        {
-            LockedDesktop desktop;
-            receivers = TopLevelWindows(*desktop);
-        }
-        for (HWND receiver : receivers)
-            SendMessageW(receiver, message, wParam, lParam);
-        return TRUE;
-    }
-    const auto& self = CurrentQueue();
-    LockedDesktop desktop;
-    const WindowRecord* const record = desktop.Find(window);
-    if (record == nullptr || record->queue == nullptr)
-        return 0;
-    if (record->queue == self) {
-        const WNDPROC procedure = record->procedure;
-        desktop.Lock().unlock();
-        return procedure(window, message, wParam, lParam);
-    }
-    const auto target = record->queue;
-    const auto sent = std::make_shared<SentMessage>();
-    sent->window = window;
-    sent->message = message;
-    sent->wParam = wParam;
-    sent->lParam = lParam;
-    sent->sender = self;
-    return SendToThread(desktop, target, sent, *self);
-}
-
 void PostQuitMessage(int exitCode)
 {
     const auto& self = CurrentQueue();
     LockedDesktop desktop;
     self->quitCode = exitCode;
     Notify(*self);
-}
-
-LRESULT CallWindowProcW(WNDPROC procedure, HWND window, UINT message, WPARAM wParam, LPARAM lParam)
-{
-    return procedure == nullptr ? 0 : procedure(window, message, wParam, lParam);
 }

@@ -48,6 +48,8 @@ struct InputEvent {
     bool wasDown = false; // the key, before this
     bool isPointerDown = false;
     std::uint64_t timeMs = 0;
+
+    bool IsKey() const { return kind == InputKind::KeyDown || kind == InputKind::KeyUp; }
 };
 
 // The last press, for telling double clicks.
@@ -67,9 +69,8 @@ struct ThreadQueue {
     std::optional<int> quitCode;
     std::deque<InputEvent> input;
     std::vector<Timer> timers;
-    int pendingPaints = 0; // windows of this thread with an update region
-    int heldContexts = 0;  // contexts on the screen that its thread has not released
-    int openPaints = 0;    // those of BeginPaint among them
+    int heldContexts = 0; // contexts on the screen that its thread has not released
+    int openPaints = 0;   // those of BeginPaint among them
     bool isResting = false;
 
     HWND active = nullptr;
@@ -90,6 +91,8 @@ void ClearQueue(ThreadQueue& queue);
 void Notify(ThreadQueue& queue);
 // Runs `task` on the queue's thread when it next looks for messages; nobody waits for it.
 void QueueTask(Desktop& desktop, const std::shared_ptr<ThreadQueue>& queue, std::function<void()> task);
+// Ends the sender's wait with `result`.
+void Answer(SentMessage& sent, LRESULT result);
 // Calls the procedures of the messages sent to this thread. True when there was one.
 bool ServeSentMessages();
 // Drops what concerns a window that is gone.

@@ -1,7 +1,7 @@
 // Timers of windows and threads, on the clock in force. A tick exists only when somebody retrieves it.
 #pragma once
 
-#include "platform/linux/user/message_loop.h"
+#include "platform/linux/user/message_filter.h"
 
 namespace cardsong::user {
 

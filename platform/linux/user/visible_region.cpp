@@ -1,6 +1,6 @@
 #include "platform/linux/user/visible_region.h"
 
-#include "platform/linux/user/paint.h"
+#include "platform/linux/user/screen_contexts.h"
 
 namespace cardsong::user {
 
@@ -36,7 +36,7 @@ Region WorkOutClip(Desktop& desktop, const WindowRecord& record)
         return Region(record.rect);
     Region region = ClipRegion(desktop, *record.parent);
     region.Intersect(ScreenRect(record));
-    if (!region.IsEmpty() && (record.IsTopLevel() || record.Has(WS_CLIPSIBLINGS)))
+    if (record.IsTopLevel() || record.Has(WS_CLIPSIBLINGS))
         SubtractSiblingsAbove(region, record);
     return region;
 }
@@ -48,7 +48,7 @@ void WorkOut(Desktop& desktop, WindowRecord& record)
     record.origin = ScreenOrigin(record);
     record.clip = WorkOutClip(desktop, record);
     record.visible = record.clip;
-    if (record.Has(WS_CLIPCHILDREN) && !record.visible.IsEmpty())
+    if (record.Has(WS_CLIPCHILDREN))
         for (const WindowRecord* child : record.children)
             if (Covers(*child))
                 record.visible.Subtract(ScreenRect(*child));

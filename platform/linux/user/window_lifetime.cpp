@@ -2,10 +2,12 @@
 
 #include "platform/linux/ce/gdi.h"
 #include "platform/linux/ce/kernel.h"
-#include "platform/linux/user/focus_and_activation.h"
-#include "platform/linux/user/paint.h"
+#include "platform/linux/user/activation.h"
+#include "platform/linux/user/update_region.h"
 #include "platform/linux/user/visible_region.h"
 #include "platform/linux/user/window_tree.h"
+#include "platform/linux/user/z_order.h"
+#include "platform/screen_size.h"
 
 #include <algorithm>
 
@@ -106,16 +108,6 @@ void RemoveWindow(HWND window)
     LockedDesktop desktop;
     if (WindowRecord* const record = desktop->windows.Find(window))
         RemoveRecord(*desktop, *record);
-}
-
-std::vector<HWND> ChildrenOf(HWND window)
-{
-    LockedDesktop desktop;
-    std::vector<HWND> children;
-    if (const WindowRecord* const record = desktop->windows.Find(window))
-        for (const WindowRecord* child : record->children)
-            children.push_back(child->handle);
-    return children;
 }
 
 void SendDestroy(HWND window)
@@ -239,8 +231,8 @@ HWND CreateWindowExW(DWORD exStyle, LPCWSTR className, LPCWSTR text, DWORD style
     const bool hasSize = widthPx != kUseDefault;
     description.x = hasPlace ? x : 0;
     description.y = hasPlace ? y : 0;
-    description.cx = hasSize ? widthPx : 320; // the whole screen
-    description.cy = hasSize ? heightPx : 240;
+    description.cx = hasSize ? widthPx : kScreenWidthPx;
+    description.cy = hasSize ? heightPx : kScreenHeightPx;
     description.style = static_cast<LONG>(style);
     description.lpszName = text;
     description.lpszClass = className;

@@ -1,10 +1,11 @@
 #include "platform/linux/user/window_position.h"
 
 #include "platform/linux/ce/kernel.h"
-#include "platform/linux/user/focus_and_activation.h"
-#include "platform/linux/user/paint.h"
+#include "platform/linux/user/foreground.h"
+#include "platform/linux/user/update_region.h"
 #include "platform/linux/user/visible_region.h"
 #include "platform/linux/user/window_tree.h"
+#include "platform/linux/user/z_order.h"
 
 #include <algorithm>
 
@@ -149,6 +150,14 @@ bool IsTopLevelWindow(HWND window)
 }
 
 } // namespace
+
+void TellSizeAndPlace(HWND window, const WINDOWPOS& position)
+{
+    if ((position.flags & SWP_NOMOVE) == 0)
+        SendMessageW(window, WM_MOVE, 0, MAKELPARAM(position.x, position.y));
+    if ((position.flags & SWP_NOSIZE) == 0)
+        SendMessageW(window, WM_SIZE, SIZE_RESTORED, MAKELPARAM(position.cx, position.cy));
+}
 
 void RaiseToTop(Desktop& desktop, WindowRecord& record)
 {

@@ -62,16 +62,6 @@ screen::ScreenOptions ScreenFor(const Options& options)
     return { frame, options.scale };
 }
 
-std::wstring CommandLineFor(const Options& options)
-{
-    std::wstring line;
-    if (options.fill)
-        line += L"--fill ";
-    if (options.verbose)
-        line += L"--report ";
-    return line;
-}
-
 } // namespace
 
 int RunSession(const Options& options)
@@ -93,7 +83,7 @@ int RunSession(const Options& options)
     ScriptPlayer player(hands);
     player.Start(std::get<std::vector<ScriptStep>>(std::move(script)));
 
-    std::wstring commandLine = CommandLineFor(options);
+    WString commandLine = options.playerCommandLine;
     const int result = WinMain(kernel::ProgramInstance(), nullptr, commandLine.data(), SW_SHOW);
 
     player.Stop();

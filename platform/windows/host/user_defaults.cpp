@@ -1,5 +1,6 @@
 #include "platform/windows/host/user_defaults.h"
 
+#include "platform/host/language_tag.h"
 #include "platform/windows/kernel/utf8.h"
 
 #include <windows.h>

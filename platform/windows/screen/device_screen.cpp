@@ -1,15 +1,12 @@
 #include "platform/windows/screen/device_screen.h"
 
-#include "platform/host/device_screen.h"
 #include "platform/host/viewport.h"
+#include "platform/screen_size.h"
 
 #include <atomic>
 
 namespace cardsong::screen {
 namespace {
-
-using host::kScreenHeightPx;
-using host::kScreenWidthPx;
 
 constexpr LONG_PTR kCaption = WS_CAPTION | WS_SYSMENU | WS_MINIMIZEBOX;
 constexpr wchar_t kBackdropClass[] = L"CardsongBackdrop";

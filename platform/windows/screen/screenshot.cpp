@@ -1,6 +1,6 @@
 #include "platform/windows/screen/screenshot.h"
 
-#include "platform/host/device_screen.h"
+#include "platform/screen_size.h"
 #include "platform/windows/kernel/utf8.h"
 #include "platform/windows/screen/device_screen.h"
 
@@ -12,9 +12,6 @@
 
 namespace cardsong::screen {
 namespace {
-
-using host::kScreenHeightPx;
-using host::kScreenWidthPx;
 
 constexpr int kBytesAPixel = 4;
 

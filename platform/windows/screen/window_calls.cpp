@@ -1,6 +1,7 @@
 #include "platform/windows/screen/window_calls.h"
 
-#include "platform/host/device_screen.h"
+#include "platform/host/device_keys.h"
+#include "platform/screen_size.h"
 #include "platform/windows/screen/device_screen.h"
 #include "platform/windows/screen/window_procedures.h"
 
@@ -16,12 +17,18 @@ bool IsChild(HWND window)
     return (GetWindowLongPtrW(window, GWL_STYLE) & WS_CHILD) != 0;
 }
 
-// A desktop's keyboard has no exit key; Escape is one.
+// A desktop's keyboard lacks keys of the device; others stand for them.
 void TurnIntoDeviceKey(MSG& message)
 {
     const bool isKey = message.message == WM_KEYDOWN || message.message == WM_KEYUP;
-    if (IsSetUp() && isKey && message.wParam == VK_ESCAPE)
-        message.wParam = VK_F24;
+    if (!IsSetUp() || !isKey)
+        return;
+    for (const host::DeviceKey& key : host::DeviceKeys()) {
+        if (key.desktopCode != 0 && key.desktopCode == message.wParam) {
+            message.wParam = key.code;
+            return;
+        }
+    }
 }
 
 // Where a window that the player places at (x, y) lies on the desktop.
@@ -120,7 +127,7 @@ BOOL SetWindowPos(HWND window, HWND after, int x, int y, int widthPx, int height
 BOOL GetWindowRect(HWND window, LPRECT rect)
 {
     if (IsSetUp() && window != nullptr && window == ScreenWindow() && rect != nullptr) {
-        *rect = { 0, 0, host::kScreenWidthPx, host::kScreenHeightPx };
+        *rect = { 0, 0, kScreenWidthPx, kScreenHeightPx };
         return TRUE;
     }
     if (!::GetWindowRect(window, rect))
@@ -210,8 +217,8 @@ int GetDeviceCaps(HDC context, int index)
     switch (index) {
     case LOGPIXELSX:
     case LOGPIXELSY: return kDeviceDpi;
-    case HORZRES: return host::kScreenWidthPx;
-    case VERTRES: return host::kScreenHeightPx;
+    case HORZRES: return kScreenWidthPx;
+    case VERTRES: return kScreenHeightPx;
     default: return ::GetDeviceCaps(context, index);
     }
 }

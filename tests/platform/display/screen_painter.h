@@ -3,6 +3,7 @@
 
 #include "platform/ce.h"
 #include "platform/linux/gdi/screen.h"
+#include "platform/screen_size.h"
 
 namespace cardsong::test {
 
@@ -11,7 +12,7 @@ public:
     ScreenPainter()
     {
         gdi::ClearScreen();
-        const cairo_rectangle_int_t whole = { 0, 0, gdi::kScreenWidthPx, gdi::kScreenHeightPx };
+        const cairo_rectangle_int_t whole = { 0, 0, kScreenWidthPx, kScreenHeightPx };
         cairo_region_t* region = cairo_region_create_rectangle(&whole);
         m_dc = gdi::CreateScreenContext({ 0, 0 }, region);
         cairo_region_destroy(region);

@@ -1,5 +1,6 @@
 #include "platform/ce.h"
 #include "platform/linux/gdi/screen.h"
+#include "platform/screen_size.h"
 
 #include <gtest/gtest.h>
 

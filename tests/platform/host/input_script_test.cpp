@@ -1,5 +1,7 @@
 #include "platform/host/input_script.h"
 
+#include "platform/host/device_keys.h"
+
 #include <gtest/gtest.h>
 
 namespace {
@@ -45,10 +47,25 @@ TEST(InputScript, ReadsWaitsTapsAndPictures)
     EXPECT_EQ(Parsed("  wait:500\ttap:319,239\nshot:/tmp/a.png "), expected);
 }
 
-TEST(InputScript, NamesAnUnknownWord)
+TEST(InputScript, PressesEachKeyByTheNameOfTheTable)
 {
-    EXPECT_EQ(ErrorOf("Enter Jump"),
-              "\"Jump\": neither a key (Enter Left Right Up Down Exit) nor wait:MS, tap:X,Y or shot:FILE");
+    for (const DeviceKey& key : DeviceKeys()) {
+        if (!key.scriptName.empty()) {
+            EXPECT_EQ(Parsed(key.scriptName), Steps{ KeyStep{ key.code } }) << key.scriptName;
+        }
+    }
+}
+
+TEST(InputScript, NamesAnUnknownWordAndEveryKey)
+{
+    std::string names;
+    for (const DeviceKey& key : DeviceKeys()) {
+        if (!key.scriptName.empty())
+            names += std::string(key.scriptName) + ' ';
+    }
+    EXPECT_TRUE(names.starts_with("Enter Left Right Up Down Exit ")) << names;
+    names.pop_back();
+    EXPECT_EQ(ErrorOf("Enter Jump"), "\"Jump\": neither a key (" + names + ") nor wait:MS, tap:X,Y or shot:FILE");
 }
 
 TEST(InputScript, RefusesWaitsThatMeanNothing)

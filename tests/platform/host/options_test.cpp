@@ -30,37 +30,116 @@ std::string ErrorOf(const std::vector<std::string>& arguments)
     return error ? error->message : "";
 }
 
+// What one option does: all of it, the rest stays at its default.
+struct Sample {
+    const char* name;
+    const char* value; // null: it takes none
+    void (*change)(Options& options);
+    std::vector<const char*> wrongValues;
+    const char* complaint; // about each of them
+};
+
+const Sample kSamples[] = {
+    { "device", "/d", [](Options& options) { options.deviceDirectory = "/d"; }, {}, "" },
+    { "card", "/c", [](Options& options) { options.cardDirectory = "/c"; }, {}, "" },
+    { "language",
+      "zh-TW",
+      [](Options& options) { options.language = 0x0404; },
+      { "klingon", "", "0" },
+      "--language: not one of zh-TW, zh-CN, en" },
+    { "scale",
+      "16",
+      [](Options& options) { options.scale = 16; },
+      { "0", "17", "-3", "2x", "x", "", "+2", "99999999999" },
+      "--scale: not a whole number from 1 to 16" },
+    { "fullscreen", nullptr, [](Options& options) { options.fullScreen = true; }, {}, "" },
+    { "headless", nullptr, [](Options& options) { options.headless = true; }, {}, "" },
+    { "run-for",
+      "2.5",
+      [](Options& options) { options.runForSeconds = 2.5; },
+      { "-1", "soon", "nan", "inf", "", "5s", "604801" },
+      "--run-for: not a number of seconds" },
+    { "keys", "Enter wait:5", [](Options& options) { options.keyScript = "Enter wait:5"; }, {}, "" },
+    { "screenshot", "s.png", [](Options& options) { options.screenshotFile = "s.png"; }, {}, "" },
+    { "audio-sink", "null", [](Options& options) { options.audioSink = "null"; }, {}, "" },
+    { "fill", nullptr, [](Options& options) { options.playerCommandLine = TEXT("--fill "); }, {}, "" },
+    { "verbose",
+      nullptr,
+      [](Options& options) {
+          options.verbose = true;
+          options.playerCommandLine = TEXT("--report ");
+      },
+      {},
+      "" },
+    { "version", nullptr, [](Options& options) { options.showVersion = true; }, {}, "" },
+    { "help", nullptr, [](Options& options) { options.showHelp = true; }, {}, "" },
+};
+
+std::string Dashed(const char* name)
+{
+    return std::string("--") + name;
+}
+
 } // namespace
 
-TEST(Options, EveryOptionReachesItsField)
+TEST(Options, EachRowOfTheTableHasItsSample)
 {
-    const Options options =
-        Read({ "--device", "/d", "--card=/c", "--language", "zh-TW", "--scale", "3", "--headless", "--run-for", "2.5",
-               "--keys", "Enter", "--screenshot", "s.png", "--audio-sink", "null", "--fill", "--verbose" });
-    EXPECT_EQ(options.deviceDirectory, "/d");
-    EXPECT_EQ(options.cardDirectory, "/c");
-    EXPECT_EQ(options.language, 0x0404);
-    EXPECT_EQ(options.scale, 3);
-    EXPECT_TRUE(options.headless);
-    EXPECT_DOUBLE_EQ(options.runForSeconds, 2.5);
-    EXPECT_EQ(options.keyScript, "Enter");
-    EXPECT_EQ(options.screenshotFile, "s.png");
-    EXPECT_EQ(options.audioSink, "null");
-    EXPECT_TRUE(options.fill);
-    EXPECT_TRUE(options.verbose);
-    EXPECT_FALSE(options.fullScreen);
-    EXPECT_FALSE(options.showHelp);
-    EXPECT_FALSE(options.showVersion);
+    std::vector<std::string> names;
+    for (const OptionRow& row : OptionTable())
+        names.emplace_back(row.name);
+    std::vector<std::string> sampled;
+    for (const Sample& sample : kSamples)
+        sampled.emplace_back(sample.name);
+    EXPECT_EQ(names, sampled);
+}
+
+TEST(Options, EveryOptionReachesItsFieldAndNoOther)
+{
+    for (const Sample& sample : kSamples) {
+        Options expected = Defaults();
+        sample.change(expected);
+        const std::string name = Dashed(sample.name);
+        if (sample.value == nullptr) {
+            EXPECT_EQ(Read({ name }), expected) << name;
+        } else {
+            EXPECT_EQ(Read({ name, sample.value }), expected) << name;
+            EXPECT_EQ(Read({ name + "=" + sample.value }), expected) << name;
+        }
+    }
+}
+
+TEST(Options, ValuesWithoutAMeaningGetTheLineOfTheirOption)
+{
+    for (const Sample& sample : kSamples) {
+        for (const char* value : sample.wrongValues)
+            EXPECT_EQ(ErrorOf({ Dashed(sample.name), value }), sample.complaint) << value;
+    }
+}
+
+TEST(Options, AValueIsNeededWhereTheTableNamesOneAndRefusedElsewhere)
+{
+    for (const OptionRow& row : OptionTable()) {
+        const std::string name = Dashed(row.name);
+        if (row.argument != nullptr)
+            EXPECT_EQ(ErrorOf({ name }), name + ": needs a value");
+        else
+            EXPECT_EQ(ErrorOf({ name + "=yes" }), name + "=yes: not an option");
+    }
+}
+
+TEST(Options, ThePlayerIsToldEachWordOnceInTheOrderGiven)
+{
+    EXPECT_EQ(Read({ "--verbose", "--fill", "--verbose" }).playerCommandLine, TEXT("--report --fill "));
+}
+
+TEST(Options, TheLastValueOfAnOptionCounts)
+{
+    EXPECT_EQ(Read({ "--scale", "0", "--scale", "3" }).scale, 3);
 }
 
 TEST(Options, WhatIsNotSaidStaysAsItWas)
 {
-    const Options options = Read({});
-    EXPECT_EQ(options.deviceDirectory, "device");
-    EXPECT_EQ(options.cardDirectory, "card");
-    EXPECT_EQ(options.language, 0x0409);
-    EXPECT_EQ(options.scale, 0);
-    EXPECT_EQ(options.runForSeconds, 0);
+    EXPECT_EQ(Read({}), Defaults());
 }
 
 TEST(Options, ErrorsNameTheWordThatIsWrong)
@@ -72,38 +151,59 @@ TEST(Options, ErrorsNameTheWordThatIsWrong)
     EXPECT_EQ(ErrorOf({ "--fill=yes" }), "--fill=yes: not an option");
 }
 
-TEST(Options, BadOptionsGetOneLineThatSaysWhatIsWrong)
+TEST(Options, AScaleAndTheFullScreenExcludeEachOther)
 {
-    const std::vector<std::vector<std::string>> bad{ { "--nonsense" },       { "--scale", "0" },
-                                                     { "--scale", "2x" },    { "--scale", "17" },
-                                                     { "--scale" },          { "--language", "klingon" },
-                                                     { "--run-for", "-1" },  { "--run-for", "soon" },
-                                                     { "--run-for", "nan" }, { "stray" },
-                                                     { "--scale", "-3" },    { "--fullscreen", "--scale", "2" } };
-    for (const auto& arguments : bad) {
-        const std::string message = ErrorOf(arguments);
-        EXPECT_FALSE(message.empty()) << arguments[0];
-        EXPECT_EQ(message.find('\n'), std::string::npos) << message;
-    }
+    EXPECT_EQ(ErrorOf({ "--fullscreen", "--scale", "2" }), "--scale and --fullscreen exclude each other");
+}
+
+TEST(Options, AnUnknownOptionIsToldBeforeAValueWithoutAMeaning)
+{
+    EXPECT_EQ(ErrorOf({ "--scale", "0", "--nonsense" }), "--nonsense: not an option");
+    EXPECT_EQ(ErrorOf({ "--run-for", "soon", "--scale", "0" }), "--scale: not a whole number from 1 to 16");
+}
+
+TEST(Options, AWeekIsTheLongestRun)
+{
+    EXPECT_EQ(Read({ "--run-for", "604800" }).runForSeconds, 604800);
+}
+
+TEST(Options, ALetterMeansTheSameAsItsOption)
+{
+    EXPECT_TRUE(Read({ "-h" }).showHelp);
 }
 
 TEST(Options, HelpNamesEveryOption)
 {
-    EXPECT_TRUE(Read({ "--help" }).showHelp);
-    EXPECT_TRUE(Read({ "-h" }).showHelp);
-    for (const char* name : { "--device", "--card", "--language", "--scale", "--fullscreen", "--headless", "--run-for",
-                              "--keys", "--screenshot", "--audio-sink", "--fill", "--verbose", "--version", "--help" })
-        EXPECT_NE(std::string(kHelpText).find(name), std::string::npos) << name;
+    const std::string help = HelpText();
+    for (const OptionRow& row : OptionTable()) {
+        const std::string value = row.argument != nullptr ? std::string("=") + row.argument : "";
+        EXPECT_NE(help.find(Dashed(row.name) + value + " "), std::string::npos) << row.name;
+        EXPECT_NE(help.find(std::string("  ") + row.help + "\n"), std::string::npos) << row.name;
+    }
 }
 
-TEST(Options, LanguageTagsInEveryUsualForm)
+TEST(Options, HelpIsReadInThisForm)
 {
-    for (const char* tag : { "zh-TW", "zh_TW.UTF-8", "zh-Hant", "zh_HK", "0404", "ZH-tw" })
-        EXPECT_EQ(LanguageFromTag(tag), 0x0404) << tag;
-    for (const char* tag : { "zh-CN", "zh_CN.GB18030", "zh", "zh-Hans-CN", "zh_SG", "0804" })
-        EXPECT_EQ(LanguageFromTag(tag), 0x0804) << tag;
-    for (const char* tag : { "en", "en_GB.UTF-8", "en-US@euro", "0409" })
-        EXPECT_EQ(LanguageFromTag(tag), 0x0409) << tag;
-    for (const char* tag : { "C", "POSIX", "", "de_DE", "e" })
-        EXPECT_EQ(LanguageFromTag(tag), 0) << tag;
+    EXPECT_EQ(HelpText(), R"(Usage: cardsong [OPTION...]
+
+Plays the songs of a memory card.
+
+  --device=DIR         The folder that keeps the device's own files
+  --card=DIR           The folder that is the memory card
+  --language=TAG       zh-TW, zh-CN or en
+  --scale=N            Show each pixel N times as large
+  --fullscreen         Fill the screen
+  --headless           Run without any display
+  --run-for=SECONDS    Exit after so many seconds
+  --keys=SCRIPT        Press keys and tap: "Enter wait:500 tap:60,180 Right"
+  --screenshot=FILE    Write the last picture as PNG
+  --audio-sink=NAME    Where the sound goes: null (nowhere, in real time) or an output of the system
+  --fill               Fill an empty play list from the card at the first play
+  --verbose            Say what plays and what the debug log says
+  --version            Print the version
+  -h, --help           Print this help
+
+Exit status: 0 the player was ended; 1 it could not start, or a picture could not be written; 2 an option means
+nothing; 3 the display went away, after which the play list was saved; 130 it did not answer and was given up.
+)");
 }

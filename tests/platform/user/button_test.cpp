@@ -269,4 +269,270 @@ TEST_F(ButtonTest, AStaticAsksItsParentForItsColours)
     EXPECT_EQ(m_parent.Last(WM_CTLCOLORSTATIC)->lParam, reinterpret_cast<LPARAM>(label));
 }
 
+TEST_F(ButtonTest, ItsOwnerLearnsWhichButtonToDrawWhereAndOnWhat)
+{
+    const HWND button = MakeButton(BS_OWNERDRAW);
+    DRAWITEMSTRUCT request{};
+    m_onDraw = [&](const DRAWITEMSTRUCT& asked) { request = asked; };
+    m_parent.Forget();
+    SendMessageW(button, BM_SETSTATE, TRUE, 0);
+    EXPECT_EQ(request.CtlType, static_cast<UINT>(ODT_BUTTON));
+    EXPECT_EQ(request.CtlID, 7U);
+    EXPECT_EQ(request.hwndItem, button);
+    EXPECT_EQ(request.rcItem, (RECT{ 0, 0, 40, 20 }));
+    EXPECT_NE(request.hDC, nullptr);
+    ASSERT_EQ(m_parent.Count(WM_CTLCOLORBTN), 1);
+    EXPECT_EQ(m_parent.Last(WM_CTLCOLORBTN)->wParam, reinterpret_cast<WPARAM>(request.hDC));
+    EXPECT_EQ(m_parent.Last(WM_CTLCOLORBTN)->lParam, reinterpret_cast<LPARAM>(button));
+    EXPECT_EQ(m_parent.Last(WM_DRAWITEM)->wParam, 7U);
+}
+
+TEST_F(ButtonTest, OnlyAnOwnerDrawnButtonAsksItsOwnerToDraw)
+{
+    const HWND button = MakeButton(BS_PUSHBUTTON);
+    SendMessageW(button, BM_SETSTATE, TRUE, 0);
+    InvalidateRect(button, nullptr, FALSE);
+    UpdateWindow(button);
+    EXPECT_TRUE(m_draws.empty());
+}
+
+TEST_F(ButtonTest, SettingTheStateThatItHasDrawsNothing)
+{
+    const HWND button = MakeButton(BS_OWNERDRAW);
+    SendMessageW(button, BM_SETSTATE, FALSE, 0);
+    EXPECT_TRUE(m_draws.empty());
+    SendMessageW(button, BM_SETSTATE, TRUE, 0);
+    SendMessageW(button, BM_SETSTATE, TRUE, 0);
+    EXPECT_EQ(m_draws.size(), 1U);
+}
+
+TEST_F(ButtonTest, ItsStateTellsPushedAndFocusedAndNothingElse)
+{
+    const HWND button = MakeButton(BS_PUSHBUTTON);
+    EXPECT_EQ(SendMessageW(button, BM_GETSTATE, 0, 0), 0);
+    SendMessageW(button, WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(1, 1));
+    EXPECT_EQ(SendMessageW(button, BM_GETSTATE, 0, 0), BST_PUSHED | BST_FOCUS);
+    SendMessageW(button, WM_LBUTTONUP, 0, MAKELPARAM(1, 1));
+    EXPECT_EQ(SendMessageW(button, BM_GETSTATE, 0, 0), BST_FOCUS);
+}
+
+TEST_F(ButtonTest, ANewTypeShowsAtOnceOnlyIfItIsAskedTo)
+{
+    const HWND button = MakeButton(BS_PUSHBUTTON);
+    SendMessageW(button, BM_SETSTYLE, BS_DEFPUSHBUTTON, FALSE);
+    EXPECT_FALSE(GetUpdateRect(button, nullptr, FALSE));
+    EXPECT_EQ(SendMessageW(button, WM_GETDLGCODE, 0, 0), DLGC_BUTTON | DLGC_DEFPUSHBUTTON);
+    EXPECT_NE(static_cast<DWORD>(GetWindowLongPtrW(button, GWL_STYLE)) & WS_CHILD, 0U);
+    SendMessageW(button, BM_SETSTYLE, BS_PUSHBUTTON, TRUE);
+    RECT update{};
+    EXPECT_TRUE(GetUpdateRect(button, &update, FALSE));
+    EXPECT_EQ(update, (RECT{ 0, 0, 40, 20 }));
+}
+
+TEST_F(ButtonTest, ItRemembersItsFontAndShowsItIfItIsAskedTo)
+{
+    const HWND button = MakeButton(BS_PUSHBUTTON);
+    const HFONT font = static_cast<HFONT>(GetStockObject(SYSTEM_FONT));
+    SendMessageW(button, WM_SETFONT, reinterpret_cast<WPARAM>(font), FALSE);
+    EXPECT_FALSE(GetUpdateRect(button, nullptr, FALSE));
+    EXPECT_EQ(SendMessageW(button, WM_GETFONT, 0, 0), reinterpret_cast<LRESULT>(font));
+    EXPECT_EQ(SendMessageW(button, BM_GETSTATE, 0, 0), 0);
+    SendMessageW(button, WM_SETFONT, reinterpret_cast<WPARAM>(font), TRUE);
+    EXPECT_TRUE(GetUpdateRect(button, nullptr, FALSE));
+}
+
+TEST_F(ButtonTest, NothingIsErasedBeneathIt)
+{
+    const HWND button = MakeButton(BS_OWNERDRAW);
+    const HDC context = GetDC(button);
+    EXPECT_EQ(SendMessageW(button, WM_ERASEBKGND, reinterpret_cast<WPARAM>(context), 0), 1);
+    ReleaseDC(button, context);
+}
+
+TEST_F(ButtonTest, EnablingItAgainPaintsItWhole)
+{
+    const HWND button = MakeButton(BS_OWNERDRAW);
+    EnableWindow(button, FALSE);
+    PumpMessages();
+    m_draws.clear();
+    EnableWindow(button, TRUE);
+    PumpMessages();
+    EXPECT_EQ(m_draws, (std::vector<DrawRequest>{ { ODA_DRAWENTIRE, 0 } }));
+}
+
+TEST_F(ButtonTest, ItTellsOfLosingTheFocusIfItNotifies)
+{
+    const HWND button = MakeButton(BS_PUSHBUTTON | BS_NOTIFY);
+    SetFocus(button);
+    m_events.clear();
+    SetFocus(m_parent);
+    EXPECT_EQ(m_events, (std::vector<WPARAM>{ MAKEWPARAM(7, BN_KILLFOCUS) }));
+}
+
+TEST_F(ButtonTest, LosingTheFocusAmidAPressEndsThePress)
+{
+    const HWND button = MakeButton(BS_PUSHBUTTON);
+    SendMessageW(button, WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(1, 1));
+    SetFocus(m_parent);
+    EXPECT_EQ(GetCapture(), nullptr);
+    EXPECT_EQ(SendMessageW(button, BM_GETSTATE, 0, 0), 0);
+    SendMessageW(button, WM_LBUTTONUP, 0, MAKELPARAM(1, 1));
+    EXPECT_TRUE(m_events.empty());
+}
+
+TEST_F(ButtonTest, GainingTheFocusAmidAPressKeepsTheCapture)
+{
+    const HWND button = MakeButton(BS_PUSHBUTTON);
+    SendMessageW(button, WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(1, 1));
+    SendMessageW(button, WM_SETFOCUS, 0, 0);
+    EXPECT_EQ(GetCapture(), button);
+    SendMessageW(button, WM_LBUTTONUP, 0, MAKELPARAM(1, 1));
+    EXPECT_EQ(m_events.size(), 1U);
+}
+
+TEST_F(ButtonTest, TheSecondOfTwoQuickTapsPressesAPushButtonAgainUnlessItNotifies)
+{
+    const HWND plain = MakeButton(BS_PUSHBUTTON);
+    SendMessageW(plain, WM_LBUTTONDBLCLK, MK_LBUTTON, MAKELPARAM(1, 1));
+    EXPECT_NE(SendMessageW(plain, BM_GETSTATE, 0, 0) & BST_PUSHED, 0);
+    SendMessageW(plain, WM_LBUTTONUP, 0, MAKELPARAM(1, 1));
+    EXPECT_EQ(m_events, (std::vector<WPARAM>{ MAKEWPARAM(7, BN_CLICKED) }));
+    const HWND notifying = MakeButton(BS_PUSHBUTTON | BS_NOTIFY);
+    SendMessageW(notifying, WM_LBUTTONDBLCLK, MK_LBUTTON, MAKELPARAM(1, 1));
+    EXPECT_EQ(m_events, (std::vector<WPARAM>{ MAKEWPARAM(7, BN_DOUBLECLICKED) }));
+    EXPECT_EQ(SendMessageW(notifying, BM_GETSTATE, 0, 0) & BST_PUSHED, 0);
+}
+
+TEST_F(ButtonTest, AReleaseWithoutAPressIsNoClick)
+{
+    const HWND button = MakeButton(BS_PUSHBUTTON);
+    SendMessageW(button, WM_LBUTTONUP, 0, MAKELPARAM(1, 1));
+    EXPECT_TRUE(m_events.empty());
+}
+
+TEST_F(ButtonTest, AReleaseInsideAfterThePointerWasDraggedOutIsNoClick)
+{
+    const HWND button = MakeButton(BS_PUSHBUTTON);
+    SendMessageW(button, WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(1, 1));
+    SendMessageW(button, WM_MOUSEMOVE, MK_LBUTTON, MAKELPARAM(1, -1));
+    SendMessageW(button, WM_LBUTTONUP, 0, MAKELPARAM(1, 1));
+    EXPECT_TRUE(m_events.empty());
+    EXPECT_EQ(GetCapture(), nullptr);
+}
+
+TEST_F(ButtonTest, ItsEdgesAreItsFirstAndLastPixels)
+{
+    struct Case {
+        int x;
+        int y;
+        bool isInside;
+    };
+    for (const auto& [x, y, isInside] : { Case{ 0, 0, true }, Case{ 39, 19, true }, Case{ 40, 19, false },
+                                          Case{ 39, 20, false }, Case{ -1, 0, false }, Case{ 0, -1, false } }) {
+        const HWND button = MakeButton(BS_PUSHBUTTON);
+        SendMessageW(button, WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(1, 1));
+        SendMessageW(button, WM_MOUSEMOVE, MK_LBUTTON, MAKELPARAM(x, y));
+        EXPECT_EQ((SendMessageW(button, BM_GETSTATE, 0, 0) & BST_PUSHED) != 0, isInside) << x << ", " << y;
+        SendMessageW(button, WM_LBUTTONUP, 0, MAKELPARAM(x, y));
+        EXPECT_EQ(m_events.size(), isInside ? 1U : 0U) << x << ", " << y;
+        DestroyWindow(button);
+    }
+}
+
+TEST_F(ButtonTest, APointerThatMovesWithoutBeingDownOrCapturedChangesNothing)
+{
+    const HWND button = MakeButton(BS_PUSHBUTTON);
+    SendMessageW(button, WM_MOUSEMOVE, MK_LBUTTON, MAKELPARAM(1, 1)); // without the capture
+    EXPECT_EQ(SendMessageW(button, BM_GETSTATE, 0, 0) & BST_PUSHED, 0);
+    SendMessageW(button, WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(1, 1));
+    SendMessageW(button, WM_MOUSEMOVE, 0, MAKELPARAM(-5, 1)); // not down
+    EXPECT_NE(SendMessageW(button, BM_GETSTATE, 0, 0) & BST_PUSHED, 0);
+    SendMessageW(button, WM_LBUTTONUP, 0, MAKELPARAM(1, 1));
+}
+
+TEST_F(ButtonTest, AClickMessageAmidAClickMessageIsIgnored)
+{
+    const HWND button = MakeButton(BS_PUSHBUTTON);
+    m_parent.Handle([&](HWND, UINT message, WPARAM wParam, LPARAM) -> std::optional<LRESULT> {
+        if (message == WM_COMMAND) {
+            m_events.push_back(wParam);
+            if (m_events.size() < 5)
+                SendMessageW(button, BM_CLICK, 0, 0);
+        }
+        return std::nullopt;
+    });
+    SendMessageW(button, BM_CLICK, 0, 0);
+    EXPECT_EQ(m_events.size(), 1U);
+    m_events.clear();
+    m_parent.Handle({});
+    m_parent.Forget();
+    SendMessageW(button, BM_CLICK, 0, 0);
+    EXPECT_EQ(m_parent.Count(WM_COMMAND), 1) << "the click before has ended";
+}
+
+TEST_F(ButtonTest, TheSpaceBarTakesTheCaptureWhileItIsDown)
+{
+    const HWND button = MakeButton(BS_PUSHBUTTON);
+    SetFocus(button);
+    SendMessageW(button, WM_KEYDOWN, VK_SPACE, 0);
+    EXPECT_EQ(GetCapture(), button);
+    SendMessageW(button, WM_KEYUP, VK_LEFT, 0);
+    EXPECT_EQ(GetCapture(), button);
+    SendMessageW(button, WM_KEYUP, VK_SPACE, 0);
+    EXPECT_EQ(GetCapture(), nullptr);
+    EXPECT_EQ(m_events.size(), 1U);
+}
+
+TEST_F(ButtonTest, OtherKeysThanTheSpaceBarPressNothing)
+{
+    const HWND button = MakeButton(BS_PUSHBUTTON);
+    SetFocus(button);
+    SendMessageW(button, WM_KEYDOWN, VK_RETURN, 0);
+    EXPECT_EQ(SendMessageW(button, BM_GETSTATE, 0, 0) & BST_PUSHED, 0);
+    EXPECT_EQ(GetCapture(), nullptr);
+}
+
+TEST_F(ButtonTest, ItAnswersOtherMessagesAsAWindowDoes)
+{
+    const HWND button = MakeButton(BS_PUSHBUTTON);
+    SendMessageW(button, WM_SETREDRAW, FALSE, 0);
+    EXPECT_FALSE(IsWindowVisible(button));
+    SendMessageW(button, WM_SETREDRAW, TRUE, 0);
+    EXPECT_TRUE(IsWindowVisible(button));
+    const HWND label = CreateWindowExW(0, TEXT("static"), nullptr, WS_CHILD | WS_VISIBLE, 0, 0, 10, 10, m_parent,
+                                       nullptr, nullptr, nullptr);
+    SendMessageW(label, WM_SETREDRAW, FALSE, 0);
+    EXPECT_FALSE(IsWindowVisible(label));
+    EXPECT_EQ(SendMessageW(label, WM_USER, 0, 0), 0);
+    EXPECT_EQ(SendMessageW(button, WM_USER, 0, 0), 0);
+}
+
+TEST_F(ButtonTest, AStaticTellsOfTapsOnlyIfItNotifies)
+{
+    const auto id = reinterpret_cast<HMENU>(static_cast<LONG_PTR>(9));
+    const HWND plain = CreateWindowExW(0, TEXT("static"), nullptr, WS_CHILD | WS_VISIBLE, 0, 0, 10, 10, m_parent, id,
+                                       nullptr, nullptr);
+    SendMessageW(plain, WM_LBUTTONDOWN, MK_LBUTTON, 0);
+    SendMessageW(plain, WM_LBUTTONDBLCLK, MK_LBUTTON, 0);
+    EXPECT_TRUE(m_events.empty());
+    const HWND notifying = CreateWindowExW(0, TEXT("static"), nullptr, WS_CHILD | WS_VISIBLE | SS_NOTIFY, 0, 0, 10, 10,
+                                           m_parent, id, nullptr, nullptr);
+    SendMessageW(notifying, WM_LBUTTONDOWN, MK_LBUTTON, 0);
+    SendMessageW(notifying, WM_LBUTTONDBLCLK, MK_LBUTTON, 0);
+    EXPECT_EQ(m_events, (std::vector<WPARAM>{ MAKEWPARAM(9, STN_CLICKED), MAKEWPARAM(9, STN_DBLCLK) }));
+    EXPECT_EQ(m_parent.Last(WM_COMMAND)->lParam, reinterpret_cast<LPARAM>(notifying));
+}
+
+TEST_F(ButtonTest, AStaticRemembersItsFontAndShowsItIfItIsAskedTo)
+{
+    const HWND label = CreateWindowExW(0, TEXT("static"), TEXT("a"), WS_CHILD | WS_VISIBLE, 0, 0, 10, 10, m_parent,
+                                       nullptr, nullptr, nullptr);
+    PumpMessages();
+    const HFONT font = static_cast<HFONT>(GetStockObject(SYSTEM_FONT));
+    EXPECT_EQ(SendMessageW(label, WM_GETFONT, 0, 0), 0);
+    SendMessageW(label, WM_SETFONT, reinterpret_cast<WPARAM>(font), FALSE);
+    EXPECT_FALSE(GetUpdateRect(label, nullptr, FALSE));
+    EXPECT_EQ(SendMessageW(label, WM_GETFONT, 0, 0), reinterpret_cast<LRESULT>(font));
+}
+
 } // namespace

@@ -14,20 +14,24 @@ public:
         short cx = 100;
         short cy = 50;
         LPCWSTR className = TEXT("");
+        LPCWSTR text = TEXT("");
+        DWORD exStyle = 0;
+        WORD fontPoints = 10; // with DS_SETFONT
+        LPCWSTR fontName = TEXT("System");
     };
 
     explicit DialogBuilder(const Dialog& dialog)
     {
         PutLong(dialog.style);
-        PutLong(0);
+        PutLong(dialog.exStyle);
         Put(0); // controls: counted as they come
         PutPlace(dialog.x, dialog.y, dialog.cx, dialog.cy);
         Put(0); // no menu
         PutText(dialog.className);
-        PutText(TEXT(""));
+        PutText(dialog.text);
         if (dialog.style & DS_SETFONT) {
-            Put(10);
-            PutText(TEXT("System"));
+            Put(dialog.fontPoints);
+            PutText(dialog.fontName);
         }
     }
 
@@ -35,17 +39,22 @@ public:
     DialogBuilder& Control(WORD classOrdinal, DWORD style, WORD id, short x = 0, short y = 0, short cx = 20,
                            short cy = 10)
     {
-        if (m_words.size() % 2 != 0)
-            Put(0);
-        PutLong(style | WS_CHILD);
-        PutLong(0);
-        PutPlace(x, y, cx, cy);
-        Put(id);
+        BeginControl(style, 0, id, x, y, cx, cy);
         Put(0xFFFF);
         Put(classOrdinal);
         PutText(TEXT(""));
         Put(0); // no creation data
-        ++m_words[4];
+        return *this;
+    }
+    // A class by its name, with bytes for its creation: words of two bytes each.
+    DialogBuilder& Control(LPCWSTR className, LPCWSTR text, DWORD style, DWORD exStyle, WORD id,
+                           const std::vector<WORD>& data = {})
+    {
+        BeginControl(style, exStyle, id, 0, 0, 20, 10);
+        PutText(className);
+        PutText(text);
+        Put(static_cast<WORD>(data.size() * 2));
+        m_words.insert(m_words.end(), data.begin(), data.end());
         return *this;
     }
     DialogBuilder& Button(DWORD style, WORD id) { return Control(0x80, style | WS_VISIBLE, id); }
@@ -60,6 +69,16 @@ public:
     }
 
 private:
+    void BeginControl(DWORD style, DWORD exStyle, WORD id, short x, short y, short cx, short cy)
+    {
+        if (m_words.size() % 2 != 0)
+            Put(0);
+        PutLong(style | WS_CHILD);
+        PutLong(exStyle);
+        PutPlace(x, y, cx, cy);
+        Put(id);
+        ++m_words[4];
+    }
     void Put(WORD word) { m_words.push_back(word); }
     void PutLong(DWORD value)
     {

@@ -201,4 +201,160 @@ TEST_F(DialogKeys, AWindowThatWantsTheKeyGetsItDispatched)
     EXPECT_EQ(window.Count(WM_COMMAND), 0);
 }
 
+TEST_F(DialogKeys, EnterOfAPushButtonWithTheFocusNamesItEvenIfItIsTheDefault)
+{
+    DialogBuilder builder({ WS_POPUP | WS_VISIBLE });
+    builder.Button(WS_TABSTOP, 9).Button(WS_TABSTOP | BS_DEFPUSHBUTTON, 5);
+    Make(builder);
+    SetFocus(Item(5));
+    EXPECT_TRUE(Press(Item(9), VK_RETURN));
+    EXPECT_EQ(g_commands, (std::vector<Command>{ { MAKEWPARAM(5, BN_CLICKED), Item(5) } }));
+}
+
+TEST_F(DialogKeys, EscapeWithoutACancelButtonSendsCancelAllTheSame)
+{
+    DialogBuilder builder({ WS_POPUP | WS_VISIBLE });
+    Make(builder);
+    EXPECT_TRUE(Press(m_dialog, VK_ESCAPE));
+    EXPECT_EQ(g_commands, (std::vector<Command>{ { IDCANCEL, nullptr } }));
+}
+
+TEST_F(DialogKeys, ArrowsGoForwardsAndBackwards)
+{
+    DialogBuilder builder({ WS_POPUP | WS_VISIBLE });
+    builder.Button(WS_GROUP, 1).Button(0, 2).Button(0, 3);
+    Make(builder);
+    struct Case {
+        WPARAM key;
+        int to;
+    };
+    for (const auto& [key, to] : { Case{ VK_RIGHT, 3 }, Case{ VK_DOWN, 3 }, Case{ VK_LEFT, 1 }, Case{ VK_UP, 1 } }) {
+        SetFocus(Item(2));
+        EXPECT_TRUE(Press(Item(2), key));
+        EXPECT_EQ(GetFocus(), Item(to)) << key;
+    }
+}
+
+TEST_F(DialogKeys, ArrowsStayInTheirGroupAndPassOverWhatCannotHaveTheFocus)
+{
+    DialogBuilder builder({ WS_POPUP | WS_VISIBLE });
+    builder.Button(0, 1)
+        .Button(WS_GROUP, 2)
+        .Button(WS_DISABLED, 3)
+        .Control(0x80, 0, 4)
+        .Button(0, 5)
+        .Button(WS_GROUP, 6);
+    Make(builder);
+    SetFocus(Item(2));
+    Press(Item(2), VK_RIGHT);
+    EXPECT_EQ(GetFocus(), Item(5));
+    Press(Item(5), VK_RIGHT);
+    EXPECT_EQ(GetFocus(), Item(2));
+    Press(Item(2), VK_LEFT);
+    EXPECT_EQ(GetFocus(), Item(5));
+    SetFocus(Item(6));
+    Press(Item(6), VK_RIGHT);
+    EXPECT_EQ(GetFocus(), Item(6));
+    SetFocus(Item(1));
+    Press(Item(1), VK_RIGHT);
+    EXPECT_EQ(GetFocus(), Item(1)) << "the controls before the first group are one of their own";
+}
+
+TEST_F(DialogKeys, AnArrowAtTheDialogItselfGoesNowhere)
+{
+    DialogBuilder builder({ WS_POPUP | WS_VISIBLE });
+    builder.Button(0, 1).Button(0, 2);
+    Make(builder);
+    SetFocus(Item(2));
+    EXPECT_TRUE(Press(m_dialog, VK_RIGHT));
+    EXPECT_EQ(GetFocus(), Item(2));
+}
+
+TEST_F(DialogKeys, TabGoesIntoAWindowThatIsAParentOfControls)
+{
+    DialogBuilder builder({ WS_POPUP | WS_VISIBLE });
+    builder.Button(WS_TABSTOP, 1);
+    Make(builder);
+    WindowOptions options;
+    options.style = WS_CHILD | WS_VISIBLE | WS_TABSTOP;
+    options.exStyle = WS_EX_CONTROLPARENT;
+    options.parent = m_dialog;
+    TestWindow page(options);
+    options.exStyle = 0;
+    options.parent = page;
+    TestWindow inner(options);
+    SetFocus(Item(1));
+    Press(Item(1), VK_TAB);
+    EXPECT_EQ(GetFocus(), static_cast<HWND>(inner));
+    Press(inner, VK_TAB);
+    EXPECT_EQ(GetFocus(), Item(1));
+    EnableWindow(page, FALSE);
+    Press(Item(1), VK_TAB);
+    EXPECT_EQ(GetFocus(), Item(1)) << "nothing in a disabled page can be reached";
+}
+
+TEST_F(DialogKeys, AWindowThatWantsTabsOrArrowsGetsThem)
+{
+    struct Case {
+        LRESULT code;
+        WPARAM key;
+        int received;
+    };
+    for (const auto& [code, key, received] :
+         { Case{ DLGC_WANTTAB, VK_TAB, 1 }, Case{ DLGC_WANTTAB, VK_LEFT, 0 }, Case{ DLGC_WANTARROWS, VK_LEFT, 1 },
+           Case{ DLGC_WANTARROWS, VK_UP, 1 }, Case{ DLGC_WANTARROWS, VK_TAB, 0 }, Case{ DLGC_WANTTAB, 'A', 1 } }) {
+        TestWindow window;
+        const LRESULT answer = code;
+        window.Handle([answer](HWND, UINT message, WPARAM, LPARAM) -> std::optional<LRESULT> {
+            if (message == WM_GETDLGCODE)
+                return answer;
+            return std::nullopt;
+        });
+        MSG message{};
+        message.hwnd = window;
+        message.message = WM_KEYDOWN;
+        message.wParam = key;
+        message.lParam = 1;
+        EXPECT_TRUE(IsDialogMessageW(window, &message));
+        EXPECT_EQ(window.Count(WM_KEYDOWN), received) << code << ", " << key;
+    }
+}
+
+TEST_F(DialogKeys, OnlyAKeyThatGoesDownIsTheDialogs)
+{
+    DialogBuilder builder({ WS_POPUP | WS_VISIBLE });
+    builder.Button(WS_TABSTOP, 1).Button(WS_TABSTOP, 2);
+    Make(builder);
+    SetFocus(Item(1));
+    MSG message{};
+    message.hwnd = Item(1);
+    message.message = WM_KEYUP;
+    message.wParam = VK_TAB;
+    EXPECT_TRUE(IsDialogMessageW(m_dialog, &message));
+    EXPECT_EQ(GetFocus(), Item(1));
+}
+
+TEST_F(DialogKeys, AKeyThatTheDialogLeavesAloneBecomesACharacter)
+{
+    DialogBuilder builder({ WS_POPUP | WS_VISIBLE });
+    builder.Button(WS_TABSTOP, 1);
+    Make(builder);
+    PumpMessages();
+    EXPECT_TRUE(Press(Item(1), VK_SPACE));
+    MSG message{};
+    ASSERT_TRUE(PeekMessageW(&message, Item(1), WM_CHAR, WM_CHAR, PM_REMOVE));
+    EXPECT_EQ(message.wParam, static_cast<WPARAM>(' '));
+    EXPECT_TRUE(Press(Item(1), VK_RETURN));
+    EXPECT_FALSE(PeekMessageW(&message, Item(1), WM_CHAR, WM_CHAR, PM_REMOVE));
+    SendMessageW(Item(1), WM_KEYUP, VK_SPACE, 0);
+}
+
+TEST_F(DialogKeys, TheDesktopIsNoDialog)
+{
+    MSG message{};
+    message.hwnd = GetDesktopWindow();
+    message.message = WM_USER;
+    EXPECT_FALSE(IsDialogMessageW(GetDesktopWindow(), &message));
+}
+
 } // namespace

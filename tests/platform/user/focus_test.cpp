@@ -193,4 +193,270 @@ TEST(Capture, TheLoserIsToldWhoTookIt)
     EXPECT_EQ(GetCapture(), nullptr);
 }
 
+TEST(Focus, AFocusHandedOnWhileItsLoserIsToldReachesNobodyElse)
+{
+    TestWindow parent(Shown());
+    TestWindow first(ShownChild(parent));
+    TestWindow second(ShownChild(parent));
+    TestWindow third(ShownChild(parent));
+    SetFocus(first);
+    const HWND wanted = third;
+    first.Handle([wanted](HWND, UINT message, WPARAM, LPARAM) -> std::optional<LRESULT> {
+        if (message == WM_KILLFOCUS)
+            SetFocus(wanted);
+        return std::nullopt;
+    });
+    SetFocus(second);
+    EXPECT_EQ(GetFocus(), wanted);
+    EXPECT_EQ(second.Count(WM_SETFOCUS), 0);
+}
+
+TEST(Focus, SettingItWhereItIsTellsNobody)
+{
+    TestWindow parent(Shown());
+    TestWindow child(ShownChild(parent));
+    SetFocus(child);
+    child.Forget();
+    EXPECT_EQ(SetFocus(child), static_cast<HWND>(child));
+    EXPECT_EQ(child.Count(WM_SETFOCUS), 0);
+    EXPECT_EQ(child.Count(WM_KILLFOCUS), 0);
+}
+
+TEST(Focus, ItCanBeGivenUp)
+{
+    TestWindow window(Shown());
+    EXPECT_EQ(GetFocus(), static_cast<HWND>(window));
+    EXPECT_EQ(SetFocus(nullptr), static_cast<HWND>(window));
+    EXPECT_EQ(GetFocus(), nullptr);
+    EXPECT_EQ(GetActiveWindow(), static_cast<HWND>(window));
+    EXPECT_EQ(window.Last(WM_KILLFOCUS)->wParam, 0U);
+    EXPECT_EQ(SetFocus(window), nullptr);
+    EXPECT_EQ(GetFocus(), static_cast<HWND>(window));
+}
+
+TEST(Focus, AChildOfADisabledWindowCannotTakeIt)
+{
+    TestWindow parent(Shown());
+    TestWindow child(ShownChild(parent));
+    SetFocus(parent);
+    EnableWindow(parent, FALSE);
+    EXPECT_EQ(SetFocus(child), nullptr);
+    EXPECT_NE(GetFocus(), static_cast<HWND>(child));
+}
+
+TEST(Focus, ADeadWindowCannotTakeIt)
+{
+    TestWindow window(Shown());
+    HWND dead = nullptr;
+    {
+        TestWindow other;
+        dead = other;
+    }
+    SetLastError(0);
+    EXPECT_EQ(SetFocus(dead), nullptr);
+    EXPECT_EQ(GetLastError(), static_cast<DWORD>(ERROR_INVALID_WINDOW_HANDLE));
+    EXPECT_EQ(GetFocus(), static_cast<HWND>(window));
+}
+
+TEST(Focus, AWindowThatDoesNotAskForItGetsItAllTheSame)
+{
+    TestWindow first(Shown());
+    WindowOptions options = Shown();
+    options.handler = [](HWND window, UINT message, WPARAM wParam, LPARAM lParam) -> std::optional<LRESULT> {
+        if (message == WM_ACTIVATE)
+            return 0;
+        return JustValidate(window, message, wParam, lParam);
+    };
+    TestWindow second(options);
+    EXPECT_EQ(GetActiveWindow(), static_cast<HWND>(second));
+    EXPECT_EQ(GetFocus(), static_cast<HWND>(second));
+}
+
+TEST(Focus, AWindowThatHandsItToItsChildKeepsItThere)
+{
+    WindowOptions options = Shown();
+    options.style = WS_POPUP;
+    TestWindow parent(options);
+    TestWindow child(ShownChild(parent));
+    const HWND inner = child;
+    parent.Handle([inner](HWND, UINT message, WPARAM wParam, LPARAM) -> std::optional<LRESULT> {
+        if (message != WM_ACTIVATE || LOWORD(wParam) == WA_INACTIVE)
+            return std::nullopt;
+        SetFocus(inner);
+        return 0;
+    });
+    ShowWindow(parent, SW_SHOW);
+    EXPECT_EQ(GetFocus(), inner);
+}
+
+TEST(Activation, EachIsToldOfTheOther)
+{
+    TestWindow first(Shown());
+    TestWindow second(Shown());
+    first.Forget();
+    second.Forget();
+    SetActiveWindow(first);
+    ASSERT_EQ(second.Count(WM_ACTIVATE), 1);
+    EXPECT_EQ(second.Last(WM_ACTIVATE)->lParam, reinterpret_cast<LPARAM>(static_cast<HWND>(first)));
+    ASSERT_EQ(first.Count(WM_ACTIVATE), 1);
+    EXPECT_EQ(first.Last(WM_ACTIVATE)->lParam, reinterpret_cast<LPARAM>(static_cast<HWND>(second)));
+    first.Forget();
+    EXPECT_EQ(SetActiveWindow(first), static_cast<HWND>(first));
+    EXPECT_EQ(first.Count(WM_ACTIVATE), 0) << "it is active already";
+}
+
+TEST(Activation, SettingAChildActiveChangesNothing)
+{
+    TestWindow first(Shown());
+    TestWindow child(ShownChild(first));
+    TestWindow second(Shown());
+    EXPECT_EQ(SetActiveWindow(child), static_cast<HWND>(second));
+    EXPECT_EQ(GetActiveWindow(), static_cast<HWND>(second));
+}
+
+TEST(Activation, ADeadWindowDoesNotBecomeActive)
+{
+    TestWindow window(Shown());
+    HWND dead = nullptr;
+    {
+        TestWindow other;
+        dead = other;
+    }
+    EXPECT_EQ(SetActiveWindow(dead), nullptr);
+    EXPECT_EQ(GetActiveWindow(), static_cast<HWND>(window));
+}
+
+TEST(Activation, AWindowThatGoesWhileTheOtherIsToldDoesNotBecomeActive)
+{
+    TestWindow first(Shown());
+    TestWindow second(Shown());
+    const HWND doomed = first;
+    second.Handle([doomed](HWND window, UINT message, WPARAM wParam, LPARAM lParam) -> std::optional<LRESULT> {
+        if (message == WM_ACTIVATE && LOWORD(wParam) == WA_INACTIVE && IsWindow(doomed))
+            DestroyWindow(doomed);
+        return JustValidate(window, message, wParam, lParam);
+    });
+    SetActiveWindow(first);
+    EXPECT_FALSE(IsWindow(doomed));
+    EXPECT_NE(GetActiveWindow(), doomed);
+    EXPECT_NE(GetFocus(), doomed);
+}
+
+TEST(Activation, TheOneChosenWhileTheLoserIsToldWins)
+{
+    TestWindow first(Shown());
+    TestWindow third(Shown());
+    TestWindow second(Shown());
+    const HWND chosen = third;
+    bool hasChosen = false;
+    second.Handle([&](HWND window, UINT message, WPARAM wParam, LPARAM lParam) -> std::optional<LRESULT> {
+        if (message == WM_ACTIVATE && LOWORD(wParam) == WA_INACTIVE && !std::exchange(hasChosen, true))
+            SetActiveWindow(chosen);
+        return JustValidate(window, message, wParam, lParam);
+    });
+    SetActiveWindow(first);
+    EXPECT_EQ(GetActiveWindow(), chosen);
+}
+
+TEST(Activation, TheNextWindowIsNeitherHiddenNorDisabledNorUnwilling)
+{
+    TestWindow willing(Shown());
+    TestWindow hidden(Shown());
+    ShowWindow(hidden, SW_HIDE);
+    TestWindow disabled(Shown());
+    EnableWindow(disabled, FALSE);
+    WindowOptions options = Shown();
+    options.exStyle = WS_EX_NOACTIVATE;
+    TestWindow unwilling(options);
+    TestWindow last(Shown());
+    EXPECT_EQ(GetActiveWindow(), static_cast<HWND>(last));
+    ShowWindow(last, SW_HIDE);
+    EXPECT_EQ(GetActiveWindow(), static_cast<HWND>(willing));
+}
+
+TEST(Activation, ADisabledOwnerIsPassedOver)
+{
+    TestWindow other(Shown());
+    TestWindow owner(Shown());
+    auto options = Shown();
+    options.parent = owner;
+    TestWindow owned(options);
+    EnableWindow(owner, FALSE);
+    DestroyWindow(owned);
+    EXPECT_EQ(GetActiveWindow(), static_cast<HWND>(other));
+    EnableWindow(owner, TRUE);
+}
+
+TEST(Activation, WithoutAnotherWindowNobodyIsActive)
+{
+    TestWindow window(Shown());
+    ShowWindow(window, SW_HIDE);
+    EXPECT_EQ(GetActiveWindow(), nullptr);
+    EXPECT_EQ(GetFocus(), nullptr);
+}
+
+TEST(Foreground, AChildBringsItsTopLevelWindow)
+{
+    TestWindow first(Shown());
+    TestWindow child(ShownChild(first));
+    TestWindow second(Shown());
+    EXPECT_TRUE(SetForegroundWindow(child));
+    EXPECT_EQ(GetForegroundWindow(), static_cast<HWND>(first));
+    EXPECT_EQ(GetActiveWindow(), static_cast<HWND>(first));
+    EXPECT_EQ(LOWORD(first.Last(WM_ACTIVATE)->wParam), WA_ACTIVE);
+}
+
+TEST(Foreground, ADeadWindowCannotHaveIt)
+{
+    TestWindow window(Shown());
+    HWND dead = nullptr;
+    {
+        TestWindow other;
+        dead = other;
+    }
+    EXPECT_FALSE(SetForegroundWindow(dead));
+    EXPECT_EQ(GetForegroundWindow(), static_cast<HWND>(window));
+}
+
+TEST(Capture, OnlyAWindowOfThisThreadCanHaveIt)
+{
+    TestWindow window(Shown());
+    SetCapture(window);
+    HWND dead = nullptr;
+    {
+        TestWindow other;
+        dead = other;
+    }
+    EXPECT_EQ(SetCapture(dead), nullptr);
+    EXPECT_EQ(GetCapture(), static_cast<HWND>(window));
+    EXPECT_EQ(SetCapture(nullptr), static_cast<HWND>(window));
+    EXPECT_EQ(GetCapture(), nullptr);
+    EXPECT_EQ(window.Last(WM_CAPTURECHANGED)->lParam, 0);
+}
+
+TEST(Capture, TheWindowThatTakesItAgainIsTold)
+{
+    TestWindow window(Shown());
+    SetCapture(window);
+    window.Forget();
+    EXPECT_EQ(SetCapture(window), static_cast<HWND>(window));
+    EXPECT_EQ(window.Count(WM_CAPTURECHANGED), 1);
+    ReleaseCapture();
+    EXPECT_EQ(window.Last(WM_CAPTURECHANGED)->lParam, 0);
+    window.Forget();
+    EXPECT_TRUE(ReleaseCapture());
+    EXPECT_EQ(window.Count(WM_CAPTURECHANGED), 0);
+}
+
+TEST(Capture, ACancelledModeReleasesItFromThatWindowOnly)
+{
+    TestWindow first(Shown());
+    TestWindow second(Shown());
+    SetCapture(first);
+    SendMessageW(second, WM_CANCELMODE, 0, 0);
+    EXPECT_EQ(GetCapture(), static_cast<HWND>(first));
+    SendMessageW(first, WM_CANCELMODE, 0, 0);
+    EXPECT_EQ(GetCapture(), nullptr);
+}
+
 } // namespace

@@ -3,6 +3,7 @@
 #include "platform/linux/gdi/screen.h"
 #include "platform/linux/kernel/clock.h"
 #include "platform/linux/user/input.h"
+#include "platform/screen_size.h"
 #include "tests/platform/user/pump.h"
 
 #include <gtest/gtest.h>
@@ -90,7 +91,7 @@ protected:
     }
     static std::uint16_t At(const display::Frame& frame, int x, int y)
     {
-        return frame[static_cast<std::size_t>(y * gdi::kScreenWidthPx + x)];
+        return frame[static_cast<std::size_t>(y * kScreenWidthPx + x)];
     }
     std::uint16_t Shows(int x, int y) const { return At(m_display.LastFrame(), x, y); }
     std::uint16_t Waiting(int x, int y) const { return At(m_clock.seen, x, y); }

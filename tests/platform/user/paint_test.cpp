@@ -229,4 +229,260 @@ TEST(Paint, ADeadWindowHasNoContext)
     EXPECT_FALSE(InvalidateRect(dead, nullptr, FALSE));
 }
 
+TEST(Paint, InvalidPartsAddUp)
+{
+    TestWindow window(Shown());
+    PumpMessages();
+    const RECT first{ 10, 20, 20, 30 };
+    const RECT second{ 40, 50, 60, 70 };
+    InvalidateRect(window, &first, FALSE);
+    InvalidateRect(window, &second, FALSE);
+    EXPECT_EQ(UpdateOf(window), (RECT{ 10, 20, 60, 70 }));
+    ValidateRect(window, &first);
+    EXPECT_EQ(UpdateOf(window), second);
+    const RECT swapped{ 60, 70, 50, 50 };
+    ValidateRect(window, &swapped);
+    EXPECT_EQ(UpdateOf(window), (RECT{ 40, 50, 50, 70 }));
+    EXPECT_TRUE(ValidateRect(window, &second));
+    EXPECT_FALSE(GetUpdateRect(window, nullptr, FALSE));
+}
+
+TEST(Paint, OnlyWhatLiesInTheWindowIsInvalid)
+{
+    TestWindow window(Shown());
+    PumpMessages();
+    const RECT beyond{ 90, 95, 200, 300 };
+    InvalidateRect(window, &beyond, FALSE);
+    EXPECT_EQ(UpdateOf(window), (RECT{ 90, 95, 100, 100 }));
+    const RECT outside{ 200, 200, 210, 210 };
+    ValidateRect(window, nullptr);
+    InvalidateRect(window, &outside, FALSE);
+    EXPECT_FALSE(GetUpdateRect(window, nullptr, FALSE));
+}
+
+TEST(Paint, AnInvalidPartOfTheParentIsInvalidInTheChildrenItMeets)
+{
+    TestWindow parent(Shown());
+    TestWindow met(ShownChild(parent, { 10, 20, 30, 40 }));
+    TestWindow missed(ShownChild(parent, { 60, 60, 20, 20 }));
+    WindowOptions hiddenOptions = ShownChild(parent, { 0, 0, 50, 50 });
+    hiddenOptions.style = WS_CHILD;
+    TestWindow hidden(hiddenOptions);
+    PumpMessages();
+    const RECT part{ 5, 25, 15, 30 };
+    InvalidateRect(parent, &part, FALSE);
+    EXPECT_EQ(UpdateOf(met), (RECT{ 0, 5, 5, 10 }));
+    EXPECT_FALSE(GetUpdateRect(missed, nullptr, FALSE));
+    EXPECT_FALSE(GetUpdateRect(hidden, nullptr, FALSE));
+}
+
+TEST(Paint, ValidatingAPartOfTheParentValidatesThatPartOfItsChildren)
+{
+    TestWindow parent(Shown());
+    TestWindow child(ShownChild(parent, { 10, 20, 30, 40 }));
+    PumpMessages();
+    InvalidateRect(parent, nullptr, FALSE);
+    const RECT upper{ 0, 0, 100, 30 };
+    ValidateRect(parent, &upper);
+    EXPECT_EQ(UpdateOf(parent), (RECT{ 0, 30, 100, 100 }));
+    EXPECT_EQ(UpdateOf(child), (RECT{ 0, 10, 30, 40 }));
+}
+
+TEST(Paint, ValidatingAParentThatClipsItsChildrenLeavesThemAlone)
+{
+    TestWindow parent(Shown(WS_CLIPCHILDREN));
+    TestWindow child(ShownChild(parent, { 10, 20, 30, 40 }));
+    PumpMessages();
+    InvalidateRect(child, nullptr, FALSE);
+    ValidateRect(parent, nullptr);
+    EXPECT_EQ(UpdateOf(child), (RECT{ 0, 0, 30, 40 }));
+}
+
+TEST(Paint, ValidatingNoWindowPaintsAllAnew)
+{
+    TestWindow window(Shown());
+    PumpMessages();
+    EXPECT_TRUE(ValidateRect(nullptr, nullptr));
+    EXPECT_EQ(UpdateOf(window), (RECT{ 0, 0, 100, 100 }));
+}
+
+TEST(Paint, AskingForTheUpdateRectangleErasesItIfItIsAskedTo)
+{
+    TestWindow window(Shown());
+    PumpMessages();
+    InvalidateRect(window, nullptr, TRUE);
+    window.Forget();
+    EXPECT_TRUE(GetUpdateRect(window, nullptr, FALSE));
+    EXPECT_EQ(window.Count(WM_ERASEBKGND), 0);
+    EXPECT_TRUE(GetUpdateRect(window, nullptr, TRUE));
+    ASSERT_EQ(window.Count(WM_ERASEBKGND), 1);
+    EXPECT_NE(window.Last(WM_ERASEBKGND)->wParam, 0U);
+    ValidateRect(window, nullptr);
+    InvalidateRect(window, nullptr, FALSE);
+    window.Forget();
+    EXPECT_TRUE(GetUpdateRect(window, nullptr, TRUE));
+    EXPECT_EQ(window.Count(WM_ERASEBKGND), 0) << "nobody asked for its background to be erased";
+}
+
+TEST(Paint, AValidWindowHasAnEmptyUpdateRectangle)
+{
+    TestWindow window(Shown());
+    PumpMessages();
+    RECT rect{ 1, 2, 3, 4 };
+    EXPECT_FALSE(GetUpdateRect(window, &rect, FALSE));
+    EXPECT_EQ(rect, (RECT{}));
+}
+
+TEST(Paint, APartThatIsToBeErasedHasTheWholeErased)
+{
+    WindowOptions options = Shown();
+    PAINTSTRUCT paint{};
+    bool handles = false;
+    options.handler = [&](HWND window, UINT message, WPARAM, LPARAM) -> std::optional<LRESULT> {
+        if (message == WM_ERASEBKGND)
+            return handles ? 1 : 0;
+        if (message != WM_PAINT)
+            return std::nullopt;
+        BeginPaint(window, &paint);
+        EndPaint(window, &paint);
+        return 0;
+    };
+    TestWindow window(options);
+    PumpMessages();
+    for (const bool erases : { false, true }) {
+        handles = erases;
+        window.Forget();
+        const RECT part{ 10, 20, 30, 40 };
+        const RECT other{ 50, 60, 70, 80 };
+        InvalidateRect(window, &part, TRUE);
+        InvalidateRect(window, &other, FALSE);
+        UpdateWindow(window);
+        EXPECT_EQ(window.Count(WM_ERASEBKGND), 1);
+        EXPECT_EQ(window.Last(WM_ERASEBKGND)->wParam, reinterpret_cast<WPARAM>(paint.hdc));
+        EXPECT_EQ(paint.fErase, erases ? FALSE : TRUE);
+        EXPECT_EQ(paint.rcPaint, (RECT{ 10, 20, 70, 80 }));
+    }
+}
+
+TEST(Paint, AWindowThatWasValidatedIsNotErasedLater)
+{
+    TestWindow window(Shown());
+    PumpMessages();
+    InvalidateRect(window, nullptr, TRUE);
+    ValidateRect(window, nullptr);
+    InvalidateRect(window, nullptr, FALSE);
+    window.Handle({});
+    window.Forget();
+    UpdateWindow(window);
+    EXPECT_EQ(window.Count(WM_PAINT), 1);
+    EXPECT_EQ(window.Count(WM_ERASEBKGND), 0);
+}
+
+TEST(Paint, UpdatingAWindowPaintsTheWindowsInsideItAndNoOther)
+{
+    TestWindow other(Shown());
+    TestWindow parent(Shown(WS_CLIPCHILDREN));
+    TestWindow child(ShownChild(parent, { 10, 10, 20, 20 }));
+    TestWindow grandchild(ShownChild(child, { 0, 0, 5, 5 }));
+    PumpMessages();
+    for (HWND window : { static_cast<HWND>(other), static_cast<HWND>(parent), static_cast<HWND>(child),
+                         static_cast<HWND>(grandchild) })
+        InvalidateRect(window, nullptr, FALSE);
+    SetWindowPos(other, HWND_TOP, 200, 0, 0, 0, SWP_NOSIZE | SWP_NOACTIVATE);
+    for (TestWindow* window : { &other, &parent, &child, &grandchild })
+        window->Forget();
+    grandchild.Handle([](HWND window, UINT message, WPARAM, LPARAM) -> std::optional<LRESULT> {
+        if (message != WM_PAINT)
+            return std::nullopt;
+        PAINTSTRUCT paint{};
+        BeginPaint(window, &paint);
+        EndPaint(window, &paint);
+        return 0;
+    });
+    child.Handle([](HWND window, UINT message, WPARAM, LPARAM) -> std::optional<LRESULT> {
+        if (message != WM_PAINT)
+            return std::nullopt;
+        PAINTSTRUCT paint{};
+        BeginPaint(window, &paint);
+        EndPaint(window, &paint);
+        return 0;
+    });
+    EXPECT_TRUE(UpdateWindow(parent));
+    EXPECT_EQ(parent.Count(WM_PAINT), 1);
+    EXPECT_EQ(child.Count(WM_PAINT), 1);
+    EXPECT_EQ(grandchild.Count(WM_PAINT), 1);
+    EXPECT_EQ(other.Count(WM_PAINT), 0);
+}
+
+TEST(Paint, AContextIsReleasedOnce)
+{
+    TestWindow window(Shown());
+    const HDC context = GetDC(window);
+    ASSERT_NE(context, nullptr);
+    EXPECT_EQ(ReleaseDC(window, context), 1);
+    EXPECT_EQ(ReleaseDC(window, context), 0);
+    const HDC screen = GetDC(nullptr);
+    EXPECT_NE(screen, nullptr);
+    EXPECT_EQ(ReleaseDC(nullptr, screen), 1);
+}
+
+TEST(Paint, TheEndOfAPaintGivesItsContextBack)
+{
+    TestWindow window(Shown());
+    PAINTSTRUCT paint{};
+    const HDC context = BeginPaint(window, &paint);
+    ASSERT_NE(context, nullptr);
+    EXPECT_EQ(paint.hdc, context);
+    EXPECT_TRUE(EndPaint(window, &paint));
+    EXPECT_EQ(ReleaseDC(window, context), 0);
+}
+
+TEST(Paint, ADeadWindowIsNeitherValidatedNorAsked)
+{
+    HWND dead = nullptr;
+    {
+        TestWindow window;
+        dead = window;
+    }
+    RECT rect{ 1, 2, 3, 4 };
+    EXPECT_FALSE(ValidateRect(dead, nullptr));
+    EXPECT_FALSE(GetUpdateRect(dead, &rect, FALSE));
+}
+
+TEST(Paint, AChildOfAHiddenWindowOwesNothing)
+{
+    WindowOptions options = Shown();
+    options.style = WS_POPUP;
+    TestWindow parent(options);
+    TestWindow child(ShownChild(parent, { 10, 10, 20, 20 }));
+    InvalidateRect(child, nullptr, TRUE);
+    EXPECT_FALSE(GetUpdateRect(child, nullptr, FALSE));
+}
+
+TEST(Paint, HitTestsOfAWindowTakeItWhole)
+{
+    WindowOptions options = Shown();
+    options.rect = { 10, 20, 30, 40 };
+    TestWindow window(options);
+    struct Case {
+        int x;
+        int y;
+        LRESULT part;
+    };
+    for (const auto& [x, y, part] : { Case{ 10, 20, HTCLIENT }, Case{ 39, 59, HTCLIENT }, Case{ 9, 20, HTNOWHERE },
+                                      Case{ 10, 19, HTNOWHERE }, Case{ 40, 59, HTNOWHERE }, Case{ 39, 60, HTNOWHERE } })
+        EXPECT_EQ(SendMessageW(window, WM_NCHITTEST, 0, MAKELPARAM(x, y)), part) << x << ", " << y;
+}
+
+TEST(Paint, APaintLeftToTheDefaultIsDone)
+{
+    WindowOptions options = Shown();
+    options.handler = nullptr;
+    TestWindow window(options);
+    window.Forget();
+    UpdateWindow(window);
+    EXPECT_EQ(window.Order({ WM_PAINT, WM_ERASEBKGND }), (std::vector<UINT>{ WM_PAINT, WM_ERASEBKGND }));
+    EXPECT_FALSE(GetUpdateRect(window, nullptr, FALSE));
+}
+
 } // namespace

@@ -1,6 +1,7 @@
 // What of a window's drawing reaches the screen.
 #include "platform/linux/gdi/screen.h"
 #include "platform/linux/user/input.h"
+#include "platform/screen_size.h"
 #include "tests/platform/user/pump.h"
 
 #include <gtest/gtest.h>
@@ -45,9 +46,9 @@ protected:
     }
     static std::uint16_t Pixel(int x, int y)
     {
-        std::vector<std::uint16_t> pixels(gdi::kScreenWidthPx * gdi::kScreenHeightPx);
+        std::vector<std::uint16_t> pixels(kScreenWidthPx * kScreenHeightPx);
         gdi::CopyScreen(pixels);
-        return pixels[static_cast<std::size_t>(y * gdi::kScreenWidthPx + x)];
+        return pixels[static_cast<std::size_t>(y * kScreenWidthPx + x)];
     }
 };
 

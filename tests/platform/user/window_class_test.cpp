@@ -77,4 +77,66 @@ TEST(WindowClass, AMessageNameGivesTheSameNumberToEverybody)
     EXPECT_EQ(RegisterWindowMessageW(TEXT("")), 0U);
 }
 
+TEST(WindowClass, AnIncompleteClassIsNotRegistered)
+{
+    const auto refused = [](WNDCLASSW windowClass) {
+        SetLastError(0);
+        return RegisterClassW(&windowClass) == 0 && GetLastError() == ERROR_INVALID_PARAMETER;
+    };
+    auto negative = ClassNamed(TEXT("Incomplete"));
+    negative.cbWndExtra = -1;
+    EXPECT_TRUE(refused(negative));
+    negative.cbWndExtra = 0;
+    negative.cbClsExtra = -1;
+    EXPECT_TRUE(refused(negative));
+    EXPECT_FALSE(UnregisterClassW(TEXT("Incomplete"), nullptr));
+}
+
+TEST(WindowClass, EachClassHasAnAtomOfItsOwn)
+{
+    const auto first = ClassNamed(TEXT("FirstAtom"));
+    const auto second = ClassNamed(TEXT("SecondAtom"));
+    const ATOM firstAtom = RegisterClassW(&first);
+    const ATOM secondAtom = RegisterClassW(&second);
+    EXPECT_NE(firstAtom, secondAtom);
+    const auto byAtom = [](ATOM atom) { return reinterpret_cast<LPCWSTR>(static_cast<ULONG_PTR>(atom)); };
+    const HWND window =
+        CreateWindowExW(0, byAtom(secondAtom), nullptr, WS_POPUP, 0, 0, 1, 1, nullptr, nullptr, nullptr, nullptr);
+    WCHAR name[32];
+    GetClassNameW(window, name, 32);
+    EXPECT_EQ(WString(name), TEXT("SecondAtom"));
+    DestroyWindow(window);
+    EXPECT_TRUE(UnregisterClassW(byAtom(firstAtom), nullptr));
+    EXPECT_FALSE(UnregisterClassW(TEXT("FirstAtom"), nullptr));
+    EXPECT_TRUE(UnregisterClassW(TEXT("SecondAtom"), nullptr));
+    EXPECT_EQ(FindWindowW(byAtom(firstAtom), nullptr), nullptr);
+}
+
+TEST(WindowClass, TheStyleOfTheClassIsItsWindows)
+{
+    WindowOptions options;
+    options.background = static_cast<HBRUSH>(GetStockObject(WHITE_BRUSH));
+    options.style = WS_POPUP | WS_VISIBLE;
+    TestWindow erasing(options);
+    const HDC context = GetDC(erasing);
+    EXPECT_EQ(SendMessageW(erasing, WM_ERASEBKGND, reinterpret_cast<WPARAM>(context), 0), 1);
+    ReleaseDC(erasing, context);
+    options.background = nullptr;
+    TestWindow bare(options);
+    const HDC other = GetDC(bare);
+    EXPECT_EQ(SendMessageW(bare, WM_ERASEBKGND, reinterpret_cast<WPARAM>(other), 0), 0);
+    ReleaseDC(bare, other);
+}
+
+TEST(WindowClass, AMessageNameHasTwoHundredAndFiftyFiveCharactersAtMost)
+{
+    const WString longest(255, static_cast<WCHAR>('n'));
+    EXPECT_GE(RegisterWindowMessageW(longest.c_str()), 0xC000U);
+    const WString tooLong(256, static_cast<WCHAR>('n'));
+    SetLastError(0);
+    EXPECT_EQ(RegisterWindowMessageW(tooLong.c_str()), 0U);
+    EXPECT_EQ(GetLastError(), static_cast<DWORD>(ERROR_INVALID_PARAMETER));
+    EXPECT_EQ(RegisterWindowMessageW(nullptr), 0U);
+}
+
 } // namespace

@@ -131,4 +131,118 @@ TEST(WindowTree, AnItemIsADirectChildAndTheTopmostOfEqualIdsWins)
     EXPECT_EQ(GetDlgCtrlID(inner), 2);
 }
 
+HWND Put(HWND window, HWND after)
+{
+    SetWindowPos(window, after, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
+    return window;
+}
+
+TEST(WindowTree, AChildGoesToTheTopToTheBottomAndBelowASibling)
+{
+    TestWindow parent;
+    TestWindow first(ChildOf(parent));
+    TestWindow second(ChildOf(parent));
+    TestWindow third(ChildOf(parent));
+    const auto order = [&] {
+        std::vector<HWND> children;
+        for (HWND child = GetWindow(parent, GW_CHILD); child != nullptr; child = GetWindow(child, GW_HWNDNEXT))
+            children.push_back(child);
+        return children;
+    };
+    Put(first, HWND_BOTTOM);
+    EXPECT_EQ(order(), (std::vector<HWND>{ second, third, first }));
+    Put(third, HWND_TOP);
+    EXPECT_EQ(order(), (std::vector<HWND>{ third, second, first }));
+    Put(third, first);
+    EXPECT_EQ(order(), (std::vector<HWND>{ second, first, third }));
+    Put(third, second);
+    EXPECT_EQ(order(), (std::vector<HWND>{ second, third, first }));
+}
+
+TEST(WindowTree, PuttingAWindowWhereItIsTellsNobody)
+{
+    TestWindow parent;
+    TestWindow first(ChildOf(parent));
+    TestWindow second(ChildOf(parent));
+    first.Forget();
+    second.Forget();
+    Put(first, HWND_TOP);
+    Put(second, HWND_BOTTOM);
+    Put(second, first);
+    EXPECT_EQ(first.Count(WM_WINDOWPOSCHANGED), 0);
+    EXPECT_EQ(second.Count(WM_WINDOWPOSCHANGED), 0);
+    Put(first, HWND_BOTTOM);
+    EXPECT_EQ(first.Count(WM_WINDOWPOSCHANGED), 1);
+}
+
+TEST(WindowTree, ATopLevelWindowGoesToTheBottomAndBelowAnother)
+{
+    TestWindow first;
+    TestWindow second;
+    TestWindow third;
+    Put(third, HWND_BOTTOM);
+    EXPECT_EQ(OrderOf({ first, second, third }), (std::vector<HWND>{ second, first, third }));
+    Put(second, first);
+    EXPECT_EQ(OrderOf({ first, second, third }), (std::vector<HWND>{ first, second, third }));
+}
+
+TEST(WindowTree, TheBandsHoldWhateverAWindowIsToStandAfter)
+{
+    TestWindow ordinary;
+    TestWindow other;
+    TestWindow topmost;
+    TestWindow higher;
+    Put(topmost, HWND_TOPMOST);
+    Put(higher, HWND_TOPMOST);
+    const std::vector<HWND> all{ ordinary, other, topmost, higher };
+    EXPECT_EQ(OrderOf(all), (std::vector<HWND>{ higher, topmost, other, ordinary }));
+    Put(ordinary, HWND_TOP);
+    EXPECT_EQ(OrderOf(all), (std::vector<HWND>{ higher, topmost, ordinary, other }));
+    Put(topmost, HWND_TOP);
+    EXPECT_EQ(OrderOf(all), (std::vector<HWND>{ topmost, higher, ordinary, other }));
+    Put(topmost, HWND_BOTTOM);
+    EXPECT_EQ(OrderOf(all), (std::vector<HWND>{ higher, ordinary, other, topmost }));
+    EXPECT_EQ(GetWindowLongPtrW(topmost, GWL_EXSTYLE) & WS_EX_TOPMOST, 0);
+}
+
+TEST(WindowTree, OwnedWindowsChangeTheBandWithTheirOwner)
+{
+    TestWindow owner;
+    WindowOptions options;
+    options.parent = owner;
+    TestWindow owned(options);
+    TestWindow other;
+    Put(owner, HWND_TOPMOST);
+    EXPECT_NE(GetWindowLongPtrW(owned, GWL_EXSTYLE) & WS_EX_TOPMOST, 0);
+    EXPECT_EQ(OrderOf({ owner, owned, other }), (std::vector<HWND>{ owned, owner, other }));
+    EXPECT_EQ(GetWindowLongPtrW(other, GWL_EXSTYLE) & WS_EX_TOPMOST, 0);
+    Put(owner, HWND_NOTOPMOST);
+    EXPECT_EQ(GetWindowLongPtrW(owned, GWL_EXSTYLE) & WS_EX_TOPMOST, 0);
+}
+
+TEST(WindowTree, ANewWindowGoesToTheTopOfItsBand)
+{
+    WindowOptions options;
+    options.exStyle = WS_EX_TOPMOST;
+    TestWindow topmost(options);
+    TestWindow ordinary;
+    TestWindow newer;
+    TestWindow higher(options);
+    EXPECT_EQ(OrderOf({ topmost, ordinary, newer, higher }), (std::vector<HWND>{ higher, topmost, newer, ordinary }));
+}
+
+TEST(WindowTree, SeveralOwnedWindowsKeepTheirOrderAboveTheirOwner)
+{
+    TestWindow owner;
+    WindowOptions options;
+    options.parent = owner;
+    TestWindow first(options);
+    TestWindow second(options);
+    TestWindow other;
+    const std::vector<HWND> all{ owner, first, second, other };
+    EXPECT_EQ(OrderOf(all), (std::vector<HWND>{ other, second, first, owner }));
+    Put(owner, HWND_TOP);
+    EXPECT_EQ(OrderOf(all), (std::vector<HWND>{ second, first, owner, other }));
+}
+
 } // namespace

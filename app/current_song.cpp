@@ -1,0 +1,33 @@
+#include "app/current_song.h"
+
+#include "app/player_state.h"
+#include "library/song_list.h"
+
+MediaFileEntry* FindMarkedEntry()
+{
+    for (MediaFileEntry& entry : SongList(PlayList)) {
+        if (entry.playMark >= 1 && entry.playMark <= PlayList.GetCount())
+            return &entry;
+    }
+    return nullptr;
+}
+
+void MakeCurrent(int number)
+{
+    int place = 0;
+    for (MediaFileEntry& entry : SongList(PlayList))
+        entry.playMark = ++place == number ? number : 0;
+    g_currentNumber = number;
+}
+
+MediaFileEntry* EntryAt(int number)
+{
+    return SongList(PlayList).Find(number - 1);
+}
+
+void DropCurrentEntry()
+{
+    SongList(PlayList).Take(g_currentNumber - 1).reset();
+    if (!PlayList.IsEmpty())
+        MakeCurrent(g_currentNumber <= PlayList.GetCount() ? g_currentNumber : 1);
+}

@@ -1,0 +1,18 @@
+#include "app/interruption.h"
+
+#include "app/player_state.h"
+#include "playback/media_player.h"
+
+Interruption g_interruption;
+std::int32_t& g_pausedByInterruption = g_interruption.isActive;
+double& g_savedPosition = g_interruption.positionSeconds;
+
+bool IsInterrupted()
+{
+    return g_interruption.isActive != 0;
+}
+
+double ShownPosition()
+{
+    return IsInterrupted() ? g_interruption.positionSeconds : Player().GetPosition();
+}

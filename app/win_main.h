@@ -1,0 +1,7 @@
+// The program's main loop. WinMain itself is declared by the system.
+#pragma once
+
+#include "platform/ce.h"
+
+// Runs one message of the main loop: dialog keys first, then translation and dispatch.
+void RunMessage(HWND mainWindow, MSG& message);

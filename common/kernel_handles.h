@@ -1,0 +1,16 @@
+// Open files and kernel objects that close themselves.
+#pragma once
+
+#include "common/unique_handle.h"
+
+// Of CreateFileW.
+struct FileTraits : InvalidWhenNone {
+    static void Close(HANDLE file) { CloseHandle(file); }
+};
+using UniqueFile = UniqueHandle<FileTraits>;
+
+// Of CreateEventW, CreateProcessW and their like.
+struct KernelObjectTraits : NullWhenNone<HANDLE> {
+    static void Close(HANDLE object) { CloseHandle(object); }
+};
+using UniqueKernelObject = UniqueHandle<KernelObjectTraits>;

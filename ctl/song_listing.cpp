@@ -1,0 +1,119 @@
+#include "ctl/song_listing.h"
+
+#include "library/file_names.h"
+#include "library/song_facts.h"
+#include "library/song_walk.h"
+#include "platform/device_tree.h"
+
+#include <string>
+
+namespace {
+
+// UTF-8; whatever is no text becomes U+FFFD.
+std::string Utf8(WStringView text)
+{
+    const auto units = static_cast<int>(text.size());
+    std::string bytes(text.size() * 3, '\0');
+    const int size = WideCharToMultiByte(CP_UTF8, 0, text.data(), units, bytes.data(), static_cast<int>(bytes.size()),
+                                         nullptr, nullptr);
+    bytes.resize(static_cast<std::size_t>(size > 0 ? size : 0));
+    return bytes;
+}
+
+// The same text with U+FFFD for each byte that is no UTF-8.
+std::string ValidUtf8(const std::string& bytes)
+{
+    WString text(bytes.size(), 0);
+    const int units = MultiByteToWideChar(CP_UTF8, 0, bytes.data(), static_cast<int>(bytes.size()), text.data(),
+                                          static_cast<int>(text.size()));
+    return Utf8(WStringView(text).substr(0, static_cast<std::size_t>(units > 0 ? units : 0)));
+}
+
+// The file's own path on this machine, so that a script can open it, whatever bytes its name has.
+std::string HostPathOf(const WString& devicePath)
+{
+    const auto path = cardsong::kernel::FindHostPath(devicePath);
+    return path.value_or(Utf8(devicePath));
+}
+
+std::string WithEscapes(const std::string& text)
+{
+    std::string line;
+    for (const char c : text) {
+        switch (c) {
+        case '\t': line += "\\t"; break;
+        case '\n': line += "\\n"; break;
+        case '\r': line += "\\r"; break;
+        case '\\': line += "\\\\"; break;
+        default: line += c;
+        }
+    }
+    return line;
+}
+
+// RFC 8259, section 7.
+std::string JsonString(const std::string& utf8)
+{
+    std::string text = "\"";
+    for (const char c : utf8) {
+        if (c == '"' || c == '\\') {
+            text += '\\';
+            text += c;
+        } else if (static_cast<unsigned char>(c) < 0x20) {
+            char escape[8];
+            std::snprintf(escape, sizeof escape, "\\u%04x", static_cast<unsigned>(c));
+            text += escape;
+        } else {
+            text += c;
+        }
+    }
+    return text + '"';
+}
+
+// Path, length in milliseconds and title, parted by tabs; "\t", "\n", "\r" and "\\" stand for what they name.
+std::string TabbedLine(const ListedSong& song)
+{
+    return WithEscapes(song.path) + '\t' + song.lengthMs + '\t' + WithEscapes(song.title) + '\n';
+}
+
+std::string JsonLine(const ListedSong& song)
+{
+    return "{\"path\":" + JsonString(ValidUtf8(song.path)) + ",\"length_ms\":" + song.lengthMs +
+           ",\"title\":" + JsonString(song.title) + "}\n";
+}
+
+constexpr ListingForm kForms[] = {
+    { "", "", TabbedLine },
+    { "--json", "one JSON object a line instead: path, length_ms, title", JsonLine },
+};
+
+ListedSong Describe(const FoundSong& song)
+{
+    const WString path = WString(song.folder) + TEXT('\\') + WString(song.name);
+    const SongFacts facts = ReadSongFacts(path.c_str(), song.format);
+    PathBuffer stem = {};
+    StripExtension(WString(song.name).c_str(), stem);
+    const WStringView title = facts.title.empty() ? WStringView(stem) : facts.title;
+    return { HostPathOf(path), std::to_string(facts.lengthMs), Utf8(title) };
+}
+
+} // namespace
+
+std::span<const ListingForm> ListingForms()
+{
+    return kForms;
+}
+
+bool WriteSongs(std::FILE* out, const ListingForm& form, const std::function<void(unsigned long)>& progress)
+{
+    unsigned long count = 0;
+    bool isWritten = true;
+    WalkSongs(kCardFolder, Subfolders::Walk, [&](const FoundSong& song) {
+        if (!isWritten)
+            return;
+        const std::string line = form.line(Describe(song));
+        isWritten = std::fwrite(line.data(), 1, line.size(), out) == line.size();
+        progress(++count);
+    });
+    return isWritten && std::fflush(out) == 0;
+}

@@ -1,9 +1,0 @@
-// The size of the device's screen, in its own pixels.
-#pragma once
-
-namespace cardsong::host {
-
-constexpr int kScreenWidthPx = 320;
-constexpr int kScreenHeightPx = 240;
-
-} // namespace cardsong::host

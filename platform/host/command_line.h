@@ -5,8 +5,8 @@
 
 namespace cardsong::host {
 
-// Fills `options`, as ReadOptions does. When the command line asks for a text only, or is wrong, the answer is printed
-// and the program's exit status returned: 0, or 2 for a wrong one. Otherwise the player is to run.
+// Fills `options`, as ReadOptions does. Prints the answer to a command line that is wrong, or asks for a text only, and
+// returns the program's exit status: 2, or 0. Nothing: the player is to run.
 [[nodiscard]] std::optional<int> AnswerCommandLine(const std::vector<std::string>& arguments, const char* version,
                                                    Options& options);
 

@@ -1,4 +1,4 @@
-// The device's installed files - skin, texts, sounds -, which lie at a place that the program's own place tells.
+// The device's installed files: skin, texts, sounds. The place of the program tells where they lie.
 #pragma once
 
 #include <filesystem>
@@ -7,8 +7,8 @@
 
 namespace cardsong::host {
 
-// `program`: its file. The tree in the share folder beside an installed program's folder, or the one beside a program
-// that was just built; nothing when there is neither.
+// `program`: the program's file. Returns the tree in the share folder beside the folder of an installed program, else
+// the one beside a program that was just built; nothing when there is neither.
 [[nodiscard]] std::optional<std::filesystem::path> FindInstalledTree(const std::filesystem::path& program);
 
 // One line in the user's words, without its end: what is missing, and where it was looked for. UTF-8 on Windows, the

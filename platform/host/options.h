@@ -34,9 +34,9 @@ struct OptionError {
     std::string message; // one line without its end, in the user's words
 };
 
-// Fills `options` from the arguments (without the program's name); what they are silent about stays as it is, so that
-// the caller sets it first. Returns the error when an option is unknown, lacks its value, or has a value that means
-// nothing. Not for two threads at once.
+// Fills `options` from the arguments (without the program's name); what they do not name stays as the caller set it.
+// Returns the error when an option is unknown, lacks its value, or has a value that means nothing. Not for two threads
+// at once.
 [[nodiscard]] std::optional<OptionError> ReadOptions(const std::vector<std::string>& arguments, Options& options);
 
 // What --help prints.

@@ -19,7 +19,7 @@ public:
     virtual void Tap(int x, int y) = 0;
     // False when the picture could not be written.
     virtual bool Shoot(const std::string& path) = 0;
-    // Lets so much time pass, or less when `ended` becomes true; `changed` is notified then.
+    // Lets so much time pass. Returns earlier when `ended` becomes true; `changed` is notified then.
     virtual void Wait(std::unique_lock<std::mutex>& lock, std::condition_variable& changed, std::uint32_t milliseconds,
                       const std::function<bool()>& ended) = 0;
 };

@@ -18,8 +18,8 @@ struct Viewport {
 
 // The largest viewport that a surface of this size holds; scale 1 at least.
 Viewport FitViewport(int surfaceWidthPx, int surfaceHeightPx);
-// The scale of a window on a desktop whose free part has this size: at most three fifths of it, but 2 if that fits at
-// all.
+// The scale of a window on a desktop whose free part has this size. The window takes at most three fifths of it, but
+// has a scale of 2 where that fits at all.
 int ComfortableScale(int desktopWidthPx, int desktopHeightPx);
 
 // The screen's pixel under a point of the surface; nothing in the black around it.

@@ -224,6 +224,56 @@ TEST_F(MainWindow, TheTicksOfOtherTimersRepaintNothing)
     EXPECT_EQ(Differences(scribbled, Screen(), { 0, 0, 320, 240 }), 0);
 }
 
+TEST_F(MainWindow, AChangeOfItsSizeRepaintsTheWholeWindow)
+{
+    Start();
+    const Frame whole = Screen();
+    Scribble();
+    MoveWindow(m_window, 0, 0, 300, 230, TRUE);
+    Pump();
+    EXPECT_EQ(Differences(whole, Screen(), { 0, 0, 300, 200 }), 0);
+}
+
+TEST_F(MainWindow, TheControlsHaveTheirNumbers)
+{
+    Start();
+    const std::pair<int, POINT> places[] = {
+        { 18, { 0, 208 } },    { 24, { 106, 208 } },  { 22, { 212, 208 } },  { 256, { 0, 159 } },
+        { 260, { 66, 159 } },  { 258, { 113, 159 } }, { 259, { 113, 159 } }, { 262, { 160, 159 } },
+        { 265, { 207, 159 } }, { 266, { 207, 159 } }, { 267, { 207, 159 } }, { 263, { 254, 159 } },
+        { 264, { 254, 159 } },
+    };
+    for (const auto& [id, place] : places) {
+        RECT rect{};
+        ASSERT_TRUE(GetWindowRect(Control(id), &rect)) << id;
+        EXPECT_EQ(rect.left, place.x) << id;
+        EXPECT_EQ(rect.top, place.y) << id;
+    }
+}
+
+TEST_F(MainWindow, EveryRequestToDrawAControlIsAnswered)
+{
+    Start();
+    DRAWITEMSTRUCT request{};
+    request.CtlID = 18;
+    EXPECT_EQ(SendMessageW(m_window, WM_DRAWITEM, 18, reinterpret_cast<LPARAM>(&request)), TRUE);
+}
+
+TEST_F(MainWindow, TheTaskBarIsHiddenWhileThePlayerRuns)
+{
+    WNDCLASSW taskBarClass{};
+    taskBarClass.lpfnWndProc = DefWindowProcW;
+    taskBarClass.lpszClassName = TEXT("HHTaskBar");
+    RegisterClassW(&taskBarClass);
+    const HWND taskBar = CreateWindowExW(0, TEXT("HHTaskBar"), TEXT("x"), WS_POPUP | WS_VISIBLE, 0, 214, 320, 26,
+                                         nullptr, nullptr, nullptr, nullptr);
+    Start();
+    EXPECT_FALSE(IsWindowVisible(taskBar));
+    Press(VK_F24);
+    EXPECT_TRUE(IsWindowVisible(taskBar));
+    DestroyWindow(taskBar);
+}
+
 TEST_F(MainWindow, TheSkinsPanelFramesWhatMayShowOfTheTitleAndTheTimes)
 {
     Start();

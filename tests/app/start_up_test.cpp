@@ -3,6 +3,7 @@
 #include "app/foreground.h"
 #include "app/main_window.h"
 #include "app/storage_card.h"
+#include "common/trace_log.h"
 #include "tests/app/player_fixture.h"
 
 #include <filesystem>
@@ -43,8 +44,17 @@ TEST_F(StartUp, WithoutACardTheUserIsToldAndNoWindowComes)
     Start();
     const std::string told = ::testing::internal::GetCapturedStderr();
     EXPECT_EQ(m_window, nullptr);
-    EXPECT_NE(told.find("card"), std::string::npos) << told;
+    EXPECT_EQ(told, "Storage card: No storage card was found.\nPlease insert the card and start again.\n");
     EXPECT_EQ(FindWindowW(kMainWindowClass, nullptr), nullptr);
+}
+
+TEST_F(StartUp, TheNoticeOfAMissingCardIsInTheUsersLanguage)
+{
+    UseLanguage(0x0804);
+    std::filesystem::remove_all(m_device.CardDirectory());
+    ::testing::internal::CaptureStderr();
+    Start();
+    EXPECT_EQ(::testing::internal::GetCapturedStderr(), "存储卡: 没有找到存储卡。\n请插入存储卡后重新启动。\n");
 }
 
 TEST_F(StartUp, WithoutACardTheProgramEndsWithZero)
@@ -54,6 +64,38 @@ TEST_F(StartUp, WithoutACardTheProgramEndsWithZero)
     WCHAR none[] = TEXT("");
     EXPECT_EQ(WinMain(cardsong::kernel::ProgramInstance(), nullptr, none, SW_SHOW), 0);
     EXPECT_FALSE(::testing::internal::GetCapturedStderr().empty());
+}
+
+TEST_F(StartUp, ARunIsTheFirstLineOfTheDebugLog)
+{
+    auto tree = cardsong::kernel::CurrentDeviceTree();
+    tree.debugOutput = true;
+    cardsong::kernel::InstallDeviceTree(tree);
+    HKEY key = nullptr;
+    RegCreateKeyExW(HKEY_LOCAL_MACHINE, TEXT("\\TAVO\\TAVO_BACKDOOR"), 0, nullptr, 0, KEY_WRITE, nullptr, &key,
+                    nullptr);
+    const DWORD on = 1;
+    RegSetValueExW(key, TEXT("Activate"), 0, REG_DWORD, reinterpret_cast<const BYTE*>(&on), 4);
+    RegCloseKey(key);
+    g_logChecked = 0;
+    std::filesystem::remove_all(m_device.CardDirectory());
+    ::testing::internal::CaptureStderr();
+    WCHAR none[] = TEXT("");
+    EXPECT_EQ(WinMain(cardsong::kernel::ProgramInstance(), nullptr, none, SW_SHOW), 0);
+    EXPECT_EQ(::testing::internal::GetCapturedStderr().rfind("[AP][Music][FunName]Run!\r\n", 0), 0U);
+    g_logChecked = 0;
+    g_logEnabled = 0;
+}
+
+TEST_F(StartUp, TheProgramKnowsItsOwnModule)
+{
+    g_hInstance = nullptr;
+    std::filesystem::remove_all(m_device.CardDirectory());
+    ::testing::internal::CaptureStderr();
+    WCHAR none[] = TEXT("");
+    EXPECT_EQ(WinMain(cardsong::kernel::ProgramInstance(), nullptr, none, SW_SHOW), 0);
+    ::testing::internal::GetCapturedStderr();
+    EXPECT_EQ(g_hInstance, cardsong::kernel::ProgramInstance());
 }
 
 TEST_F(StartUp, ASecondStartAsksTheFirstToComeForwardAndEnds)
@@ -104,6 +146,23 @@ TEST_F(StartUp, AreYouMeBringsTheOwnedPopUpForward)
     SetForegroundWindow(m_window);
     SendMessageW(m_window, g_msgAreYouMe, 0, 0);
     EXPECT_EQ(GetForegroundWindow(), popUp);
+    DestroyWindow(popUp);
+}
+
+TEST_F(StartUp, AKeyForAnotherWindowOfThePlayerIsTranslated)
+{
+    Start();
+    const HWND popUp = MakeWindow(m_window, WS_POPUP | WS_VISIBLE);
+    SetFocus(popUp);
+    cardsong::user::KeyDown('A');
+    MSG message;
+    std::vector<WPARAM> characters;
+    while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) {
+        if (message.message == WM_CHAR && message.hwnd == popUp)
+            characters.push_back(message.wParam);
+        RunMessage(m_window, message);
+    }
+    EXPECT_EQ(characters, std::vector<WPARAM>{ 'a' });
     DestroyWindow(popUp);
 }
 

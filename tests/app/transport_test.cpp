@@ -121,6 +121,64 @@ TEST_F(Transport, StopLeavesTheTitleAtRestAndTheTimeAtZeroUntilTheNextPaint)
     EXPECT_EQ(Differences(before, Screen(), { 0, 0, 320, 240 }), 0);
 }
 
+TEST_F(Transport, AStoppedPlayerRepaintsNothing)
+{
+    Start();
+    AddSong("a.mp3", 30);
+    Press(VK_RETURN);
+    Advance(10);
+    Tap(kStopKey);
+    Advance(1);
+    const HDC context = GetDC(m_window);
+    const RECT mark{ 40, 50, 60, 70 };
+    FillRect(context, &mark, static_cast<HBRUSH>(GetStockObject(WHITE_BRUSH)));
+    ReleaseDC(m_window, context);
+    const Frame marked = Screen();
+    Advance(5);
+    EXPECT_EQ(Differences(marked, Screen(), { 0, 0, 320, 240 }), 0);
+}
+
+TEST_F(Transport, AQuietStopLeavesThePictureToTheSongThatFollows)
+{
+    Start();
+    AddSong("a.mp3", 30);
+    Press(VK_RETURN);
+    Advance(20);
+    const Frame playing = Screen();
+    constexpr RECT panel{ 34, 45, 284, 137 };
+    SendMessageW(m_window, WM_COMMAND, MAKEWPARAM(260, 1), 0);
+    EXPECT_EQ(g_songLoaded, 0);
+    EXPECT_EQ(Differences(playing, Screen(), panel), 0);
+    SendMessageW(m_window, WM_COMMAND, 260, 0);
+    EXPECT_GT(Differences(playing, Screen(), panel), 50);
+}
+
+TEST_F(Transport, TheAudioManagerIsToldOfAStopWithTheCommandsOwnWord)
+{
+    Start();
+    AddSong("a.mp3", 30);
+    Press(VK_RETURN);
+    SendMessageW(m_window, WM_COMMAND, MAKEWPARAM(260, 1), 0);
+    const UINT told = RegisterWindowMessageW(TEXT("TAVO_AUDIOMGR_UPDATESTATE_IND"));
+    MSG message;
+    ASSERT_TRUE(PeekMessageW(&message, m_window, told, told, PM_REMOVE));
+    EXPECT_EQ(message.wParam, MAKEWPARAM(260, 1));
+    EXPECT_EQ(message.lParam, 0);
+}
+
+TEST_F(Transport, TheSliderStandsAtTheBeginningAfterAStop)
+{
+    Start();
+    AddSong("a.mp3", 10);
+    const Frame before = Screen();
+    Press(VK_RETURN);
+    Advance(60);
+    const RECT bar{ kSliderLeft, 139, kSliderLeft + kSliderWidthPx, 154 };
+    EXPECT_GT(Differences(before, Screen(), bar), 100);
+    Tap(kStopKey);
+    EXPECT_EQ(Differences(before, Screen(), bar), 0);
+}
+
 TEST_F(Transport, PlayAfterStopBeginsTheMarkedSongAnew)
 {
     Start();

@@ -55,6 +55,9 @@ class ControlProgram(unittest.TestCase):
         self.assertEqual([song["title"] for song in songs], ["a", "b", "C"])
         self.assertEqual(set(songs[0]), {"path", "length_ms", "title"})
 
+    def test_a_folder_is_the_same_with_separators_at_its_end(self):
+        self.assertEqual(run("songs", str(self.card) + "//"), run("songs", str(self.card)))
+
     def test_says_in_one_line_what_is_wrong(self):
         missing = str(self.card / "none")
         for arguments, status, what in (

@@ -17,7 +17,7 @@ class Display {
 public:
     virtual ~Display() = default;
     // Opens the display and has finished frames reported to it. Returns an empty text, or one line that says why it
-    // cannot be opened. Call it once; the program's start may go on on another thread meanwhile.
+    // cannot be opened. Call it once. Another thread may go on with the program's start meanwhile.
     [[nodiscard]] virtual std::string Start() = 0;
     // Closes it; no call reaches the display any more. Harmless when it never started.
     virtual void Stop() = 0;

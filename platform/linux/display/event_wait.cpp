@@ -11,10 +11,10 @@
 namespace cardsong::display {
 namespace {
 
-// On a bare screen nobody tells of input: so often it is looked for, which nobody feels under the finger.
+// No server tells of input on a bare screen. Nobody feels the delay of looking for it so often.
 constexpr int kLookEveryMs = 20;
 
-// A function of a library that the window library has loaded; null when it has not. So none is loaded for nothing.
+// A function of a library that the window library has loaded; null when it has not. Loads none itself.
 template <typename Function>
 Function* FindFunction(const char* library, const char* name)
 {

@@ -1,6 +1,6 @@
-// The wait of the display's thread: for its server, and for other threads that have something for it. The window
-// library's own wake-up is not used: it sends a message to the window over a second connection, and when the window is
-// gone by the time it arrives, the server's complaint ends the process.
+// How the display's thread waits: for its server, and for other threads that have something for it. The window
+// library's own wake-up is not used: it sends a message to the window over a second connection. When the window is gone
+// by then, the server's complaint ends the process.
 #pragma once
 
 #include <SDL_video.h>
@@ -14,12 +14,12 @@ public:
     EventWait(const EventWait&) = delete;
     EventWait& operator=(const EventWait&) = delete;
 
-    // Ends the wait that is on or, if none is, the next one. Any thread.
+    // Ends the wait under way, or else the next one. Any thread.
     void WakeUp();
-    // Waits for the server of `window`, too, from now on. The display's thread, as what follows.
+    // From now on Wait waits for the server of `window`, too. The display's thread calls this, and Wait.
     void Watch(SDL_Window& window);
-    // Returns when there may be something to do. False: the server is gone. Call it only after the window library was
-    // asked for events and had none: what it has read already wakes nobody.
+    // Returns when there may be something to do; false when the server is gone. Call it only when the window library
+    // has no event left: one that it has read already ends no wait.
     [[nodiscard]] bool Wait();
 
 private:
@@ -27,8 +27,8 @@ private:
     int m_server = -1;  // the connection; -1 where the library reads the input devices itself
 };
 
-// Has `lost` called on the thread that finds the X server dead within a call of the window library. `lost` must not
-// return, nor call X: the library would end the process. Does nothing where the window library has not loaded X.
+// When a call of the window library finds the X server dead, `lost` is called on that thread. It must neither return
+// nor call X: the library would end the process. Does nothing where the window library has not loaded X.
 void OnXServerLost(void (*lost)());
 
 } // namespace cardsong::display

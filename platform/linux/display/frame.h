@@ -15,7 +15,7 @@ namespace cardsong::display {
 constexpr int kFrameWidthPx = kScreenWidthPx;
 constexpr int kFrameHeightPx = kScreenHeightPx;
 
-// The pixels of a screen, rows without padding. It owns them: frames are swapped, not copied, where that is enough.
+// The pixels of a screen, rows without padding. It owns them; to swap two frames copies none.
 class Frame {
 public:
     Frame() : m_pixels(static_cast<std::size_t>(kFrameWidthPx) * kFrameHeightPx) {}
@@ -34,11 +34,11 @@ private:
     std::vector<std::uint16_t> m_pixels;
 };
 
-// Holds the newest finished frame. Copied where it is finished, so that nobody sees a half-painted one.
+// Holds the newest finished frame. The thread that finished it copies it, so that nobody sees a half-painted one.
 class FrameBox {
 public:
-    // Copies the screen if its picture is another than at the last call. Returns whether a frame waits now that was not
-    // waiting before: then somebody has to be woken.
+    // Copies the screen if its picture has changed since the last call. True when a frame waits now and none did
+    // before: then the display's thread has to be woken.
     bool Post();
     // Copies the waiting frame; false when none waits.
     bool Take(Frame& frame);

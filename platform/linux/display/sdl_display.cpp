@@ -22,7 +22,7 @@ class SdlDisplay final : public Display {
 public:
     explicit SdlDisplay(const DisplayOptions& options) : m_options(options)
     {
-        // The window's class is read from the environment, which may change only before other threads look at it.
+        // The library reads the window's class from the environment, which may change only before other threads start.
         SDL_setenv("SDL_VIDEO_X11_WMCLASS", "cardsong", 0);
         SDL_setenv("SDL_VIDEO_WAYLAND_WMCLASS", "cardsong", 0);
     }
@@ -124,7 +124,7 @@ void SdlDisplay::FrameReady()
         m_wait.WakeUp();
 }
 
-// The last word of a thread that is gone for ever, so the object may go as soon as the lock does.
+// A lost thread does not touch the object afterwards: its owner may destroy it as soon as the lock is free.
 void SdlDisplay::Enter(State state)
 {
     const std::lock_guard lock(m_mutex);
@@ -139,8 +139,8 @@ State SdlDisplay::AwaitEndOf(State state)
     return m_state;
 }
 
-// The library may be amid a call to the dead server here, which must neither go on nor end the process: the player
-// saves what it has to save and ends by itself. The thread stands still meanwhile.
+// The library may call this within its own call to the dead server. That call must neither go on nor end the process.
+// So the thread stands still while the player saves what it has to save and ends.
 void SdlDisplay::Lose()
 {
     user::PressExitKey();
@@ -182,7 +182,7 @@ void SdlDisplay::HandleEvents()
     while (!m_stops) {
         const bool handled = HandleWaiting();
         const bool shown = ShowFrame();
-        // The library reads events while it draws, too, and nothing but another look finds those.
+        // Drawing makes the library read events, too. No wait ends for them: only another look finds them.
         if (!handled && !shown && !m_wait.Wait())
             Lose();
     }

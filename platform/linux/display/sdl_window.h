@@ -20,7 +20,7 @@ public:
     void Show(Frame& frame);
     // Sends everything again: the window was uncovered, or has a new size.
     void Redraw();
-    // Leaves the window to a server that is gone: not even closing it is possible any more. Any thread.
+    // Forgets the window without closing it: its server is gone. Any thread.
     void Abandon() { static_cast<void>(m_window.release()); }
     const host::Viewport& Place() const { return m_viewport; }
     SDL_Point Size() const;

@@ -13,7 +13,7 @@ namespace cardsong::host {
 namespace {
 
 constexpr int kStopSignal = SIGUSR1; // from Stop to its own thread
-// A player that does not answer the exit key so often hangs, and must not keep its user.
+// A player that leaves so many exit keys without an answer hangs. It is ended, so that its user need not wait.
 constexpr int kPatience = 3;
 constexpr int kGaveUpStatus = 130;
 
@@ -37,7 +37,7 @@ timespec TimeUntil(SteadyClock::time_point limit)
              static_cast<long>(std::chrono::nanoseconds(left - seconds).count()) };
 }
 
-// Returns when one of the signals has come or the time is over. A debugger that looks in interrupts the call: no end.
+// Returns when one of the signals has come or the time is over. A debugger that only looks in does not end the wait.
 void WaitForSignal(SteadyClock::time_point limit)
 {
     const sigset_t signals = WatchedSignals();

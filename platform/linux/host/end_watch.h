@@ -10,7 +10,7 @@ namespace cardsong::host {
 
 class EndWatch {
 public:
-    // Takes the signals that ask a process to end away from every thread that is started later. Call it before any.
+    // Blocks the signals that ask a process to end, on this thread and those that it starts later. Make it before any.
     EndWatch();
     ~EndWatch();
     EndWatch(const EndWatch&) = delete;

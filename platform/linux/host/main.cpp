@@ -7,7 +7,7 @@
 
 namespace {
 
-// One heap for all threads, which seldom allocate at the same time, instead of one for each.
+// All threads share one heap. They seldom allocate at the same time, and a heap for each takes memory.
 void ShareHeap()
 {
 #ifdef __GLIBC__

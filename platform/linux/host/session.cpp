@@ -57,7 +57,7 @@ std::unique_ptr<display::Display> MakeDisplay(const Options& options)
     return display::MakeSdlDisplay({ options.scale, options.fullScreen });
 }
 
-// Opens the display while the player starts; a display that cannot be opened ends the player. Returns why.
+// Opens the display while the player starts. One that cannot be opened ends the player. Returns why, or an empty text.
 std::string OpenDisplay(display::Display& display)
 {
     std::string trouble = display.Start();

@@ -75,7 +75,7 @@ private:
                        widthPx, heightPx, m_playing.key);
         SelectObject(source, before);
         DeleteDC(source);
-        GdiFlush(); // each thread collects what it draws
+        GdiFlush(); // the system collects what each thread draws
     }
 
     const Playing m_playing;

@@ -3,7 +3,7 @@
 namespace cardsong::gdi {
 namespace {
 
-// A number that the file tells of under `name`; 0 when it tells none.
+// The number that the file holds under `name`; 0 when it holds none.
 UINT Told(IWICMetadataQueryReader* reader, const wchar_t* name)
 {
     PROPVARIANT value;

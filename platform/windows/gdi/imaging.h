@@ -41,8 +41,8 @@ private:
     Interface* m_pointer = nullptr;
 };
 
-// The components' apartment, which the calling thread may or may not have entered. One stands on the thread as long as
-// it uses an ImageFile.
+// Enters the components' apartment, whether or not the calling thread is in one already. It lives as long as the thread
+// uses an ImageFile.
 class Apartment {
 public:
     Apartment() : m_entered(SUCCEEDED(CoInitializeEx(nullptr, COINIT_MULTITHREADED))) {}

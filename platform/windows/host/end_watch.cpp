@@ -7,11 +7,11 @@
 namespace cardsong::host {
 namespace {
 
-// A player that does not answer the exit key so often hangs, and must not keep its user.
+// A player that leaves so many exit keys without an answer hangs. It is ended, so that its user need not wait.
 constexpr int kPatience = 3;
 constexpr int kGaveUpStatus = 130;
 
-// Set while something asks the program to end; one for the process, as the console's handler is.
+// Set while something asks the program to end. One for the process, as the console has one handler for it.
 HANDLE EndWanted()
 {
     static const HANDLE s_event = CreateEventW(nullptr, FALSE, FALSE, nullptr);
@@ -21,7 +21,7 @@ HANDLE EndWanted()
 BOOL WINAPI OnConsole(DWORD event)
 {
     SetEvent(EndWanted());
-    // After a break the program goes on until the player has ended; at any other event the system ends it as soon as
+    // After a break the program goes on until the player has ended. After any other event the system ends it as soon as
     // this returns, or when it has waited long enough.
     if (event != CTRL_C_EVENT && event != CTRL_BREAK_EVENT)
         Sleep(INFINITE);

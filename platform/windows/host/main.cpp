@@ -25,8 +25,8 @@ std::vector<std::string> Arguments()
     return arguments;
 }
 
-// A program with windows has no console of its own: what it says goes where its output was sent, or else to the console
-// that it was started from.
+// A program with windows has no console of its own. Its output goes where it was redirected to, or else to the console
+// that started it.
 void OpenConsole()
 {
     if (GetFileType(GetStdHandle(STD_ERROR_HANDLE)) != FILE_TYPE_UNKNOWN || !AttachConsole(ATTACH_PARENT_PROCESS))

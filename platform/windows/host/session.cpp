@@ -26,7 +26,7 @@ int Complain(const std::string& what, int status)
     return status;
 }
 
-// With every separator the system's own, and from the root, so that a change of the current folder means nothing.
+// The path from the root, with the system's own separators: it means the same after a change of the current folder.
 std::string WholePath(const std::string& path)
 {
     std::error_code error;

@@ -49,7 +49,7 @@ HostPlace Fail(DWORD error)
     return { error, {}, false, false };
 }
 
-// With the names as they are written.
+// Looks for the names as they are written.
 HostPlace Find(const DevicePath& path)
 {
     HostPlace place;
@@ -71,7 +71,8 @@ HostPlace FindTrimmedToo(const DevicePath& path)
     return place.exists || trimmed.names == path.names ? place : Find(trimmed);
 }
 
-// What is told of a name that is nowhere: whether the folder above it is. In the user's tree the system knows.
+// The answer for a name that does not exist tells whether the folder above it does. In the user's tree the system
+// tells.
 HostPlace Missing(HostPlace place, const DevicePath& path)
 {
     const DevicePath folder = path.Parent();

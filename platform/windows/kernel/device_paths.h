@@ -24,8 +24,8 @@ HostPlace PlaceOf(const DevicePath& path);
 // that so far only the installed tree has, are made on the way.
 HostPlace PlaceForNew(LPCWSTR devicePath);
 
-// Whether the existing file or folder at `path`, found under `devicePath`, lies off the card, where only a link can
-// lead: there nothing is written. The user's own tree may be put together with links.
+// Whether the existing file or folder at `path` lies off the card although `devicePath`, under which it was found, is
+// on it. Only a link leads there, and nothing is written there. In the user's own tree links may lead anywhere.
 bool LeadsOffTheCard(const DevicePath& devicePath, const HostPath& path);
 
 // The folders whose entries together are the listing of an existing folder, the one that wins first.

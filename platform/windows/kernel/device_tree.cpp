@@ -13,7 +13,7 @@ DeviceTree& TheTree()
 
 void InstallDeviceTree(const DeviceTree& tree)
 {
-    SetErrorMode(GetErrorMode() | SEM_FAILCRITICALERRORS); // a drive without a medium is no card, and no question
+    SetErrorMode(GetErrorMode() | SEM_FAILCRITICALERRORS); // no box asks for the medium of an empty drive
     TheTree() = tree;
 }
 

@@ -11,9 +11,8 @@ namespace {
 
 using namespace kernel;
 
-// All else could change a file.
-constexpr DWORD kReadingRights =
-    GENERIC_READ | GENERIC_EXECUTE | FILE_GENERIC_READ | FILE_GENERIC_EXECUTE; // these two hold SYNCHRONIZE and more
+// Any other right could change a file. The last two hold SYNCHRONIZE, too.
+constexpr DWORD kReadingRights = GENERIC_READ | GENERIC_EXECUTE | FILE_GENERIC_READ | FILE_GENERIC_EXECUTE;
 
 template <typename Result>
 Result Fail(DWORD error, Result result)
@@ -41,7 +40,7 @@ bool CopyToUser(const HostPath& installed, const HostPath& place)
     return isCopied;
 }
 
-// Asked here because not every system that runs this program asks: some let their administrator write to any file.
+// Some systems let their administrator write to any file, a read-only one too. So the question is asked here.
 bool IsReadOnlyFile(const HostPath& path)
 {
     const DWORD attributes = ::GetFileAttributesW(path.c_str());
@@ -101,7 +100,7 @@ HANDLE CreateFileW(LPCWSTR name, DWORD access, DWORD share, SECURITY_ATTRIBUTES*
     const HANDLE file =
         ::CreateFileW(place.path.c_str(), access, share, security, disposition, flagsAndAttributes, templateFile);
     if (replaces && file != INVALID_HANDLE_VALUE)
-        SetLastError(ERROR_ALREADY_EXISTS); // of an installed file the system saw nothing
+        SetLastError(ERROR_ALREADY_EXISTS); // the system saw no file in the user's tree
     return file;
 }
 

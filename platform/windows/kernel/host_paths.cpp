@@ -7,7 +7,7 @@
 namespace cardsong::kernel {
 namespace {
 
-constexpr std::size_t kPlainPathUnits = 240; // a folder's plain path is shorter than a file's by the 12 of a short name
+constexpr std::size_t kPlainPathUnits = 240; // a folder's plain path leaves room for a short file name of 12
 constexpr WStringView kExtended = L"\\\\?\\";
 
 bool IsOneOf(WStringView name, std::initializer_list<WStringView> others)

@@ -11,8 +11,8 @@ namespace cardsong::kernel {
 // at its end, any other folder has none.
 HostPath HostFolder(const std::string& utf8);
 
-// The path of what lies below a folder under these names. It takes the system's extended form where the plain one would
-// be cut, or a name be taken for another: "NUL" for a device, "a." for "a".
+// The path that these names lead to below a folder. It has the system's extended form where the plain one would be cut,
+// or would name something else: "NUL" a device, "a." the file "a".
 HostPath Below(const HostPath& folder, std::span<const WString> names);
 
 // A search pattern below a folder.

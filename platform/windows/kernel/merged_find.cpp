@@ -111,8 +111,8 @@ DWORD List(const DevicePath& folder, WString pattern, Entries& entries)
     return entries.empty() ? error : DWORD{ ERROR_SUCCESS };
 }
 
-// One file or folder by its name, or a folder with a separator at the end: such a path answers with the folder itself,
-// on an empty card too. That is how the device's programs ask for a card ("SDMMC\"), though elsewhere it finds nothing.
+// Finds one file or folder by its name. A folder with a separator at the end is found, too, even an empty card: that is
+// how the device's programs ask for a card ("SDMMC\"). Desktop systems find nothing then.
 DWORD FindOne(const DevicePath& path, Entries& entries)
 {
     if (path.IsRoot())

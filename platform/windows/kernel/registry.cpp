@@ -53,7 +53,7 @@ Key KeyOf(HKEY parent, LPCWSTR path)
     return { HKEY_CURRENT_USER, kernel::MachineKeyOfDevice().append(below.empty() ? L"" : L"\\").append(below) };
 }
 
-// Calls `function` with the key itself, or with the device's own in the place of the machine's, which is always there.
+// Calls `function` with the key. In the place of the machine's key it gets the device's own, which always exists.
 template <typename Function>
 LSTATUS WithKey(HKEY key, Function function)
 {

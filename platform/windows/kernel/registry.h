@@ -1,5 +1,5 @@
-// Where the machine's keys of a device lie: below a key of the user, one for each device tree, so that nothing of this
-// machine's own settings is ever read or written.
+// Where a device's machine keys lie: below a key of the user, one for each device tree. The settings of this machine
+// are neither read nor written.
 #pragma once
 
 #include <string>

@@ -16,7 +16,7 @@ int g_scale = 1;
 bool g_isSetUp = false;
 UINT g_dpi = USER_DEFAULT_SCREEN_DPI; // of the frame around the screen
 std::atomic<HWND> g_window = nullptr;
-std::atomic<LONG> g_left = 0; // of the client area, where the window was never moved yet
+std::atomic<LONG> g_left = 0; // where the client area was last known to be
 std::atomic<LONG> g_top = 0;
 
 RECT Monitor(bool withoutTaskBar)
@@ -122,7 +122,7 @@ void AdoptScreenWindow(HWND window)
     SetWindowLongPtrW(window, GWL_STYLE, style);
     if (g_frame == Frame::FullScreen) {
         SetWindowLongPtrW(window, GWLP_HWNDPARENT, reinterpret_cast<LONG_PTR>(MakeBackdrop()));
-        AddExStyle(window, WS_EX_APPWINDOW); // an owned window has no place in the task bar unasked
+        AddExStyle(window, WS_EX_APPWINDOW); // without it the task bar leaves out an owned window
     }
     const RECT place = PlaceOfScreenWindow();
     g_window = window;
@@ -160,7 +160,7 @@ void TakeDpi(UINT dpi, POINT outerCorner)
                  SWP_NOZORDER | SWP_NOACTIVATE);
 }
 
-// A window beyond every monitor would have no pixels to draw; one without opacity has.
+// A window without opacity still has pixels to draw; one beyond every monitor has none.
 void HideLikeScreen(HWND window)
 {
     if (g_frame != Frame::Hidden)

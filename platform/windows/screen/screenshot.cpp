@@ -39,7 +39,7 @@ public:
         info.bmiHeader.biBitCount = 8 * kBytesAPixel;
         m_bitmap = CreateDIBSection(m_context, &info, DIB_RGB_COLORS, &m_bits, nullptr, 0);
         m_before = SelectObject(m_context, m_bitmap);
-        SetStretchBltMode(m_context, COLORONCOLOR); // one of the pixels that are the same
+        SetStretchBltMode(m_context, COLORONCOLOR); // keeps one of several equal pixels
     }
     ~Canvas()
     {

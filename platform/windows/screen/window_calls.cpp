@@ -83,7 +83,7 @@ LONG_PTR SetWindowLongPtrW(HWND window, int index, LONG_PTR value)
     return ReplaceProcedure(window, reinterpret_cast<WNDPROC>(value));
 }
 
-// What nobody sees takes the keyboard from nobody.
+// A hidden screen does not take the keyboard.
 BOOL ShowWindow(HWND window, int command)
 {
     if (IsHidden() && command == SW_SHOW && !IsChild(window))
@@ -209,7 +209,7 @@ BOOL GetUpdateRect(HWND window, LPRECT rect, BOOL erase)
     return isAnything;
 }
 
-// A device's screen has 96 dots to the inch, whatever the monitor has on which it is shown.
+// A device's screen has 96 dots to the inch, whatever monitor shows it.
 int GetDeviceCaps(HDC context, int index)
 {
     if (!IsSetUp())

@@ -87,7 +87,7 @@ BOOL CALLBACK MoveAlong(HWND window, LPARAM way)
     return TRUE;
 }
 
-// The player's other windows lie on the screen, wherever it goes.
+// Moves the player's other windows along with the screen.
 void TakeWindowsAlong()
 {
     SIZE way = TakeWay();
@@ -95,11 +95,11 @@ void TakeWindowsAlong()
         EnumWindows(MoveAlong, reinterpret_cast<LPARAM>(&way));
 }
 
-// What the desktop asks of the screen's window and a device never does. True when it was answered.
+// Answers the messages that a desktop sends to the screen's window and a device never does. False: the player answers.
 bool AnswerDesktop(UINT message, WPARAM wParam, LPARAM lParam, LRESULT& result)
 {
     switch (message) {
-    case WM_WINDOWPOSCHANGING: // the last message before there is nothing more to see
+    case WM_WINDOWPOSCHANGING: // the last message while the picture is still there
         if ((reinterpret_cast<const WINDOWPOS*>(lParam)->flags & SWP_HIDEWINDOW) != 0)
             KeepLastPicture();
         return false;

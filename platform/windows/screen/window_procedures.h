@@ -7,12 +7,12 @@ namespace cardsong::screen {
 
 // The procedure of every class that the player registers while the screen is set up.
 LRESULT CALLBACK PlayersProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
-// Which procedure of the player's stands behind it for the windows of a class.
+// Notes the player's own procedure for the windows of a class.
 void RememberProcedure(ATOM windowClass, WNDPROC procedure);
 // Puts a procedure of the player's in front of a window's; returns the one that was there.
 LONG_PTR ReplaceProcedure(HWND window, WNDPROC procedure);
 
-// While one of these that `comes` lives, the next window of the player's on this thread becomes the screen's.
+// While an object made with `comes` true lives, the player's next window on this thread becomes the screen's.
 class ScreenWindowComes {
 public:
     explicit ScreenWindowComes(bool comes);

@@ -46,6 +46,15 @@ TEST_F(Headless, HearsNothingAfterItsEnd)
     EXPECT_FALSE(PresentFrame());
 }
 
+TEST_F(Headless, LeavesTheNextDisplayAloneAfterItsEnd)
+{
+    display->Stop();
+    HeadlessDisplay next;
+    EXPECT_EQ(next.Start(), "");
+    display->Stop();
+    EXPECT_TRUE(PresentFrame());
+}
+
 TEST_F(Headless, IsTheActiveDisplay)
 {
     EXPECT_EQ(RecordedInput(), std::vector<std::string>{ "active" });

@@ -55,9 +55,11 @@ TEST_F(Playing, StopEndsAWait)
 
 TEST_F(Playing, RemembersAPictureThatCouldNotBeWritten)
 {
+    testing::internal::CaptureStderr();
     player.Start({ ShotStep{ "/nonexistent/folder/a.png" }, Key(VK_UP) });
     WaitForInput(2);
     player.Stop();
+    EXPECT_EQ(testing::internal::GetCapturedStderr(), "cardsong: cannot write the picture /nonexistent/folder/a.png\n");
     EXPECT_FALSE(player.AllWritten());
 }
 

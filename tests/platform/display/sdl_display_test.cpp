@@ -172,6 +172,51 @@ TEST_F(SdlEvents, FramesAreTakenWhileItIsOpen)
     EXPECT_FALSE(PresentFrame());
 }
 
+class SdlCursor : public testing::Test {
+protected:
+    SdlCursor()
+    {
+        ResetRecordedInput();
+        setenv("SDL_VIDEODRIVER", "dummy", 1);
+    }
+    static bool IsShown() { return SDL_ShowCursor(SDL_QUERY) == SDL_ENABLE; }
+};
+
+TEST_F(SdlCursor, IsShownInAWindow)
+{
+    const auto display = MakeSdlDisplay({ 1, false });
+    ASSERT_EQ(display->Start(), "");
+    EXPECT_TRUE(IsShown());
+    display->Stop();
+}
+
+TEST_F(SdlCursor, IsHiddenOnTheFullScreenUntilTheMouseMoves)
+{
+    const auto display = MakeSdlDisplay({ 0, true });
+    ASSERT_EQ(display->Start(), "");
+    EXPECT_FALSE(IsShown());
+    for (const Uint32 type : { SDL_MOUSEMOTION, SDL_QUIT }) { // what is heard of the second marks the end
+        SDL_Event event{};
+        event.type = type;
+        SDL_PushEvent(&event);
+    }
+    std::size_t count = 1;
+    while (WaitForInput(count).size() >= count && RecordedInput()[count - 1] != "exit key")
+        ++count;
+    EXPECT_EQ(RecordedInput().back(), "exit key");
+    EXPECT_TRUE(IsShown());
+    display->Stop();
+}
+
+TEST(SdlDisplay, NamesTheClassOfItsWindowUnlessTheUserDid)
+{
+    unsetenv("SDL_VIDEO_X11_WMCLASS");
+    setenv("SDL_VIDEO_WAYLAND_WMCLASS", "mine", 1);
+    const auto display = MakeSdlDisplay({});
+    EXPECT_STREQ(getenv("SDL_VIDEO_X11_WMCLASS"), "cardsong");
+    EXPECT_STREQ(getenv("SDL_VIDEO_WAYLAND_WMCLASS"), "mine");
+}
+
 TEST(SdlDisplay, SaysWhyItCannotOpen)
 {
     setenv("SDL_VIDEODRIVER", "no_such_driver", 1);

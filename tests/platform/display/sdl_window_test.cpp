@@ -86,6 +86,7 @@ TEST_F(SdlPixels, AWiderWindowIsBlackAroundTheScreen)
     std::fill(frame->begin(), frame->end(), std::uint16_t{ 0xFFFF });
     window->Show(*frame);
     SDL_SetWindowSize(Raw(), 800, 500);
+    SDL_FillRect(SDL_GetWindowSurface(Raw()), nullptr, 0xFF00FF); // whatever was there
     window->Redraw();
     EXPECT_EQ(window->Place(), (cardsong::host::Viewport{ 2, 80, 10 }));
     EXPECT_EQ(PixelAt(79, 10), 0U);

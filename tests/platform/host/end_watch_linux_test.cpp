@@ -43,6 +43,15 @@ TEST(EndWatch, PressesTheExitKeyWhenTheTimeIsOver)
     EXPECT_EQ(ran.get_future().wait_for(std::chrono::seconds(0)), std::future_status::ready);
 }
 
+TEST(EndWatch, DoesNotEndBeforeItsTime)
+{
+    const auto start = std::chrono::steady_clock::now();
+    host::EndWatch watch;
+    watch.Start(0.05, [] {});
+    EXPECT_EQ(AwaitKey(), VK_F24);
+    EXPECT_GE(std::chrono::steady_clock::now() - start, std::chrono::milliseconds(50));
+}
+
 TEST(EndWatch, PressesTheExitKeyWhenTheSystemAsksTheProcessToEnd)
 {
     host::EndWatch watch;

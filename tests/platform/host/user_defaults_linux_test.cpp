@@ -2,7 +2,43 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdlib>
+
 using namespace cardsong::host;
+
+namespace {
+
+struct Environment {
+    const char* all;
+    const char* messages;
+    const char* lang;
+};
+
+std::uint16_t LanguageIn(const Environment& environment)
+{
+    setenv("LC_ALL", environment.all, 1);
+    setenv("LC_MESSAGES", environment.messages, 1);
+    setenv("LANG", environment.lang, 1);
+    const std::uint16_t language = UserDefaults().language;
+    for (const char* name : { "LC_ALL", "LC_MESSAGES", "LANG" })
+        unsetenv(name);
+    return language;
+}
+
+} // namespace
+
+TEST(UserDefaults, TakeTheFirstLanguageOfTheEnvironmentThatThePlayerKnows)
+{
+    EXPECT_EQ(LanguageIn({ "zh_TW.UTF-8", "zh_CN.UTF-8", "en_GB" }), 0x0404);
+    EXPECT_EQ(LanguageIn({ "", "zh_CN.UTF-8", "zh_TW.UTF-8" }), 0x0804);
+    EXPECT_EQ(LanguageIn({ "C", "de_DE", "zh_TW" }), 0x0404);
+}
+
+TEST(UserDefaults, AreEnglishWhereThePlayerKnowsNoLanguageOfTheEnvironment)
+{
+    EXPECT_EQ(LanguageIn({ "", "", "" }), 0x0409);
+    EXPECT_EQ(LanguageIn({ "C", "C", "de_DE.UTF-8" }), 0x0409);
+}
 
 TEST(UserDefaults, AreTheUsersOwnFoldersAndALanguageThatThePlayerKnows)
 {

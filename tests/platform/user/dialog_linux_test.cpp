@@ -2,6 +2,7 @@
 #include "platform/linux/gdi/screen.h"
 #include "platform/linux/gdi/surface.h"
 #include "platform/linux/user/input.h"
+#include "platform/screen_size.h"
 #include "tests/platform/user/dialog_builder.h"
 #include "tests/platform/user/pump.h"
 

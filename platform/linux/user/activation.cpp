@@ -43,8 +43,8 @@ bool SwitchActive(ThreadQueue& queue, HWND previous, HWND topLevel)
     return true;
 }
 
-// The default window procedure gave the active window the focus; a procedure that does not ask it, and a disabled
-// window that cannot ask for it, get it all the same.
+// A window that becomes active gets the focus, even if it is disabled. The default window procedure has given it
+// already; a window that does not call that procedure still lacks it.
 bool LacksFocus(ThreadQueue& queue, HWND topLevel)
 {
     LockedDesktop desktop;

@@ -24,8 +24,7 @@ void TakeEarlyKeys(Desktop& desktop, ThreadQueue& queue)
     desktop.earlyKeys.clear();
 }
 
-// The desktop's top-level window for a handle whose lowest bit may be set: the program's way to ask for the last
-// pop-up.
+// The top-level window of a handle. Programs set the lowest bit of a handle to ask for the last pop-up: it is ignored.
 HWND ForegroundTarget(HWND window)
 {
     const auto value = reinterpret_cast<ULONG_PTR>(window) & ~static_cast<ULONG_PTR>(1);

@@ -31,7 +31,6 @@ Target TargetOf(HWND window)
     return { window, record->queue, record->Has(WS_DISABLED) };
 }
 
-// Asks the windows under the point, from the top, until one does not call itself transparent.
 Target HitTest(const std::shared_ptr<ThreadQueue>& self, POINT at, HWND first)
 {
     std::vector<HWND> hits;

@@ -8,7 +8,7 @@ namespace cardsong::user {
 
 namespace {
 
-// The thread of the topmost window under the point; which window it is finds out when it takes the event.
+// The thread of the topmost window under the point. The thread finds the window itself when it takes the event.
 std::shared_ptr<ThreadQueue> QueueAt(const Desktop& desktop, POINT at)
 {
     for (const WindowRecord* window : desktop.root->children) {

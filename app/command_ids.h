@@ -1,6 +1,7 @@
-// Ids of the main window's own commands, timers and strings. Those of the transport buttons stand with the button set.
+// Ids of the main window's commands, timers and strings. Those of the transport buttons stand with the button set.
 #pragma once
 
+#include "controls/player_button_ids.h"
 #include "platform/ce.h"
 
 constexpr WORD kCommandExit = 18;

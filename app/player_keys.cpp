@@ -1,7 +1,6 @@
 #include "app/player_keys.h"
 
 #include "app/command_ids.h"
-#include "controls/player_buttons.h"
 
 #include <algorithm>
 #include <iterator>

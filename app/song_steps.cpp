@@ -3,7 +3,6 @@
 #include "app/command_ids.h"
 #include "app/current_song.h"
 #include "app/player_state.h"
-#include "controls/player_buttons.h"
 
 namespace {
 

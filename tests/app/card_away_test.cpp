@@ -1,7 +1,6 @@
 // The card comes and goes: the list outlives it.
 #include "app/main_window.h"
 #include "app/title_ticker.h"
-#include "controls/player_buttons.h"
 #include "tests/app/player_fixture.h"
 
 #include <filesystem>

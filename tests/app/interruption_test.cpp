@@ -1,6 +1,5 @@
 #include "app/interruption.h"
 
-#include "controls/player_buttons.h"
 #include "controls/seek_slider.h"
 #include "tests/app/player_fixture.h"
 

@@ -1,6 +1,5 @@
 #include "app/player_keys.h"
 
-#include "controls/player_buttons.h"
 #include "tests/app/player_fixture.h"
 
 #include <map>

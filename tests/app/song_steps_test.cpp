@@ -1,5 +1,4 @@
 #include "app/title_ticker.h"
-#include "controls/player_buttons.h"
 #include "tests/app/player_fixture.h"
 
 using namespace cardsong::test;

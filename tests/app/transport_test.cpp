@@ -1,6 +1,5 @@
 #include "app/main_window.h"
 #include "app/title_ticker.h"
-#include "controls/player_buttons.h"
 #include "controls/seek_slider.h"
 #include "library/song_list_rows.h"
 #include "tests/app/player_fixture.h"

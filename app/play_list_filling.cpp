@@ -2,7 +2,7 @@
 
 #include "app/launch_options.h"
 #include "app/player_state.h"
-#include "library/card_presence.h"
+#include "library/card_of_list.h"
 #include "library/media_scan.h"
 
 void TakeBackSavedSongs()

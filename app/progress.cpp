@@ -5,7 +5,7 @@
 #include "app/player_controls.h"
 #include "app/player_state.h"
 #include "app/status_report.h"
-#include "library/display_texts.h"
+#include "library/play_time_text.h"
 #include "playback/media_player.h"
 
 namespace {

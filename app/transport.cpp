@@ -9,10 +9,11 @@
 #include "app/player_controls.h"
 #include "app/player_state.h"
 #include "app/title_ticker.h"
-#include "library/card_presence.h"
-#include "library/display_texts.h"
+#include "library/card_of_list.h"
+#include "library/play_time_text.h"
 #include "library/song_list_rows.h"
 #include "library/song_title.h"
+#include "library/text_measuring.h"
 #include "playback/media_player.h"
 
 namespace {

@@ -1,8 +1,8 @@
 #include "library/play_list_file.h"
 
 #include "common/kernel_handles.h"
-#include "library/card_presence.h"
-#include "library/display_texts.h"
+#include "library/card_of_list.h"
+#include "library/decimal_text.h"
 #include "library/song_list.h"
 
 #include <algorithm>

@@ -1,7 +1,7 @@
 #include "library/saved_play_list.h"
 
 #include "common/file_search.h"
-#include "library/card_presence.h"
+#include "library/card_of_list.h"
 #include "library/play_list_file.h"
 
 #include <unordered_set>

@@ -1,6 +1,7 @@
 #include "library/song_list_rows.h"
 
-#include "library/display_texts.h"
+#include "library/decimal_text.h"
+#include "library/play_time_text.h"
 #include "library/song_list.h"
 
 #include <algorithm>

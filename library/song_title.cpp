@@ -2,7 +2,7 @@
 
 #include "encoding/code_page.h"
 #include "encoding/gb_unicode_text.h"
-#include "library/display_texts.h"
+#include "library/decimal_text.h"
 #include "library/file_names.h"
 #include "library/song_format.h"
 #include "tags/mp3_info.h"

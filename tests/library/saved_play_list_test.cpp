@@ -1,7 +1,7 @@
 // What becomes of the saved list when its card, or another one, is there or away.
 #include "library/saved_play_list.h"
 
-#include "library/card_presence.h"
+#include "library/card_of_list.h"
 #include "tests/library/lists.h"
 #include "tests/library/play_list_bytes.h"
 #include "tests/platform/scratch_device.h"

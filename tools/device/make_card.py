@@ -12,7 +12,7 @@ import shutil
 import subprocess
 
 import song_tags
-import songs
+import melodies
 import synth
 
 # lame's options for each form of MP3; "wma" is ffmpeg's.
@@ -26,18 +26,18 @@ TRADITIONAL = "Traditional"
 
 # id3v1 and lrc name an encoding. The longest songs come first, for the pool.
 CARD = [
-    dict(path="Music/送別.mp3", song=songs.SONG_BIE, form="mp3 vbr", title="送別", artist="李叔同", id3v1="big5", lrc="big5"),
-    dict(path="Music/Folk/Auld Lang Syne.MP3", song=songs.AULD_LANG_SYNE, form="mp3 cbr", title="Auld Lang Syne", artist=TRADITIONAL, id3v1="ascii"),
-    dict(path="Music/Folk/Sakura 樱花.wma", song=songs.SAKURA, form="wma", title="樱花", artist="日本民歌"),
-    dict(path="Music/茉莉花.mp3", song=songs.MO_LI_HUA, form="mp3 cbr", title="茉莉花", artist="江苏民歌", id3v1="gb2312", lrc="gb2312"),
-    dict(path="Music/Classics/欢乐颂.wma", song=songs.ODE_TO_JOY, form="wma", title="欢乐颂", artist="贝多芬"),
-    dict(path="Music/Folk/Greensleeves.mp3", song=songs.GREENSLEEVES, form="mp3 vbr", title="Greensleeves", artist=TRADITIONAL, id3v1="ascii", id3v2=True),
-    dict(path="Music/小星星.mp3", song=songs.TWINKLE, form="mp3 mpeg-2", title="小星星", artist="法国民歌", id3v1="gb2312"),
-    dict(path="Music/Classics/Minuet in G.mp3", song=songs.MINUET_IN_G, form="mp3 cbr", title="G大调小步舞曲", artist="佩措尔德", id3v1="gb2312", id3v2=True),
-    dict(path="Music/兩隻老虎.mp3", song=songs.TWO_TIGERS, form="mp3 mono", title="兩隻老虎", artist="法國民歌", id3v1="big5"),
+    dict(path="Music/送別.mp3", song=melodies.SONG_BIE, form="mp3 vbr", title="送別", artist="李叔同", id3v1="big5", lrc="big5"),
+    dict(path="Music/Folk/Auld Lang Syne.MP3", song=melodies.AULD_LANG_SYNE, form="mp3 cbr", title="Auld Lang Syne", artist=TRADITIONAL, id3v1="ascii"),
+    dict(path="Music/Folk/Sakura 樱花.wma", song=melodies.SAKURA, form="wma", title="樱花", artist="日本民歌"),
+    dict(path="Music/茉莉花.mp3", song=melodies.MO_LI_HUA, form="mp3 cbr", title="茉莉花", artist="江苏民歌", id3v1="gb2312", lrc="gb2312"),
+    dict(path="Music/Classics/欢乐颂.wma", song=melodies.ODE_TO_JOY, form="wma", title="欢乐颂", artist="贝多芬"),
+    dict(path="Music/Folk/Greensleeves.mp3", song=melodies.GREENSLEEVES, form="mp3 vbr", title="Greensleeves", artist=TRADITIONAL, id3v1="ascii", id3v2=True),
+    dict(path="Music/小星星.mp3", song=melodies.TWINKLE, form="mp3 mpeg-2", title="小星星", artist="法国民歌", id3v1="gb2312"),
+    dict(path="Music/Classics/Minuet in G.mp3", song=melodies.MINUET_IN_G, form="mp3 cbr", title="G大调小步舞曲", artist="佩措尔德", id3v1="gb2312", id3v2=True),
+    dict(path="Music/兩隻老虎.mp3", song=melodies.TWO_TIGERS, form="mp3 mono", title="兩隻老虎", artist="法國民歌", id3v1="big5"),
     dict(path="00 demo tone.mp3", tones=[(440, 3), (880, 4), (1320, 5)], form="mp3 cbr", title="00 demo tone"),
     dict(path="01 second tone.mp3", tones=[(660, 12)], form="mp3 cbr", title="01 second tone"),
-    dict(path="maps/turn signal.mp3", song=songs.TURN_SIGNAL, form="mp3 cbr", title="turn signal", skipped="the folder is a map folder"),
+    dict(path="maps/turn signal.mp3", song=melodies.TURN_SIGNAL, form="mp3 cbr", title="turn signal", skipped="the folder is a map folder"),
 ]
 NO_MUSIC = dict(path="Music/not a song.mp3", title="not a song", codec="none", durationMs=0)
 TONE_RATE = 44100

@@ -1,4 +1,4 @@
-#include "library/card_presence.h"
+#include "library/card_of_list.h"
 
 #include "common/file_search.h"
 

@@ -15,7 +15,6 @@ constexpr int kSeekSliderId = 300;
 constexpr int kSeekSliderMaximum = 400;
 
 constexpr UINT_PTR kTitleTimer = 1000;
-constexpr UINT kTitleTimerPeriodMs = 100;
 
 constexpr int kStringNoCardTitle = 17001;
 constexpr int kStringNoCardMessage = 1039;

@@ -24,10 +24,3 @@ MediaFileEntry* EntryAt(int number)
 {
     return SongList(PlayList).Find(number - 1);
 }
-
-void DropCurrentEntry()
-{
-    SongList(PlayList).Take(g_currentNumber - 1).reset();
-    if (!PlayList.IsEmpty())
-        MakeCurrent(g_currentNumber <= PlayList.GetCount() ? g_currentNumber : 1);
-}

@@ -10,6 +10,3 @@
 void MakeCurrent(int number);
 // The entry of that number; null outside the list.
 [[nodiscard]] MediaFileEntry* EntryAt(int number);
-// The current song cannot be played: its entry leaves the list and is freed. The entry that takes its place becomes
-// current; behind the last one, the first.
-void DropCurrentEntry();

@@ -11,6 +11,7 @@
 #include "app/progress.h"
 #include "app/registered_messages.h"
 #include "app/song_steps.h"
+#include "app/task_bar.h"
 #include "app/title_ticker.h"
 #include "app/transport.h"
 #include "library/media_scan.h"
@@ -20,12 +21,6 @@
 #include "playback/media_player.h"
 
 namespace {
-
-void ShowTaskBar(int command)
-{
-    if (const HWND taskBar = FindWindowW(TEXT("HHTaskBar"), nullptr); taskBar != nullptr)
-        ShowWindow(taskBar, command);
-}
 
 void RepaintNow(HWND window)
 {
@@ -94,7 +89,7 @@ LRESULT OnCreate(HWND window, WPARAM, LPARAM)
     RegisterAudioManagerMessage();
     SetWindowLongPtrW(window, GWL_EXSTYLE, GetWindowLongPtrW(window, GWL_EXSTYLE) | WS_EX_NOANIMATION);
     MoveWindow(window, 0, 0, kScreenWidthPx, kScreenHeightPx, TRUE);
-    ShowTaskBar(SW_HIDE);
+    HideTaskBar();
     CreateControls(window);
     LoadBackground();
     DisableFirstSongControls(window);
@@ -106,7 +101,7 @@ LRESULT OnDestroy(HWND window, WPARAM, LPARAM)
 {
     SendMessageW(window, WM_COMMAND, kCommandStop, 0);
     SongList(PlayList).FreeAll();
-    ShowTaskBar(SW_SHOW);
+    ShowTaskBar();
     FreeControls();
     FreeBackground();
     ReleasePlayer();

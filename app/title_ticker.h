@@ -3,6 +3,8 @@
 
 #include "platform/ce.h"
 
+constexpr UINT kTitleTimerPeriodMs = 100;
+
 struct TitleStrip {
     RECT rect;
     bool isActive;

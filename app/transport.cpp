@@ -9,7 +9,7 @@
 #include "app/player_controls.h"
 #include "app/player_state.h"
 #include "app/title_ticker.h"
-#include "library/card_of_list.h"
+#include "app/unplayable_songs.h"
 #include "library/play_time_text.h"
 #include "library/song_list_rows.h"
 #include "library/song_title.h"
@@ -19,8 +19,6 @@
 namespace {
 
 constexpr double kStepSeconds = 5.0;
-
-enum class Outcome { Playing, Unplayable, CardAway };
 
 void PauseSong()
 {
@@ -77,7 +75,8 @@ void ShowSong(HWND window, MediaFileEntry& entry, double durationSeconds)
     InvalidateRect(window, &kDisplayRect, FALSE);
 }
 
-Outcome PlayCurrent(HWND window, CardOfList& card)
+// False when the song cannot be played.
+bool PlayCurrent(HWND window)
 {
     EnterPlaying(window);
     MediaFileEntry& entry = ChooseEntry();
@@ -86,14 +85,10 @@ Outcome PlayCurrent(HWND window, CardOfList& card)
     const double durationSeconds = OpenOrResume(window, path);
     if (!IsTitleTimerRunning())
         g_titleTimer = SetTimer(window, kTitleTimer, kTitleTimerPeriodMs, nullptr);
-    if (durationSeconds > 0) {
-        ShowSong(window, entry, durationSeconds);
-        return Outcome::Playing;
-    }
-    if (!card.IsThere(g_currentNumber - 1))
-        return Outcome::CardAway;
-    DropCurrentEntry();
-    return Outcome::Unplayable;
+    if (!(durationSeconds > 0))
+        return false;
+    ShowSong(window, entry, durationSeconds);
+    return true;
 }
 
 } // namespace
@@ -111,12 +106,11 @@ void PlayOrPause(HWND window)
     CardOfList card(PlayList);
     while (!PlayList.IsEmpty()) {
         g_songLoaded = 1;
-        const Outcome outcome = PlayCurrent(window, card);
-        if (outcome == Outcome::Playing)
+        if (PlayCurrent(window))
             return;
-        const bool firstComesNext = g_currentNumber <= 1;
+        const AfterUnplayable then = TakeUnplayableSongOut(card);
         SendMessageW(window, WM_COMMAND, kCommandStop, 0);
-        if (firstComesNext || outcome == Outcome::CardAway)
+        if (then == AfterUnplayable::Stop)
             return;
     }
     g_songLoaded = 0;

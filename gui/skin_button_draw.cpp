@@ -19,16 +19,6 @@ std::optional<ButtonFace> FaceFor(const DRAWITEMSTRUCT& request)
 
 } // namespace
 
-// A button never keeps the keyboard focus: asked to draw itself with it, it hands the focus on, so that the keys go on
-// reaching its owner.
-void SkinButton::HandFocusOn(const DRAWITEMSTRUCT& request) const
-{
-    const bool isReleased = request.itemAction == ODA_SELECT && (request.itemState & ODS_SELECTED) == 0;
-    if ((request.itemState & ODS_FOCUS) != 0 && (isReleased || request.itemAction == ODA_FOCUS) &&
-        m_focusOwner != nullptr)
-        SetFocus(m_focusOwner);
-}
-
 void SkinButton::DrawItem(const DRAWITEMSTRUCT& request)
 {
     HandFocusOn(request);

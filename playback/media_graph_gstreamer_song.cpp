@@ -4,27 +4,11 @@
 #include "platform/console_notice.h"
 #include "playback/asf_song.h"
 #include "playback/media_graph.h"
+#include "playback/media_graph_gstreamer_volume.h"
 
 #include <algorithm>
-#include <cmath>
 
 namespace cardsong::playback {
-
-namespace {
-
-double FactorOf(long volume)
-{
-    return volume <= kSilent ? 0.0 : std::pow(10.0, static_cast<double>(volume) / 2000.0);
-}
-
-// -1 to 1: the share by which the other side's amplitude is lowered, with the sign of the side that stays.
-double SideOf(long balance)
-{
-    const double side = 1.0 - FactorOf(-std::abs(balance));
-    return balance < 0 ? -side : side;
-}
-
-} // namespace
 
 Song::~Song()
 {

@@ -115,6 +115,28 @@ TEST_F(MainPaint, BothCopiesOfTheTitleAreDrawn)
     EXPECT_EQ(Differences(shown, expected.Pixels(), kPanelArea), 0);
 }
 
+TEST_F(MainPaint, TheTitleIsCutOffAtThePanelsEdges)
+{
+    Start();
+    AddSong("wwwwwwwwwwwwwwwwwwwwwwwwwwwwwwwwwwwwwwwwwwwwwwwwww.mp3", 30);
+    Press(VK_RETURN);
+    g_totalText.clear();
+    g_elapsedText.clear();
+    g_titleStripA = { { 0, 45, 320, 115 }, true };
+    InvalidateRect(m_window, nullptr, FALSE);
+    Pump();
+    const Frame shown = Screen();
+    const Frame bare = Picture().Pixels();
+    Picture lettered;
+    lettered.Write(g_titleText.c_str(), 18, { 0, 45, 320, 115 }, DT_SINGLELINE | DT_NOPREFIX);
+    const Frame letters = lettered.Pixels();
+    EXPECT_EQ(Differences(shown, letters, { 34, 45, 284, 137 }), 0);
+    EXPECT_EQ(Differences(shown, bare, { 0, 40, 34, 137 }), 0);
+    EXPECT_EQ(Differences(shown, bare, { 284, 40, 320, 137 }), 0);
+    EXPECT_GT(Differences(letters, bare, { 34, 45, 35, 115 }), 0); // a letter crosses either edge
+    EXPECT_GT(Differences(letters, bare, { 283, 45, 284, 115 }), 0);
+}
+
 TEST_F(MainPaint, AStoppedPlayerShowsNoText)
 {
     Start();

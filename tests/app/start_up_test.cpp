@@ -66,6 +66,29 @@ TEST_F(StartUp, WithoutACardTheProgramEndsWithZero)
     EXPECT_FALSE(::testing::internal::GetCapturedStderr().empty());
 }
 
+TEST_F(StartUp, TheWindowIsPaintedBeforeTheFirstMessageIsTaken)
+{
+    g_hInstance = cardsong::kernel::ProgramInstance();
+    RegisterStartMessages();
+    g_hStringModule = LoadStringModule();
+    m_window = InitInstance(g_hInstance, SW_SHOW);
+    const Frame first = Screen();
+    EXPECT_FALSE(GetUpdateRect(m_window, nullptr, FALSE));
+    Pump();
+    EXPECT_EQ(Differences(first, Screen(), { 0, 0, 320, 138 }), 0);
+}
+
+TEST_F(StartUp, AMessageThatIsNotRegisteredMeansNothing)
+{
+    Start();
+    const UINT registered = g_msgMassStorage;
+    g_msgMassStorage = 0;
+    SendMessageW(m_window, WM_NULL, 0, 0);
+    Pump();
+    EXPECT_FALSE(m_hasQuit);
+    g_msgMassStorage = registered;
+}
+
 TEST_F(StartUp, ARunIsTheFirstLineOfTheDebugLog)
 {
     auto tree = cardsong::kernel::CurrentDeviceTree();

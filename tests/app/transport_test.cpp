@@ -390,6 +390,16 @@ TEST_F(Transport, ATapOnTheSliderOfAStoppedPlayerDoesNothing)
     EXPECT_EQ(g_songLoaded, 0);
 }
 
+TEST_F(Transport, TheSliderHas400Steps)
+{
+    Start();
+    AddSong("a.mp3", 4000);
+    Press(VK_RETURN);
+    TakeSimulatedCalls();
+    SendMessageW(m_window, 1135, 300, 100);
+    EXPECT_EQ(TakeSimulatedCalls(), std::vector<std::string>{ "SetPosition 1000.0" });
+}
+
 TEST_F(Transport, SeekRequestsOfOtherControlsAreIgnored)
 {
     Start();

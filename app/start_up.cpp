@@ -1,9 +1,15 @@
 #include "app/start_up.h"
 
+#include "app/command_ids.h"
+#include "app/launch_options.h"
 #include "app/main_window.h"
 #include "app/no_card_notice.h"
 #include "app/registered_messages.h"
+#include "app/single_instance.h"
 #include "app/storage_card.h"
+#include "common/string_table.h"
+#include "common/trace_log.h"
+#include "playback/media_graph.h"
 
 namespace {
 
@@ -21,14 +27,6 @@ HWND CreateMainWindow(HINSTANCE instance)
 
 } // namespace
 
-bool HandOverToRunningPlayer()
-{
-    if (FindWindowW(kMainWindowClass, nullptr) == nullptr)
-        return false;
-    PostMessageW(HWND_BROADCAST, g_msgAreYouMe, 0, 0);
-    return true;
-}
-
 HWND InitInstance(HINSTANCE instance, int showCommand)
 {
     CoInitializeEx(nullptr, COINIT_MULTITHREADED);
@@ -45,4 +43,17 @@ HWND InitInstance(HINSTANCE instance, int showCommand)
         UpdateWindow(window);
     }
     return window;
+}
+
+HWND StartUp(HINSTANCE instance, LPCWSTR commandLine, int showCommand)
+{
+    TraceLog(kLogModule, TEXT("Run!\r\n"));
+    g_hInstance = instance;
+    g_launchOptions = ReadLaunchOptions(commandLine);
+    RegisterStartMessages();
+    if (HandOverToRunningPlayer())
+        return nullptr;
+    MediaGraph::WarmUp();
+    g_hStringModule = LoadStringModule();
+    return InitInstance(instance, showCommand);
 }

@@ -1,12 +1,7 @@
 #include "app/win_main.h"
 
-#include "app/command_ids.h"
-#include "app/launch_options.h"
-#include "app/registered_messages.h"
 #include "app/start_up.h"
 #include "common/string_table.h"
-#include "common/trace_log.h"
-#include "playback/media_graph.h"
 
 void RunMessage(HWND mainWindow, MSG& message)
 {
@@ -18,15 +13,7 @@ void RunMessage(HWND mainWindow, MSG& message)
 
 int WINAPI WinMain(HINSTANCE instance, HINSTANCE, LPWSTR commandLine, int showCommand)
 {
-    TraceLog(kLogModule, TEXT("Run!\r\n"));
-    g_hInstance = instance;
-    g_launchOptions = ReadLaunchOptions(commandLine);
-    RegisterStartMessages();
-    if (HandOverToRunningPlayer())
-        return 0;
-    MediaGraph::WarmUp();
-    g_hStringModule = LoadStringModule();
-    const HWND window = InitInstance(instance, showCommand);
+    const HWND window = StartUp(instance, commandLine, showCommand);
     if (window == nullptr)
         return 0;
 

@@ -1,4 +1,4 @@
-// The program's main loop. WinMain itself is declared by the system.
+// The program's main loop and its end. WinMain itself is declared by the system.
 #pragma once
 
 #include "platform/ce.h"

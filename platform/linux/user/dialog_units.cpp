@@ -9,22 +9,16 @@ constexpr int kBaseHeightPx = 16;
 constexpr int kUnitsPerBaseWidth = 4;
 constexpr int kUnitsPerBaseHeight = 8;
 
-int Scale(int units, int basePx, int unitsPerBase)
-{
-    const int doubled = units * basePx * 2;
-    return (doubled + (doubled < 0 ? -unitsPerBase : unitsPerBase)) / (2 * unitsPerBase);
-}
-
 } // namespace
 
 int PixelsAcross(LONG units)
 {
-    return Scale(units, kBaseWidthPx, kUnitsPerBaseWidth);
+    return units * kBaseWidthPx / kUnitsPerBaseWidth;
 }
 
 int PixelsDown(LONG units)
 {
-    return Scale(units, kBaseHeightPx, kUnitsPerBaseHeight);
+    return units * kBaseHeightPx / kUnitsPerBaseHeight;
 }
 
 } // namespace cardsong::user

@@ -5,6 +5,7 @@
 #include "platform/linux/user/dialog_default_button.h"
 #include "platform/linux/user/dialog_tab_order.h"
 #include "platform/linux/user/dialog_template.h"
+#include "platform/linux/user/dialog_units.h"
 #include "platform/linux/user/visible_region.h"
 
 #include <algorithm>
@@ -12,25 +13,6 @@
 namespace cardsong::user {
 
 namespace {
-
-// The pixels of a dialog's base units, those of the system font at 10 points: four and eight dialog units.
-constexpr int kBaseWidthPx = 8;
-constexpr int kBaseHeightPx = 16;
-
-int Scale(int units, int basePx, int unitsPerBase)
-{
-    const int doubled = units * basePx * 2;
-    return (doubled + (doubled < 0 ? -unitsPerBase : unitsPerBase)) / (2 * unitsPerBase);
-}
-
-int ToPixelsX(LONG units)
-{
-    return Scale(units, kBaseWidthPx, 4);
-}
-int ToPixelsY(LONG units)
-{
-    return Scale(units, kBaseHeightPx, 8);
-}
 
 HFONT MakeFont(const DialogTemplate& source)
 {
@@ -47,13 +29,13 @@ HFONT MakeFont(const DialogTemplate& source)
 
 HWND MakeWindow(const DialogTemplate& source, HINSTANCE instance, HWND parent)
 {
-    POINT at{ ToPixelsX(source.units.left), ToPixelsY(source.units.top) };
+    POINT at{ PixelsAcross(source.units.left), PixelsDown(source.units.top) };
     if ((source.style & WS_CHILD) == 0 && parent != nullptr)
         ClientToScreen(parent, &at);
     const auto& name = source.className;
     return CreateWindowExW(source.exStyle, name.empty() ? kDialogClassName : name.c_str(), source.text.c_str(),
-                           source.style & ~WS_VISIBLE, at.x, at.y, ToPixelsX(source.units.right),
-                           ToPixelsY(source.units.bottom), parent, nullptr, instance, nullptr);
+                           source.style & ~WS_VISIBLE, at.x, at.y, PixelsAcross(source.units.right),
+                           PixelsDown(source.units.bottom), parent, nullptr, instance, nullptr);
 }
 
 bool BecomeDialog(HWND window, HFONT font, DLGPROC procedure)
@@ -81,8 +63,8 @@ bool MakeControl(HWND dialog, const ControlTemplate& source, HINSTANCE instance,
     std::copy(source.creationData.begin(), source.creationData.end(), data.begin() + sizeof(WORD));
     const HWND control = CreateWindowExW(
         source.exStyle, source.className.c_str(), source.text.c_str(), source.style | WS_CHILD,
-        ToPixelsX(source.units.left), ToPixelsY(source.units.top), ToPixelsX(source.units.right),
-        ToPixelsY(source.units.bottom), dialog, reinterpret_cast<HMENU>(static_cast<ULONG_PTR>(source.id)), instance,
+        PixelsAcross(source.units.left), PixelsDown(source.units.top), PixelsAcross(source.units.right),
+        PixelsDown(source.units.bottom), dialog, reinterpret_cast<HMENU>(static_cast<ULONG_PTR>(source.id)), instance,
         source.creationData.empty() ? nullptr : data.data());
     if (control == nullptr)
         return false;

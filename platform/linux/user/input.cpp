@@ -1,35 +1,12 @@
 #include "platform/linux/user/input.h"
 
-#include "platform/linux/kernel/clock.h"
 #include "platform/linux/user/desktop.h"
+#include "platform/linux/user/input_queue.h"
 #include "platform/linux/user/input_routing.h"
 
 namespace cardsong::user {
 
 namespace {
-
-constexpr std::size_t kMaxInput = 256; // a thread that never looks loses what comes later
-
-// Numbers the event and notes when it came.
-void Stamp(InputEvent& event)
-{
-    static std::uint64_t s_number = 0; // guarded by the desktop's lock
-    event.number = ++s_number;
-    event.timeMs = kernel::CurrentClock().NowMs();
-}
-
-void Enqueue(ThreadQueue& queue, InputEvent event)
-{
-    Stamp(event);
-    auto& input = queue.input;
-    const bool continuesMove =
-        event.kind == InputKind::PointerMove && !input.empty() && input.back().kind == InputKind::PointerMove;
-    if (continuesMove)
-        input.pop_back();
-    if (input.size() < kMaxInput)
-        input.push_back(event);
-    Notify(queue);
-}
 
 void Point(InputKind kind, POINT at)
 {
@@ -61,9 +38,8 @@ void Strike(InputKind kind, UINT key)
     desktop->keysDown[key] = kind == InputKind::KeyDown;
     if (desktop->foregroundQueue != nullptr) {
         Enqueue(*desktop->foregroundQueue, event);
-    } else if (desktop->foreground == nullptr && desktop->earlyKeys.size() < kMaxInput) {
-        Stamp(event);
-        desktop->earlyKeys.push_back(event);
+    } else if (desktop->foreground == nullptr) {
+        KeepEarlyKey(*desktop, event);
     }
 }
 

@@ -1,5 +1,6 @@
 #include "platform/linux/user/input_queue.h"
 
+#include "platform/linux/kernel/clock.h"
 #include "platform/linux/user/desktop.h"
 #include "platform/linux/user/double_click.h"
 #include "platform/linux/user/foreground.h"
@@ -12,7 +13,16 @@ namespace cardsong::user {
 
 namespace {
 
+constexpr std::size_t kMaxInput = 256; // a thread that never looks loses what comes later
 constexpr UINT kSystemKeyOffset = WM_SYSKEYDOWN - WM_KEYDOWN;
+
+// Numbers the event and notes when it came.
+void Stamp(InputEvent& event)
+{
+    static std::uint64_t s_number = 0; // guarded by the desktop's lock
+    event.number = ++s_number;
+    event.timeMs = kernel::CurrentClock().NowMs();
+}
 
 bool CouldMatch(const InputEvent& event, const MessageFilter& filter)
 {
@@ -100,6 +110,27 @@ std::optional<MSG> Deliver(ThreadQueue& queue, HWND window, const InputEvent& ev
 }
 
 } // namespace
+
+void Enqueue(ThreadQueue& queue, InputEvent event)
+{
+    Stamp(event);
+    auto& input = queue.input;
+    const bool continuesMove =
+        event.kind == InputKind::PointerMove && !input.empty() && input.back().kind == InputKind::PointerMove;
+    if (continuesMove)
+        input.pop_back();
+    if (input.size() < kMaxInput)
+        input.push_back(event);
+    Notify(queue);
+}
+
+void KeepEarlyKey(Desktop& desktop, InputEvent event)
+{
+    if (desktop.earlyKeys.size() >= kMaxInput)
+        return;
+    Stamp(event);
+    desktop.earlyKeys.push_back(event);
+}
 
 std::optional<MSG> TakeInput(const std::shared_ptr<ThreadQueue>& queue, const MessageFilter& filter, bool remove)
 {

@@ -242,6 +242,17 @@ TEST_F(ButtonTest, LosingTheCaptureEndsThePressWithoutAClick)
     EXPECT_TRUE(m_events.empty());
 }
 
+TEST_F(ButtonTest, APressThatLostTheCaptureLeavesTheSpaceBarFree)
+{
+    const HWND button = MakeButton(BS_PUSHBUTTON);
+    SendMessageW(button, WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(1, 1));
+    ReleaseCapture();
+    SendMessageW(button, WM_KEYDOWN, VK_SPACE, 0);
+    EXPECT_NE(SendMessageW(button, BM_GETSTATE, 0, 0) & BST_PUSHED, 0);
+    SendMessageW(button, WM_KEYUP, VK_SPACE, 0);
+    EXPECT_EQ(m_events, (std::vector<WPARAM>{ MAKEWPARAM(7, BN_CLICKED) }));
+}
+
 TEST_F(ButtonTest, ItsTypeAnswersTheDialog)
 {
     EXPECT_EQ(SendMessageW(MakeButton(BS_PUSHBUTTON), WM_GETDLGCODE, 0, 0), DLGC_BUTTON | DLGC_UNDEFPUSHBUTTON);
@@ -319,6 +330,14 @@ TEST_F(ButtonTest, ItsStateTellsPushedAndFocusedAndNothingElse)
     EXPECT_EQ(SendMessageW(button, BM_GETSTATE, 0, 0), BST_PUSHED | BST_FOCUS);
     SendMessageW(button, WM_LBUTTONUP, 0, MAKELPARAM(1, 1));
     EXPECT_EQ(SendMessageW(button, BM_GETSTATE, 0, 0), BST_FOCUS);
+}
+
+TEST_F(ButtonTest, ItAnswersNothingToPointerKeysAndFocus)
+{
+    const HWND button = MakeButton(BS_PUSHBUTTON);
+    for (const UINT message : { WM_ENABLE, WM_LBUTTONDOWN, WM_MOUSEMOVE, WM_LBUTTONUP, WM_LBUTTONDBLCLK,
+                                WM_CAPTURECHANGED, WM_SETFOCUS, WM_KILLFOCUS, WM_KEYDOWN, WM_KEYUP })
+        EXPECT_EQ(SendMessageW(button, message, 0, 0), 0) << message;
 }
 
 TEST_F(ButtonTest, ANewTypeShowsAtOnceOnlyIfItIsAskedTo)

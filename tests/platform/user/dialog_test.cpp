@@ -80,6 +80,17 @@ TEST_F(DialogTest, InitAnsweringTrueWithoutATabStopFocusesTheFirstControl)
     EXPECT_EQ(GetFocus(), GetDlgItem(m_dialog, 1));
 }
 
+TEST_F(DialogTest, WithoutATabStopTheFirstControlIsProposed)
+{
+    DialogBuilder builder({ WS_POPUP });
+    builder.Button(0, 1).Button(0, 2);
+    m_dialog = builder.Create(nullptr, RememberingProcedure);
+    const auto init =
+        std::find_if(g_seen.begin(), g_seen.end(), [](const auto& seen) { return seen.message == WM_INITDIALOG; });
+    ASSERT_NE(init, g_seen.end());
+    EXPECT_EQ(init->wParam, reinterpret_cast<WPARAM>(GetDlgItem(m_dialog, 1)));
+}
+
 TEST_F(DialogTest, InitAnsweringFalseLeavesTheFocusAlone)
 {
     WindowOptions options;
@@ -384,7 +395,7 @@ TEST_F(DialogTest, TheNextAndTheLastControlAreOnesThatCanBeReached)
     DialogBuilder builder({ WS_POPUP | WS_VISIBLE });
     builder.Button(WS_TABSTOP, 1).Button(0, 2).Button(WS_TABSTOP, 3);
     m_dialog = builder.Create(nullptr, RememberingProcedure);
-    SendMessageW(m_dialog, WM_NEXTDLGCTL, 0, 0);
+    EXPECT_EQ(SendMessageW(m_dialog, WM_NEXTDLGCTL, 0, 0), 0);
     EXPECT_EQ(GetFocus(), GetDlgItem(m_dialog, 3));
     SendMessageW(m_dialog, WM_NEXTDLGCTL, 0, 0);
     EXPECT_EQ(GetFocus(), GetDlgItem(m_dialog, 1));

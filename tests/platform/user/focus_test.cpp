@@ -32,8 +32,10 @@ TEST(Focus, MovingItTellsTheLoserThenTheWinner)
     EXPECT_EQ(SetFocus(second), static_cast<HWND>(first));
     ASSERT_EQ(first.Count(WM_KILLFOCUS), 1);
     EXPECT_EQ(first.Last(WM_KILLFOCUS)->wParam, reinterpret_cast<WPARAM>(static_cast<HWND>(second)));
+    EXPECT_EQ(first.Last(WM_KILLFOCUS)->lParam, 0);
     ASSERT_EQ(second.Count(WM_SETFOCUS), 1);
     EXPECT_EQ(second.Last(WM_SETFOCUS)->wParam, reinterpret_cast<WPARAM>(static_cast<HWND>(first)));
+    EXPECT_EQ(second.Last(WM_SETFOCUS)->lParam, 0);
     EXPECT_EQ(GetFocus(), static_cast<HWND>(second));
 }
 
@@ -341,6 +343,39 @@ TEST(Activation, AWindowThatGoesWhileTheOtherIsToldDoesNotBecomeActive)
     EXPECT_FALSE(IsWindow(doomed));
     EXPECT_NE(GetActiveWindow(), doomed);
     EXPECT_NE(GetFocus(), doomed);
+}
+
+// A handler that destroys its window when it hears that another one becomes active.
+std::optional<LRESULT> GoWhenInactive(HWND window, UINT message, WPARAM wParam, LPARAM lParam)
+{
+    if (message == WM_ACTIVATE && LOWORD(wParam) == WA_INACTIVE)
+        DestroyWindow(window);
+    return JustValidate(window, message, wParam, lParam);
+}
+
+TEST(Activation, ALoserThatGoesWhileItIsToldLeavesItsPlaceToTheOther)
+{
+    TestWindow winner; // hidden: it is nobody's successor
+    TestWindow loser(Shown());
+    loser.Handle(GoWhenInactive);
+    SetActiveWindow(winner);
+    EXPECT_FALSE(IsWindow(loser));
+    EXPECT_EQ(GetActiveWindow(), static_cast<HWND>(winner));
+    EXPECT_EQ(winner.Count(WM_ACTIVATE), 1);
+}
+
+TEST(Activation, TheOtherIsToldOnceWhenTheLoserGoesAndItIsTheSuccessorToo)
+{
+    if (cardsong::test::IsWine())
+        GTEST_SKIP() << "Wine activates it without telling it";
+    TestWindow winner(Shown());
+    TestWindow loser(Shown());
+    loser.Handle(GoWhenInactive);
+    winner.Forget();
+    SetActiveWindow(winner);
+    EXPECT_FALSE(IsWindow(loser));
+    EXPECT_EQ(GetActiveWindow(), static_cast<HWND>(winner));
+    EXPECT_EQ(winner.Count(WM_ACTIVATE), 1);
 }
 
 TEST(Activation, TheOneChosenWhileTheLoserIsToldWins)

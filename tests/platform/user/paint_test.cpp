@@ -65,6 +65,16 @@ TEST(Paint, InvalidatingNoWindowRepaintsAll)
     EXPECT_EQ(window.Count(WM_PAINT), 1);
 }
 
+TEST(Paint, InvalidatingNoWindowErasesAllAskedOrNot)
+{
+    TestWindow window(Shown());
+    PumpMessages();
+    window.Forget();
+    InvalidateRect(nullptr, nullptr, FALSE);
+    GetUpdateRect(window, nullptr, TRUE);
+    EXPECT_EQ(window.Count(WM_ERASEBKGND), 1);
+}
+
 TEST(Paint, InvalidatingAHiddenWindowAddsNothing)
 {
     TestWindow window;

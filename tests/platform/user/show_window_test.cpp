@@ -46,8 +46,10 @@ TEST(Showing, TheWindowHearsOfItBeforeItHappens)
     window.Forget();
     ShowWindow(window, SW_SHOW);
     EXPECT_EQ(window.Last(WM_SHOWWINDOW)->wParam, static_cast<WPARAM>(TRUE));
+    EXPECT_EQ(window.Last(WM_SHOWWINDOW)->lParam, 0);
     ShowWindow(window, SW_HIDE);
     EXPECT_EQ(window.Last(WM_SHOWWINDOW)->wParam, static_cast<WPARAM>(FALSE));
+    EXPECT_EQ(window.Last(WM_SHOWWINDOW)->lParam, 0);
     EXPECT_EQ(window.Count(WM_SHOWWINDOW), 2);
     EXPECT_EQ(visible, (std::vector<BOOL>{ FALSE, TRUE }));
 }

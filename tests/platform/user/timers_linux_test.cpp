@@ -81,6 +81,14 @@ TEST_F(TimerTest, SettingTheSameIdAgainReplacesTheTimer)
     EXPECT_EQ(Ticks(), 1);
 }
 
+TEST_F(TimerTest, TheIdsOfThreadTimersCountDown)
+{
+    EXPECT_EQ(SetTimer(nullptr, 0, 100, nullptr), 0x7FFFU);
+    EXPECT_EQ(SetTimer(nullptr, 0, 100, nullptr), 0x7FFEU);
+    KillTimer(nullptr, 0x7FFF);
+    KillTimer(nullptr, 0x7FFE);
+}
+
 TEST_F(TimerTest, AThreadTimerSetAgainUnderItsIdIsReplaced)
 {
     const UINT_PTR id = SetTimer(nullptr, 0, 100, nullptr);

@@ -52,6 +52,14 @@ TEST(WindowClass, AWindowIsMadeByTheAtomOfItsClass)
     UnregisterClassW(TEXT("ByAtom"), nullptr);
 }
 
+TEST(WindowClass, ANumberUpToSixteenBitsIsAnAtomAndNoText)
+{
+    const auto lastAtom = reinterpret_cast<LPCWSTR>(static_cast<ULONG_PTR>(0xFFFF));
+    SetLastError(0);
+    EXPECT_FALSE(UnregisterClassW(lastAtom, nullptr));
+    EXPECT_EQ(GetLastError(), static_cast<DWORD>(ERROR_CLASS_DOES_NOT_EXIST));
+}
+
 TEST(WindowClass, TheNameIsReadBackAsItWasRegisteredAndCutToTheBuffer)
 {
     const auto windowClass = ClassNamed(TEXT("MixedCase"));

@@ -74,6 +74,19 @@ TEST_F(SongProbe, WmaObjectsOfNoPossibleSizeEndTheSearchForThePacketSize)
     }
 }
 
+// One that went on by this size would step over an unknown object to the file properties.
+TEST_F(SongProbe, WmaObjectThatEndsWithinItsOwnHeadEndsTheSearchToo)
+{
+    const auto eight = [](char low) { return low + std::string(7, '\0'); };
+    const std::string object = std::string(16, 'x') + eight(16) + eight('y') + eight(24);
+    std::string bytes = Sample("short_tone.wma");
+    bytes.insert(30, object);
+    bytes.replace(16, 2, std::string("\x16\x02", 2)); // the header's size: 0x1EE and 40
+    EXPECT_EQ(Look(bytes), SongKind::None);
+    bytes[30 + 16] = 40; // a size that reaches to the file properties
+    EXPECT_EQ(Look(bytes), SongKind::Asf);
+}
+
 TEST_F(SongProbe, WmaPacketsOfNoSizeAreNone)
 {
     std::string bytes = Sample("short_tone.wma");

@@ -64,13 +64,8 @@ void CutWords(const FontFace& face, std::u16string_view paragraph, std::size_t s
             endLine(lastBreak);
             lineStart = lastBreak;
         }
-        if (at < paragraph.size() && MayBreakBefore(paragraph, at)) {
-            if (widthTo(at) > widthPx && lastBreak == lineStart && !IsBlank(paragraph[at - 1])) {
-                endLine(at); // a word too wide for any line stands alone
-                lineStart = at;
-            }
+        if (at < paragraph.size() && MayBreakBefore(paragraph, at))
             lastBreak = at;
-        }
     }
     endLine(paragraph.size());
 }

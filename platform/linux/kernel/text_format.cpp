@@ -277,8 +277,8 @@ std::u16string FormatText(const WCHAR* format, va_list arguments)
             continue;
         }
         const auto conversion = ReadConversion(at, copy);
-        if (!Append(out, conversion, copy))
-            out.append(format + 1, at);
+        if (!Append(out, conversion, copy) && conversion.type != 0)
+            out.push_back(conversion.type);
         format = at;
     }
     va_end(copy.list);

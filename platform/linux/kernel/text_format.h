@@ -9,7 +9,8 @@
 namespace cardsong::kernel {
 
 // The 16-bit dialect: "%s" and "%c" take 16-bit text, "%S", "%hs" and "%hc" 8-bit text of the device's code page; "l"
-// is the API's 32-bit long, "ll" and "I64" are 64 bits. Null text is "(null)". An unknown conversion stands as it is.
+// is the API's 32-bit long, "ll" and "I64" are 64 bits. Null text is "(null)". Of an unknown conversion the letter
+// stands alone and no argument is taken.
 std::u16string FormatText(const WCHAR* format, va_list arguments);
 
 } // namespace cardsong::kernel

@@ -65,6 +65,20 @@ TEST(TextFormat, NullTextIsNamed)
     EXPECT_EQ(Format(TEXT("%s"), static_cast<const WCHAR*>(nullptr)), TEXT("(null)"));
 }
 
+TEST(TextFormat, OfAnUnknownConversionTheLetterStands)
+{
+    EXPECT_EQ(Format(TEXT("%y|%d"), 7), TEXT("y|7"));
+    EXPECT_EQ(Format(TEXT("%5y|%-.3y|%l5"), 7), TEXT("y|y|5"));
+    EXPECT_EQ(Format(TEXT("a%")), TEXT("a"));
+    EXPECT_EQ(Format(TEXT("a%5")), TEXT("a"));
+}
+
+TEST(TextFormat, OnlyAWholeSizeIsOne)
+{
+    EXPECT_EQ(Format(TEXT("%I5d|%I6d"), 7), TEXT("I5d|I6d"));
+    EXPECT_EQ(Format(TEXT("%d 4|%d64"), 7, 8), TEXT("7 4|864"));
+}
+
 TEST(TextFormat, PointersHaveAllTheirDigits)
 {
     const auto text = Format(TEXT("%p"), reinterpret_cast<void*>(static_cast<ULONG_PTR>(0xAB)));

@@ -1,0 +1,49 @@
+#include "tests/platform/gdi/canvas.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+// How many lines `text` makes in a rectangle narrower than any of its words.
+int CountNarrowLines(const WString& text)
+{
+    const cardsong::test::Canvas canvas(1, 1);
+    TEXTMETRICW metrics{};
+    EXPECT_TRUE(GetTextMetricsW(canvas.Dc(), &metrics));
+    RECT rect = { 0, 0, 1, 0 };
+    return DrawTextW(canvas.Dc(), text.c_str(), -1, &rect, DT_CALCRECT | DT_WORDBREAK) / metrics.tmHeight;
+}
+
+TEST(TextLines, ALineBreaksAroundTheCharactersOfTheEastAsianBlocksAlone)
+{
+    struct Block {
+        const char* name;
+        WCHAR first;
+        WCHAR last;
+    };
+    constexpr Block kBlocks[] = {
+        { "radicals to ideographs", 0x2E80, 0x9FFF },
+        { "hangul syllables", 0xAC00, 0xD7AF },
+        { "compatibility ideographs", 0xF900, 0xFAFF },
+        { "full-width forms", 0xFF00, 0xFFEF },
+    };
+    for (const auto& block : kBlocks) {
+        const auto before = static_cast<WCHAR>(block.first - 1);
+        const auto after = static_cast<WCHAR>(block.last + 1);
+        EXPECT_EQ(CountNarrowLines({ 'x', before }), 1) << block.name;
+        EXPECT_EQ(CountNarrowLines({ 'x', block.first }), 2) << block.name;
+        EXPECT_EQ(CountNarrowLines({ 'x', block.last }), 2) << block.name;
+        EXPECT_EQ(CountNarrowLines({ 'x', after }), 1) << block.name;
+        EXPECT_EQ(CountNarrowLines({ block.last, 'x' }), 2) << block.name;
+        EXPECT_EQ(CountNarrowLines({ after, 'x' }), 1) << block.name;
+    }
+}
+
+TEST(TextLines, AnIdeographWiderThanTheLineStandsAlone)
+{
+    EXPECT_EQ(CountNarrowLines({ 0x6B4C, 0x6B4C, ' ', ' ', 0x6B4C }), 3);
+    EXPECT_EQ(CountNarrowLines({ 0x6B4C, ' ', ' ', 'x' }), 2);
+    EXPECT_EQ(CountNarrowLines({ 0x6B4C, ' ', ' ' }), 1);
+}
+
+} // namespace

@@ -285,6 +285,7 @@ TEST_F(Frames, AThreadThatDrawsIsWaitedForAndShowsTheFrameItself)
                 PostQuitMessage(0);
             if (message != kDraw)
                 return JustValidate(window, message, 0, 0);
+            Sleep(0); // this rest is over when it draws
             const HDC context = GetDC(window);
             Fill(context, { 0, 0, 25, 50 });
             begun.set_value();

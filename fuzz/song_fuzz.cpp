@@ -2,7 +2,7 @@
 // time and come to an end; no place leads outside the song.
 #include "playback/asf_song.h"
 #include "playback/mpeg_song.h"
-#include "playback/sound_range.h"
+#include "playback/tags_around_sound.h"
 
 #include <cstdlib>
 #include <random>

@@ -1,10 +1,7 @@
-// Whether the card is there, and whether it is the one that the songs of a list lie on. Reads folders, no song.
+// Whether the card that the songs of a list lie on is there. Reads folders, no song.
 #pragma once
 
 #include "library/song_list.h"
-
-// Whether anything lies on the card. A card pulled out leaves an empty folder, or none.
-[[nodiscard]] bool IsCardInserted();
 
 // Whether the entry's path names something that is there.
 [[nodiscard]] bool IsSongThere(const MediaFileEntry& entry);

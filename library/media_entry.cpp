@@ -1,7 +1,6 @@
 #include "library/media_entry.h"
 
 #include <algorithm>
-#include <limits>
 
 CPtrListCtrl PlayList;
 CPtrListCtrl CardSongList;
@@ -19,12 +18,4 @@ std::unique_ptr<MediaFileEntry> NewMediaEntry(WStringView fileName, WStringView 
 WString PathOf(const MediaFileEntry& entry)
 {
     return WString(entry.folder) + TEXT('\\') + entry.fileName;
-}
-
-std::uint32_t WholeSeconds(const MediaFileEntry& entry)
-{
-    constexpr std::uint32_t kMost = std::numeric_limits<std::uint32_t>::max();
-    if (!(entry.duration > 0))
-        return 0;
-    return entry.duration < static_cast<double>(kMost) ? static_cast<std::uint32_t>(entry.duration) : kMost;
 }

@@ -29,7 +29,3 @@ std::unique_ptr<MediaFileEntry> NewMediaEntry(WStringView fileName, WStringView 
 
 // The entry's path: folder, a backslash, file name.
 WString PathOf(const MediaFileEntry& entry);
-
-// The entry's duration in whole seconds, as it is shown; a negative one, which only a damaged play list holds, counts
-// as 0.
-std::uint32_t WholeSeconds(const MediaFileEntry& entry);

@@ -3,6 +3,7 @@
 #include "common/kernel_handles.h"
 #include "library/card_of_list.h"
 #include "library/decimal_text.h"
+#include "library/play_time_text.h"
 #include "library/song_list.h"
 
 #include <algorithm>
@@ -64,7 +65,8 @@ private:
 std::int64_t WrittenSeconds(const MediaFileEntry& entry)
 {
     constexpr double kLeast = std::numeric_limits<std::int32_t>::min(); // the least that is read
-    return entry.duration < 0 ? static_cast<std::int64_t>(std::max(entry.duration, kLeast)) : WholeSeconds(entry);
+    return entry.duration < 0 ? static_cast<std::int64_t>(std::max(entry.duration, kLeast))
+                              : WholeSeconds(entry.duration);
 }
 
 void AppendRecords(const CPtrListCtrl& list, BlockWriter& writer)

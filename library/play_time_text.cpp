@@ -1,5 +1,15 @@
 #include "library/play_time_text.h"
 
+#include <limits>
+
+std::uint32_t WholeSeconds(double seconds)
+{
+    constexpr std::uint32_t kMost = std::numeric_limits<std::uint32_t>::max();
+    if (!(seconds > 0))
+        return 0;
+    return seconds < static_cast<double>(kMost) ? static_cast<std::uint32_t>(seconds) : kMost;
+}
+
 const WCHAR* FormatPlayTime(std::uint32_t seconds)
 {
     static WCHAR s_text[24];

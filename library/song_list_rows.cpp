@@ -25,7 +25,7 @@ void CopyCut(WStringView text, WCHAR (&out)[kRowTextUnits])
 void FillRow(SongListRow& row, std::int32_t number, const MediaFileEntry& entry, std::int32_t state)
 {
     CopyCut(DecimalText(number) + TEXT(' ') + entry.fileName, row.label);
-    CopyCut(FormatPlayTime(WholeSeconds(entry)), row.time);
+    CopyCut(FormatPlayTime(WholeSeconds(entry.duration)), row.time);
     row.state = state;
 }
 

@@ -1,7 +1,7 @@
 #include "playback/mpeg_song.h"
 
 #include "playback/mpeg_info_frame.h"
-#include "playback/sound_range.h"
+#include "playback/tags_around_sound.h"
 
 #include <algorithm>
 #include <cmath>

@@ -2,8 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <limits>
-
 namespace {
 
 TEST(MediaEntry, ANewOneHoldsItsNamesAndZeros)
@@ -30,25 +28,6 @@ TEST(MediaEntry, APathOf260UnitsIsOutOfReach)
     EXPECT_EQ(NewMediaEntry(WString(59, TEXT('n')), folder), nullptr);
     EXPECT_EQ(NewMediaEntry(WString(300, TEXT('n')), TEXT("")), nullptr);
     EXPECT_EQ(NewMediaEntry(TEXT(""), WString(300, TEXT('f'))), nullptr);
-}
-
-TEST(MediaEntry, WholeSecondsAreTruncatedAndBounded)
-{
-    MediaFileEntry entry;
-    const struct {
-        double duration;
-        std::uint32_t expected;
-    } rows[] = { { 0, 0 },
-                 { 0.9, 0 },
-                 { 215.9, 215 },
-                 { -5, 0 },
-                 { 4294967294.5, 4294967294 },
-                 { 1e300, 4294967295 },
-                 { std::numeric_limits<double>::quiet_NaN(), 0 } };
-    for (const auto& row : rows) {
-        entry.duration = row.duration;
-        EXPECT_EQ(WholeSeconds(entry), row.expected) << row.duration;
-    }
 }
 
 } // namespace

@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <limits>
+
 namespace {
 
 TEST(FormatPlayTime, HasTheseTexts)
@@ -29,6 +31,22 @@ TEST(FormatPlayTime, OverwritesOneText)
     const WCHAR* first = FormatPlayTime(59);
     EXPECT_EQ(FormatPlayTime(60), first);
     EXPECT_EQ(WString(first), TEXT("1:00"));
+}
+
+TEST(WholeSeconds, AreTruncatedAndBounded)
+{
+    const struct {
+        double seconds;
+        std::uint32_t expected;
+    } rows[] = { { 0, 0 },
+                 { 0.9, 0 },
+                 { 215.9, 215 },
+                 { -5, 0 },
+                 { 4294967294.5, 4294967294 },
+                 { 1e300, 4294967295 },
+                 { std::numeric_limits<double>::quiet_NaN(), 0 } };
+    for (const auto& row : rows)
+        EXPECT_EQ(WholeSeconds(row.seconds), row.expected) << row.seconds;
 }
 
 } // namespace

@@ -2,6 +2,7 @@
 #include "library/saved_play_list.h"
 
 #include "library/card_of_list.h"
+#include "library/inserted_card.h"
 #include "tests/library/lists.h"
 #include "tests/library/play_list_bytes.h"
 #include "tests/platform/scratch_device.h"

@@ -1,4 +1,4 @@
-#include "playback/sound_range.h"
+#include "playback/tags_around_sound.h"
 
 #include <algorithm>
 #include <string_view>

@@ -1,5 +1,5 @@
 // What of a file is sound, and what are tags around it.
-#include "playback/sound_range.h"
+#include "playback/tags_around_sound.h"
 
 #include "tests/playback/mpeg_builder.h"
 

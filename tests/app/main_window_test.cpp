@@ -250,6 +250,13 @@ TEST_F(MainWindow, TheControlsHaveTheirNumbers)
     }
 }
 
+TEST_F(MainWindow, TheProgramHasAnIcon)
+{
+    Start();
+    EXPECT_NE(LoadIconW(g_hInstance, TEXT("AUDIOPLAYER")), nullptr);
+    EXPECT_EQ(LoadIconW(g_hInstance, TEXT("VIDEOPLAYER")), nullptr);
+}
+
 TEST_F(MainWindow, EveryRequestToDrawAControlIsAnswered)
 {
     Start();

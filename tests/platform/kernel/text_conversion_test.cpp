@@ -181,6 +181,23 @@ TEST(WideChar, Utf8LacksNothingButHalfPairs)
     EXPECT_TRUE(usedDefault);
 }
 
+TEST(WideChar, Utf8TakesAsManyBytesAsACharacterNeeds)
+{
+    const struct {
+        WCHAR unit;
+        std::string bytes;
+    } rows[] = { { 0x7F, "\x7F" },
+                 { 0x80, "\xC2\x80" },
+                 { 0x7FF, "\xDF\xBF" },
+                 { 0x800, "\xE0\xA0\x80" },
+                 { 0xFFFD, "\xEF\xBF\xBD" } };
+    for (const auto& row : rows) {
+        char buffer[8] = {};
+        const int size = WideCharToMultiByte(CP_UTF8, 0, &row.unit, 1, buffer, 8, nullptr, nullptr);
+        EXPECT_EQ(std::string(buffer, static_cast<std::size_t>(size)), row.bytes);
+    }
+}
+
 TEST(WideChar, BytesAreCountedAndSmallBuffersRefused)
 {
     EXPECT_EQ(WideCharToMultiByte(936, 0, TEXT("\u6B4C"), -1, nullptr, 0, nullptr, nullptr), 3);

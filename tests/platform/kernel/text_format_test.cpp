@@ -30,7 +30,7 @@ int FormatInto(WString& buffer, std::size_t units, const WCHAR* format, ...)
 TEST(TextFormat, NumbersAreWritten)
 {
     EXPECT_EQ(Format(TEXT("%d %i %u"), -5, 7, 4000000000U), TEXT("-5 7 4000000000"));
-    EXPECT_EQ(Format(TEXT("%x %X %#x"), 0xBEEFU, 0xBEEFU, 255U), TEXT("beef BEEF 0xff"));
+    EXPECT_EQ(Format(TEXT("%x %X %#x %#X"), 0xBEEFU, 0xBEEFU, 255U, 255U), TEXT("beef BEEF 0xff 0XFF"));
     EXPECT_EQ(Format(TEXT("%ld %lu"), LONG{ -1 }, DWORD{ 0xFFFFFFFF }), TEXT("-1 4294967295"));
     EXPECT_EQ(Format(TEXT("%I64d"), 1234567890123LL), TEXT("1234567890123"));
 }

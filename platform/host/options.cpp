@@ -212,9 +212,9 @@ std::optional<OptionError> ReadOptions(const std::vector<std::string>& arguments
     const std::string letters = ParserLetters();
 
     opterr = 0; // it is not for the parser to print
-    optind = 1;
+    optind = 0; // 1 would let a parser go on within texts of the call before
     for (;;) {
-        const int at = optind;
+        const int at = std::max(optind, 1);
         const int which = getopt_long(count, pointers.data(), letters.c_str(), rows.data(), nullptr);
         if (which == -1)
             break;

@@ -79,6 +79,26 @@ TEST_F(MainPaint, TheTotalTimeStandsOnTheLeftAndTheElapsedTimeOnTheRight)
     EXPECT_EQ(Differences(shown, expected.Pixels(), kPanelArea), 0);
 }
 
+TEST_F(MainPaint, TimesOfEveryWidthStandInTheMiddleOfTheirPlaces)
+{
+    Start();
+    AddSong("a.mp3", 30);
+    Press(VK_RETURN);
+    g_titleText.clear();
+    for (const WCHAR* time : { TEXT("1"), TEXT("0:1"), TEXT("10:05"), TEXT("1:00:00"), TEXT("--:--") }) {
+        g_totalText = time;
+        g_elapsedText = time;
+        InvalidateRect(m_window, nullptr, FALSE);
+        Pump();
+        const Frame shown = Screen();
+        Picture expected;
+        expected.Write(time, 12, { 33, 117, 113, 137 }, DT_SINGLELINE | DT_CENTER);
+        expected.Write(time, 12, { 221, 117, 300, 137 }, DT_SINGLELINE | DT_BOTTOM | DT_CENTER);
+        EXPECT_EQ(Differences(shown, expected.Pixels(), { 30, 40, 284, 137 }), 0)
+            << Narrow(time); // the panel cuts there
+    }
+}
+
 TEST_F(MainPaint, ANewTitleStandsFromPixel180OnInEighteenPoints)
 {
     Start();

@@ -1,5 +1,6 @@
 #include "app/main_window.h"
 
+#include "app/player_controls.h"
 #include "app/title_ticker.h"
 #include "tests/app/player_fixture.h"
 
@@ -248,6 +249,29 @@ TEST_F(MainWindow, TheControlsHaveTheirNumbers)
         EXPECT_EQ(rect.left, place.x) << id;
         EXPECT_EQ(rect.top, place.y) << id;
     }
+}
+
+TEST_F(MainWindow, AMessageThatIsNotItsOwnGetsTheSystemsAnswer)
+{
+    Start();
+    EXPECT_EQ(SendMessageW(m_window, WM_USER + 7, 1, 2), 0);
+}
+
+TEST_F(MainWindow, TheSoftKeysAreCalledExitAndPlayList)
+{
+    Start();
+    EXPECT_EQ(WString(g_controls.softKeys.Find(18)->Caption()), TEXT("Exit"));
+    EXPECT_EQ(WString(g_controls.softKeys.Find(24)->Caption()), TEXT("Play list"));
+    EXPECT_EQ(WString(g_controls.softKeys.Find(22)->Caption()), TEXT(""));
+}
+
+TEST_F(MainWindow, TheMessagesOfOtherProgramsHaveTheirNames)
+{
+    Start();
+    EXPECT_EQ(g_msgAreYouMe, RegisterWindowMessageW(TEXT("WM_ARE_YOU_ME-{0F53DE7F-024B-4003-8DE1-545F577398AB}")));
+    EXPECT_EQ(g_msgUserAddSongs, RegisterWindowMessageW(TEXT("WM_USER_!-{{1FCF03ED-B487-4997-8A32-6029F108FA9F}}")));
+    EXPECT_EQ(g_msgMassStorage, RegisterWindowMessageW(TEXT("TAVO_MASS_STORAGE_NOTIFICATION")));
+    EXPECT_EQ(g_msgAudioManager, RegisterWindowMessageW(TEXT("TAVO_AUDIOMGR_UPDATESTATE_IND")));
 }
 
 TEST_F(MainWindow, TheProgramHasAnIcon)

@@ -110,6 +110,17 @@ TEST_F(StartUp, ARunIsTheFirstLineOfTheDebugLog)
     g_logEnabled = 0;
 }
 
+TEST_F(StartUp, TheProgramRunsUntilItsWindowIsClosed)
+{
+    cardsong::user::PressExitKey(); // waits for the first window
+    WCHAR none[] = TEXT("");
+    EXPECT_EQ(WinMain(cardsong::kernel::ProgramInstance(), nullptr, none, SW_SHOW), 0);
+    g_hStringModule = nullptr; // freed by the program's end
+    EXPECT_EQ(FindWindowW(kMainWindowClass, nullptr), nullptr);
+    MSG message;
+    EXPECT_FALSE(PeekMessageW(&message, nullptr, 0, 0, PM_NOREMOVE)); // the loop took everything, the last word too
+}
+
 TEST_F(StartUp, TheProgramKnowsItsOwnModule)
 {
     g_hInstance = nullptr;

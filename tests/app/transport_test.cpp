@@ -84,6 +84,19 @@ TEST_F(Transport, TheLastSongDisablesNextAndTheFirstPrevious)
     EXPECT_FALSE(IsEnabled(kCommandPrevious));
 }
 
+TEST_F(Transport, TheOnlySongDisablesPreviousAtFirstAndNextOnceItIsMarked)
+{
+    Start();
+    AddSong("a.mp3", 30);
+    Press(VK_RETURN);
+    EXPECT_FALSE(IsEnabled(kCommandPrevious));
+    EXPECT_TRUE(IsEnabled(kCommandNext));
+    Tap(kStopKey);
+    Press(VK_RETURN);
+    EXPECT_TRUE(IsEnabled(kCommandPrevious));
+    EXPECT_FALSE(IsEnabled(kCommandNext));
+}
+
 TEST_F(Transport, StopEmptiesTheDisplayAndDisablesTheKeys)
 {
     Start();
@@ -231,6 +244,7 @@ TEST_F(Transport, AnUnplayableSongInTheMiddleLeavesTheListAndTheNextOnePlays)
     EXPECT_EQ(g_currentNumber, 2);
     EXPECT_EQ(Narrow(g_titleText), "02.c");
     EXPECT_EQ(g_isPlaying, 1);
+    EXPECT_EQ(g_songLoaded, 1);
 }
 
 TEST_F(Transport, AnUnplayableFirstSongLeavesTheListAndThePlayerWaits)

@@ -1,5 +1,5 @@
 // Any bytes as a GIF: its first frames are decoded. A frame covers the whole screen or has no canvas at all.
-#include "gui/gif_sequence.h"
+#include "gif/gif_sequence.h"
 
 #include <cstdlib>
 

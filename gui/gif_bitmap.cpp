@@ -1,8 +1,8 @@
 #include "gui/gif_bitmap.h"
 
 #include "common/gdi_handles.h"
+#include "gif/gif_pixels.h"
 #include "gui/gif_decoder.h"
-#include "gui/gif_pixels.h"
 
 #include <algorithm>
 #include <cstddef>

@@ -1,7 +1,7 @@
 // A GIF file of the device, read whole and decoded image by image. Knows no bitmap and no window.
 #pragma once
 
-#include "gui/gif_sequence.h"
+#include "gif/gif_sequence.h"
 #include "platform/ce.h"
 
 #include <cstddef>

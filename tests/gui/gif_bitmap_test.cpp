@@ -2,7 +2,7 @@
 
 #include "common/gdi_handles.h"
 #include "gui/gif_decoder.h"
-#include "tests/gui/gif_builder.h"
+#include "tests/gif/gif_builder.h"
 #include "tests/gui/window_fixture.h"
 #include "tests/platform/scratch_device.h"
 

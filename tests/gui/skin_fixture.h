@@ -1,7 +1,7 @@
 // Skin files of plain colours, each a different one, on a device of their own.
 #pragma once
 
-#include "tests/gui/gif_builder.h"
+#include "tests/gif/gif_builder.h"
 #include "tests/gui/window_fixture.h"
 #include "tests/platform/scratch_device.h"
 

@@ -1,6 +1,6 @@
 #include "platform/windows/gdi/gif_animation.h"
 
-#include "tests/gui/gif_builder.h"
+#include "tests/gif/gif_builder.h"
 #include "tests/platform/gdi/canvas.h"
 #include "tests/platform/scratch_device.h"
 

@@ -1,5 +1,5 @@
 #include "platform/ce.h"
-#include "tests/gui/gif_builder.h"
+#include "tests/gif/gif_builder.h"
 #include "tests/platform/scratch_device.h"
 
 #include <gtest/gtest.h>

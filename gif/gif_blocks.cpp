@@ -1,6 +1,6 @@
-#include "gui/gif_blocks.h"
+#include "gif/gif_blocks.h"
 
-#include "gui/gif_pixels.h"
+#include "gif/gif_pixels.h"
 
 #include <algorithm>
 #include <cstddef>

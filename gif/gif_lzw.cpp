@@ -1,4 +1,4 @@
-#include "gui/gif_lzw.h"
+#include "gif/gif_lzw.h"
 
 #include <algorithm>
 #include <array>

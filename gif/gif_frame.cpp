@@ -1,4 +1,4 @@
-#include "gui/gif_frame.h"
+#include "gif/gif_frame.h"
 
 #include <algorithm>
 #include <array>

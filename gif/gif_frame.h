@@ -2,8 +2,8 @@
 // neither bytes nor files.
 #pragma once
 
-#include "gui/gif_blocks.h"
-#include "gui/gif_pixels.h"
+#include "gif/gif_blocks.h"
+#include "gif/gif_pixels.h"
 
 #include <cstdint>
 

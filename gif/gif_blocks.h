@@ -1,7 +1,7 @@
 // The blocks of a GIF (Graphics Interchange Format 87a and 89a) as records. Knows neither pixels' order nor files.
 #pragma once
 
-#include "gui/gif_reader.h"
+#include "gif/gif_reader.h"
 
 #include <array>
 #include <cstdint>

@@ -1,4 +1,4 @@
-#include "gui/gif_reader.h"
+#include "gif/gif_reader.h"
 
 #include <gtest/gtest.h>
 

@@ -1,6 +1,6 @@
-#include "gui/gif_lzw.h"
+#include "gif/gif_lzw.h"
 
-#include "tests/gui/gif_builder.h"
+#include "tests/gif/gif_builder.h"
 
 #include <gtest/gtest.h>
 

@@ -1,5 +1,5 @@
 // Every picture of the default skin, through the decoder alone.
-#include "gui/gif_sequence.h"
+#include "gif/gif_sequence.h"
 
 #include <gtest/gtest.h>
 

@@ -1,7 +1,7 @@
 // The images of one GIF in memory, decoded one after another and without end. Knows no file.
 #pragma once
 
-#include "gui/gif_frame.h"
+#include "gif/gif_frame.h"
 
 #include <cstddef>
 #include <cstdint>

@@ -1,6 +1,6 @@
-#include "gui/gif_sequence.h"
+#include "gif/gif_sequence.h"
 
-#include "gui/gif_lzw.h"
+#include "gif/gif_lzw.h"
 
 #include <utility>
 

@@ -1,6 +1,6 @@
-#include "gui/gif_sequence.h"
+#include "gif/gif_sequence.h"
 
-#include "tests/gui/gif_builder.h"
+#include "tests/gif/gif_builder.h"
 
 #include <gtest/gtest.h>
 

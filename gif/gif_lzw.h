@@ -2,7 +2,7 @@
 // pixels.
 #pragma once
 
-#include "gui/gif_reader.h"
+#include "gif/gif_reader.h"
 
 #include <cstdint>
 #include <span>

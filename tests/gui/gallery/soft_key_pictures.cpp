@@ -22,8 +22,8 @@ void ThreeKeys(Stage& stage)
 {
     constexpr int ids[] = { 18, 24, 22 };
     const ButtonCaption captions[] = {
-        { stage.Say(TEXT("Exit"), TEXT("結束"), TEXT("退出")), 0, 14, kCaptionColor },
-        { stage.Say(TEXT("Play list"), TEXT("播放清單"), TEXT("播放列表")), 0, 14, kCaptionColor },
+        { stage.Choose<LPCWSTR>(TEXT("Exit"), TEXT("結束"), TEXT("退出")), 0, 14, kCaptionColor },
+        { stage.Choose<LPCWSTR>(TEXT("Play list"), TEXT("播放清單"), TEXT("播放列表")), 0, 14, kCaptionColor },
     };
     DrawBar(stage, ids, captions);
 }

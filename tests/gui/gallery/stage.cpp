@@ -12,8 +12,6 @@ namespace cardsong::gallery {
 namespace {
 
 constexpr LPCWSTR kOwnerClass = TEXT("GalleryOwner");
-constexpr LANGID kTraditional = 0x0404;
-constexpr LANGID kSimplified = 0x0804;
 
 LRESULT CALLBACK OwnerProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam)
 {
@@ -44,13 +42,6 @@ Stage::~Stage()
 {
     user::ResetWindows();
     kernel::InstallClock(nullptr);
-}
-
-LPCWSTR Stage::Say(LPCWSTR english, LPCWSTR traditional, LPCWSTR simplified) const
-{
-    if (m_language == kTraditional)
-        return traditional;
-    return m_language == kSimplified ? simplified : english;
 }
 
 void Stage::Pump()

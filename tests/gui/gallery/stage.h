@@ -19,8 +19,14 @@ public:
     Stage(const Stage&) = delete;
     Stage& operator=(const Stage&) = delete;
 
-    // The one of these texts that goes with the language.
-    LPCWSTR Say(LPCWSTR english, LPCWSTR traditional, LPCWSTR simplified) const;
+    // The one that goes with the language.
+    template <typename Choice>
+    Choice Choose(Choice english, Choice traditional, Choice simplified) const
+    {
+        if (m_language == kTraditional)
+            return traditional;
+        return m_language == kSimplified ? simplified : english;
+    }
     // A window as large as the screen that owns what the picture shows; it draws nothing.
     HWND Owner() const { return m_owner; }
 
@@ -33,6 +39,9 @@ public:
     bool IsShot() const { return m_isShot; }
 
 private:
+    static constexpr LANGID kTraditional = 0x0404;
+    static constexpr LANGID kSimplified = 0x0804;
+
     test::ScratchDevice m_device;
     kernel::VirtualClock m_clock;
     LANGID m_language;
@@ -47,6 +56,7 @@ struct Picture {
 };
 
 // Each family of windows has its pictures in a file of its own.
+std::span<const Picture> ListPictures();
 std::span<const Picture> SoftKeyPictures();
 
 } // namespace cardsong::gallery

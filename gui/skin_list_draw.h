@@ -25,6 +25,7 @@ private:
     std::shared_ptr<CheckBoxImages> m_checkBoxes;
     UniqueBrush m_separatorBrush;
     CaptionFont m_titleFont;
+    // Songs have names in any language: their fonts do not go with the user interface's.
     UniqueFont m_mainFont;
     UniqueFont m_secondaryFont;
 };

@@ -55,6 +55,7 @@ public:
     void SetTitle(LPCWSTR text); // null: none
     void SetTitleString(UINT stringId);
     void ReloadTitle(); // the string again; a title that is no string stays
+    // Seen from the next paint of the title on.
     void SetPageIndicator(SkinListPageIndicator indicator) { m_pageIndicator = indicator; }
 
     // Reads title and captions again from the strings of the language in force.

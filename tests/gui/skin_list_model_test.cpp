@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <climits>
+#include <random>
 #include <vector>
 
 namespace {
@@ -211,6 +212,41 @@ TEST(SkinListModel, RewindsToTheFirstPageWithNothingSelected)
     EXPECT_EQ(model.SelectedRow(), -1);
     EXPECT_EQ(model.SelectedItem(), -1);
     EXPECT_EQ(model.ItemCount(), 12);
+}
+
+// Whatever is done to a list: its page exists, what is selected exists, and a selected row is that of the selected
+// item.
+TEST(SkinListModel, HoldsTogetherUnderAnySequenceOfChanges)
+{
+    const unsigned seed = std::random_device{}();
+    SCOPED_TRACE(seed);
+    std::mt19937 random(seed);
+    SkinListModel model = OnPage(10, 0);
+    for (int step = 0; step < 20'000; ++step) {
+        const std::int32_t pageBefore = model.PageIndex();
+        const std::int32_t itemBefore = model.SelectedItem();
+        bool isCountNew = false;
+        switch (random() % 5) {
+        case 0:
+            model.SetItemCount(static_cast<std::int32_t>(random() % 40) - 3);
+            isCountNew = true;
+            break;
+        case 1: model.PageUp(); break;
+        case 2: model.PageDown(); break;
+        default: model.Select(static_cast<int>(random() % 4)); break;
+        }
+        ASSERT_GE(model.PageIndex(), 0);
+        ASSERT_LT(model.PageIndex(), model.PageCount());
+        ASSERT_EQ(model.PageCount(), std::max(1, (model.ItemCount() + 3) / 4));
+        ASSERT_LT(model.SelectedItem(), model.ItemCount() == 0 ? 0 : model.ItemCount());
+        if (model.SelectedRow() != kNoSelection) {
+            ASSERT_EQ(model.ItemOfRow(model.SelectedRow()), model.SelectedItem());
+        }
+        if (model.PageIndex() != pageBefore) {
+            ASSERT_EQ(model.SelectedRow(), kNoSelection);
+            ASSERT_TRUE(isCountNew || model.SelectedItem() == itemBefore);
+        }
+    }
 }
 
 // ---- where items come from ----

@@ -22,14 +22,14 @@ protected:
         cardsong::kernel::InstallDeviceTree(tree);
         g_hInstance = cardsong::kernel::ProgramInstance();
     }
-    void CreateWithStrings()
+    void CreateWithStrings(SkinListRedraw redraw = SkinListRedraw::AtOnce)
     {
         const ButtonCaption captions[] = { { nullptr, kPlayListString, 12, 0 },
                                            { nullptr, kProgramsOwnString, 12, 0 },
                                            { TEXT("Go"), 0, 12, 0 } };
         Prepare(m_list);
         m_list.SetSoftKeys(4, kListKeys, captions);
-        m_list.Create(m_owner.Get(), TEXT("Songs"), SkinListRedraw::AtOnce, kListId);
+        m_list.Create(m_owner.Get(), TEXT("Songs"), redraw, kListId);
         m_list.SetTitleString(kPlayListString);
         ParentWindow::Pump();
     }
@@ -127,7 +127,7 @@ TEST_F(SkinListStrings, AReloadedTitleFollowsItsString)
 
 TEST_F(SkinListStrings, AfterAChangeOfLanguageTheWholeListIsPaintedAnew)
 {
-    CreateWithStrings();
+    CreateWithStrings(SkinListRedraw::ByOwner); // whoever repaints otherwise
     UseLanguage(0x0409);
     ParentWindow::Pump();
     m_list.LanguageChanged();

@@ -158,6 +158,28 @@ TEST_F(SkinListTest, AnEmptyOrARepeatedTitleGetsAClassOfItsOwn)
     EXPECT_EQ(ClassOf(null), TEXT("#3"));
 }
 
+TEST_F(SkinListTest, WithoutAnyNameForItsClassThereIsNoList)
+{
+    WNDCLASSW description = {};
+    description.lpfnWndProc = DefWindowProcW;
+    std::vector<WString> taken = { TEXT("Songs") };
+    for (int number = 2; number <= 1000; ++number) {
+        WCHAR name[32] = {};
+        wsprintfW(name, TEXT("Songs#%d"), number);
+        taken.emplace_back(name);
+    }
+    for (const WString& name : taken) {
+        description.lpszClassName = name.c_str();
+        ASSERT_NE(RegisterClassW(&description), 0);
+    }
+    EXPECT_EQ(Create(1), nullptr);
+    EXPECT_EQ(m_list.Window(), nullptr);
+    UnregisterClassW(taken.back().c_str(), nullptr);
+    EXPECT_EQ(ClassOf(Create(1)), TEXT("Songs#1000"));
+    for (const WString& name : taken)
+        UnregisterClassW(name.c_str(), nullptr);
+}
+
 TEST_F(SkinListTest, TheClassGoesWithItsList)
 {
     for (int i = 0; i < 3; ++i) {

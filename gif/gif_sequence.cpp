@@ -2,8 +2,6 @@
 
 #include "gif/gif_lzw.h"
 
-#include <utility>
-
 bool GifSequence::Open(std::span<const std::byte> file, std::uint16_t plainBackground)
 {
     *this = GifSequence();
@@ -49,7 +47,7 @@ GifSequence::Found GifSequence::FindImage()
         case GifBlock::Image: return Found::Image;
         case GifBlock::Trailer:
             m_reader.MoveTo(m_firstBlock);
-            m_previousCanvas.Reset();
+            m_canvas.Restart();
             break;
         default: return Found::Nothing;
         }
@@ -64,11 +62,15 @@ bool GifSequence::DecodeImage(GifFrame& frame)
         return false;
     frame.image = *image;
     const bool hasRoom = frame.indexPixels.Allocate(image->widthPx, image->heightPx);
-    if (!DecodeGifPixels(m_reader, frame.indexPixels.Pixels()) || !hasRoom)
+    const GifPixelData data = DecodeGifPixels(m_reader, frame.indexPixels.Pixels());
+    if (!data.isValid || !hasRoom)
         return false;
+    frame.pixelsInData = data.count;
     if (m_pendingControl.isPresent) {
         frame.control = m_pendingControl;
         m_pendingControl.isPresent = false;
     }
-    return ComposeGifFrame(m_screen, m_plainBackground, m_previousCanvas, frame);
+    const std::uint16_t background =
+        m_screen.globalTable.size != 0 ? m_screen.globalTable.colors[m_screen.backgroundIndex] : m_plainBackground;
+    return m_canvas.Draw(m_screen, background, frame);
 }

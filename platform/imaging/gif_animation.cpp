@@ -45,7 +45,7 @@ bool GifAnimation::ShowNextFrame()
     if (IsLastFrame() && !StartRound())
         return false;
     const GifFrame* const frame = m_images.DecodeNextFrame();
-    if (frame == nullptr || !frame->canvas.IsAllocated() || frame->image.widthPx > kMaxSidePx ||
+    if (frame == nullptr || frame->canvas.empty() || frame->image.widthPx > kMaxSidePx ||
         frame->image.heightPx > kMaxSidePx)
         return false;
     ++m_next;
@@ -53,7 +53,7 @@ bool GifAnimation::ShowNextFrame()
     m_delayMs = frame->control.isPresent ? frame->control.delayHundredths * kMsInHundredth : kUntoldDelayMs;
     GdiFlush(); // the picture's pixels are written directly
     const auto width = static_cast<std::size_t>(WidthPx());
-    const auto canvas = frame->canvas.Pixels();
+    const auto canvas = frame->canvas;
     for (std::size_t y = 0; y < static_cast<std::size_t>(HeightPx()); ++y)
         std::ranges::copy(canvas.subspan(y * width, width), m_picture.Row(y));
     return true;

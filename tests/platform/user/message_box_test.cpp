@@ -1,5 +1,6 @@
 // Message boxes, answered from inside their own loop by a timer of the thread.
 #include "tests/platform/user/pump.h"
+#include "tests/platform/wine.h"
 
 #include <gtest/gtest.h>
 
@@ -73,12 +74,16 @@ TEST_F(MessageBoxes, EnterChoosesTheSecondButtonWhereThatIsTheDefault)
 
 TEST_F(MessageBoxes, EscapeCancelsOrConfirmsWhatHasNoOtherAnswer)
 {
+    if (cardsong::test::IsWine())
+        GTEST_SKIP() << "Wine answers IDCANCEL for a box with OK alone";
     EXPECT_EQ(AnswerByKeys(Owner(), MB_OK, { VK_ESCAPE }), IDOK);
     EXPECT_EQ(AnswerByKeys(Owner(), MB_OKCANCEL, { VK_ESCAPE }), IDCANCEL);
 }
 
 TEST_F(MessageBoxes, EscapeDoesNotAnswerAQuestion)
 {
+    if (cardsong::test::IsWine())
+        GTEST_SKIP() << "Wine answers IDCANCEL, which the box does not offer";
     EXPECT_EQ(AnswerByKeys(Owner(), MB_YESNO, { VK_ESCAPE, VK_RETURN }), IDYES);
 }
 
@@ -111,6 +116,8 @@ TEST_F(MessageBoxes, TheOwnerIsDisabledMeanwhileAndActiveAgainBehindThem)
 
 TEST_F(MessageBoxes, AnOwnerThatWasDisabledStaysSo)
 {
+    if (cardsong::test::IsWine())
+        GTEST_SKIP() << "Wine enables it";
     EnableWindow(Owner(), FALSE);
     AnswerByKeys(Owner(), MB_OK, { VK_RETURN });
     EXPECT_FALSE(IsWindowEnabled(Owner()));
@@ -139,6 +146,8 @@ TEST_F(MessageBoxes, NeedNoOwner)
 
 TEST_F(MessageBoxes, OfADeadOwnerAreNotShown)
 {
+    if (cardsong::test::IsWine())
+        GTEST_SKIP() << "Wine answers -1";
     const HWND dead = Owner();
     m_owner.reset();
     SetLastError(ERROR_SUCCESS);
@@ -168,8 +177,10 @@ TEST_F(MessageBoxes, LeaveTheWordToQuitToTheLoopOutside)
             PostQuitMessage(7);
         isTold = true;
     });
-    EXPECT_EQ(answer, 0);
-    EXPECT_TRUE(IsWindowEnabled(Owner()));
+    if (!cardsong::test::IsWine()) { // Wine answers IDOK and leaves the owner disabled
+        EXPECT_EQ(answer, 0);
+        EXPECT_TRUE(IsWindowEnabled(Owner()));
+    }
     MSG message{};
     while (GetMessageW(&message, nullptr, 0, 0) > 0)
         DispatchMessageW(&message);

@@ -4,6 +4,7 @@
 #include "platform/console_notice.h"
 #include "platform/device_tree.h"
 #include "platform/host/installed_tree.h"
+#include "platform/host/skins.h"
 #include "platform/linux/ce/kernel.h"
 #include "platform/linux/ce/messages.h"
 #include "platform/linux/display/device_hands.h"
@@ -24,7 +25,7 @@ namespace cardsong::host {
 namespace {
 
 constexpr int kFailed = 1;
-constexpr int kBadScript = 2;
+constexpr int kBadOption = 2;
 constexpr int kDisplayLost = 3;
 
 // What a sound server is given at the end to fall silent in order.
@@ -42,10 +43,11 @@ std::filesystem::path ProgramFile()
     return std::filesystem::read_symlink("/proc/self/exe", error);
 }
 
-void LayOutDevice(const Options& options, const std::filesystem::path& installedTree)
+void LayOutDevice(const Options& options, const std::filesystem::path& installedTree, const std::filesystem::path& skin)
 {
     kernel::DeviceTree tree;
     tree.userDirectory = options.deviceDirectory;
+    tree.skinDirectory = skin.string();
     tree.systemDirectory = installedTree.string();
     tree.cardDirectory = options.cardDirectory;
     tree.uiLanguage = options.language;
@@ -79,11 +81,14 @@ int RunSession(const Options& options)
     kernel::TraceStart("options read");
     auto script = ParseInputScript(options.keyScript);
     if (const auto* const error = std::get_if<ScriptError>(&script))
-        return Complain("--keys: " + error->message, kBadScript);
+        return Complain("--keys: " + error->message, kBadOption);
     const auto installedTree = FindInstalledTree(ProgramFile());
     if (!installedTree)
         return Complain(ExplainMissingTree(ProgramFile()), kFailed);
-    LayOutDevice(options, *installedTree);
+    const auto skin = ChooseSkin(options.skin, options.deviceDirectory, *installedTree);
+    if (const auto* const error = std::get_if<SkinError>(&skin))
+        return Complain(error->message, kBadOption);
+    LayOutDevice(options, *installedTree, std::get<std::filesystem::path>(skin));
 
     EndWatch endWatch;
     const auto display = MakeDisplay(options);

@@ -221,8 +221,11 @@ RunEnd LzwDecoder::DecodeRun()
     return end;
 }
 
-GifPixelData DecodeChain(GifReader& reader, unsigned minimumBits, std::span<std::uint8_t> pixels)
+} // namespace
+
+GifPixelData DecodeGifPixels(GifReader& reader, std::span<std::uint8_t> pixels)
 {
+    const unsigned minimumBits = reader.U8();
     if (minimumBits >= kMinimumOfWideCodes)
         return { AreWideCodesClear(reader, minimumBits + 1), 0 };
     GifCodeReader codes(reader);
@@ -231,15 +234,5 @@ GifPixelData DecodeChain(GifReader& reader, unsigned minimumBits, std::span<std:
     if (table && minimumBits <= kMaxMinimumBits)
         data = LzwDecoder(codes, *table, minimumBits, pixels).Decode();
     codes.Finish();
-    return data;
-}
-
-} // namespace
-
-GifPixelData DecodeGifPixels(GifReader& reader, std::span<std::uint8_t> pixels)
-{
-    const unsigned minimumBits = reader.U8();
-    const GifPixelData data = DecodeChain(reader, minimumBits, pixels);
-    std::ranges::fill(pixels.subspan(data.count), std::uint8_t{ 0 });
     return data;
 }

@@ -186,13 +186,33 @@ TEST(GifPeer, TheFilesAreOfEveryKind)
             kinds.insert(image.leftPx + image.widthPx > screen.widthPx ? "beside the screen" : "on the screen");
         }
     }
-    const std::set<std::string> expected{
-        "animated",            "beside the screen",  "disposal 0",          "disposal 1",          "disposal 2",
-        "disposal 3",          "disposal 7",         "even height",         "even width",          "global table of 128",
-        "global table of 16",  "global table of 2",  "global table of 256", "global table of 32",  "global table of 4",
-        "global table of 64",  "global table of 8",  "in order",            "interlaced",          "local table",
-        "no global table",     "no local table",     "odd height",          "odd width",           "on the screen",
-        "opaque",              "still",              "transparent"
-    };
+    const std::set<std::string> expected{ "animated",
+                                          "beside the screen",
+                                          "disposal 0",
+                                          "disposal 1",
+                                          "disposal 2",
+                                          "disposal 3",
+                                          "disposal 7",
+                                          "even height",
+                                          "even width",
+                                          "global table of 128",
+                                          "global table of 16",
+                                          "global table of 2",
+                                          "global table of 256",
+                                          "global table of 32",
+                                          "global table of 4",
+                                          "global table of 64",
+                                          "global table of 8",
+                                          "in order",
+                                          "interlaced",
+                                          "local table",
+                                          "no global table",
+                                          "no local table",
+                                          "odd height",
+                                          "odd width",
+                                          "on the screen",
+                                          "opaque",
+                                          "still",
+                                          "transparent" };
     EXPECT_EQ(kinds, expected);
 }

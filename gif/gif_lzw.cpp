@@ -17,7 +17,7 @@ constexpr unsigned kMaxCodeBits = 12;
 constexpr unsigned kMaxMinimumBits = 12; // the clear code of a larger one lies beyond the table
 constexpr unsigned kMinimumOfWideCodes = 32;
 constexpr std::uint32_t kWordBytes = 8;
-constexpr unsigned kCodesAtOnce = 4; // of bits that are surely there, so that only each fourth code asks
+constexpr unsigned kCodesAtOnce = 4; // so many are always among 56 bits: only every fourth code asks for more
 constexpr unsigned kLongestCodeBits = kMaxMinimumBits + 1;
 
 // A string is always a part of what was already written: the string of the code before and the byte that followed it.
@@ -87,8 +87,6 @@ struct Run {
     unsigned codeBits;
     std::size_t written;
     std::uint32_t nextFree = clear + 2;
-    // An entry that makes codes longer; where the table starts above it they stay as they are.
-    std::uint32_t lastOfSize = (1U << codeBits) > nextFree ? 1U << codeBits : kTableEntries;
     String previous = {}; // of the code before; the next string is written right behind it
 
     RunEnd Start(std::uint32_t code);
@@ -149,10 +147,8 @@ inline bool Run::Write(const String& string)
 inline void Run::CountEntry()
 {
     ++nextFree;
-    if (nextFree == lastOfSize && codeBits < kMaxCodeBits && nextFree < kTableEntries) {
+    if (nextFree == 1U << codeBits && codeBits != kMaxCodeBits)
         ++codeBits;
-        lastOfSize *= 2;
-    }
 }
 
 class LzwDecoder {

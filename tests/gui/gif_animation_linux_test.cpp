@@ -8,8 +8,9 @@
 
 #include <gtest/gtest.h>
 
-#include <atomic>
+#include <algorithm>
 #include <filesystem>
+#include <iterator>
 #include <thread>
 
 using namespace cardsong;

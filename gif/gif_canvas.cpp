@@ -18,7 +18,7 @@ GifArea VisibleArea(const GifScreen& screen, const GifImageDescriptor& image)
 bool CoversScreen(const GifScreen& screen, const GifArea& area, const GifFrame& frame)
 {
     return area.left == 0 && area.top == 0 && area.right == screen.widthPx && area.bottom == screen.heightPx &&
-           !frame.control.hasTransparency && frame.pixelsInData == frame.indexPixels.Pixels().size();
+           !frame.control.hasTransparency && frame.IndexPixels().size() == frame.indexMemory.Pixels().size();
 }
 
 struct Pass {
@@ -39,7 +39,7 @@ void WriteFrame(const GifScreen& screen, const GifArea& area, const GifFrame& fr
     const GifImageDescriptor& image = frame.image;
     const GifColorTable& palette = image.localTable.size != 0 ? image.localTable : screen.globalTable;
     const auto passes = image.isInterlaced ? std::span<const Pass>(kInterlaced) : std::span<const Pass>(kInOrder);
-    const std::span<const std::uint8_t> indices = frame.indexPixels.Pixels().first(frame.pixelsInData);
+    const std::span<const std::uint8_t> indices = frame.IndexPixels();
     std::size_t at = 0;
     for (const Pass pass : passes) {
         for (std::size_t row = pass.firstRow; row < image.heightPx; row += pass.step, at += image.widthPx) {

@@ -28,10 +28,10 @@ struct GifCodeBits {
         count |= 56U;
         return true;
     }
-    // The next code of `bits` bits, no more than `count`.
-    std::uint32_t Take(unsigned bits)
+    // The next code of `bits` bits, no more than `count`; `mask` has as many ones.
+    std::uint32_t Take(unsigned bits, std::uint32_t mask)
     {
-        const auto code = static_cast<std::uint32_t>(held & ((1U << bits) - 1));
+        const std::uint32_t code = static_cast<std::uint32_t>(held) & mask;
         held >>= bits;
         count -= bits;
         return code;

@@ -12,7 +12,10 @@
 struct GifFrame {
     GifImageDescriptor image;
     GifGraphicControl control;             // all zero when no graphic control extension preceded the image
-    PixelBuffer<std::uint8_t> indexPixels; // image width x height, in the order of the data (interlaced or not)
-    std::size_t pixelsInData = 0;          // the data may end early; zeros follow
+    PixelBuffer<std::uint8_t> indexMemory; // image width x height
+    std::size_t pixelsInData = 0;          // the data may end early; what follows in the memory is no pixel
     std::span<const std::uint16_t> canvas; // screen width x height, RGB565; borrowed until the next frame is decoded
+
+    // Colour indices in the order of the data, interlaced or not.
+    std::span<const std::uint8_t> IndexPixels() const { return indexMemory.Pixels().first(pixelsInData); }
 };

@@ -17,7 +17,7 @@ constexpr unsigned kMaxCodeBits = 12;
 constexpr unsigned kMaxMinimumBits = 12; // the clear code of a larger one lies beyond the table
 constexpr unsigned kMinimumOfWideCodes = 32;
 constexpr std::uint32_t kWordBytes = 8;
-constexpr unsigned kCodesAtOnce = 4; // of bits that are surely there, so that only each fourth code asks
+constexpr unsigned kCodesAtOnce = 4; // so many are always among 56 bits: only every fourth code asks for more
 constexpr unsigned kLongestCodeBits = kMaxMinimumBits + 1;
 
 // A string is always a part of what was already written: the string of the code before and the byte that followed it.
@@ -44,7 +44,10 @@ public:
         for (std::uint32_t i = 0; i < std::min(clear, kTableEntries); ++i)
             Set(i, { static_cast<std::uint8_t>(i), 0, 1 });
     }
-    String Get(std::uint32_t code) const { return { m_heads[code], m_starts[code], m_sizes[code] }; }
+    std::uint8_t FirstByte(std::uint32_t code) const { return static_cast<std::uint8_t>(m_heads[code]); }
+    std::uint64_t Head(std::uint32_t code) const { return m_heads[code]; }
+    std::uint32_t SizeBytes(std::uint32_t code) const { return m_sizes[code]; }
+    std::uint32_t Start(std::uint32_t code) const { return m_starts[code]; }
     void Set(std::uint32_t code, const String& string)
     {
         m_heads[code] = string.head;
@@ -59,23 +62,6 @@ private:
     std::array<std::uint32_t, kTableEntries> m_starts;
 };
 
-// Writes `string` where there may be no room for whole words.
-void WriteBytes(std::uint8_t* pixels, std::size_t target, const String& string)
-{
-    for (std::uint32_t i = 0; i < string.sizeBytes; ++i)
-        pixels[target + i] =
-            i < kWordBytes ? static_cast<std::uint8_t>(string.head >> (8 * i)) : pixels[string.start + i];
-}
-
-// Writes `string` in whole words: up to seven bytes behind it become anything.
-inline void WriteWords(std::uint8_t* pixels, std::size_t target, const String& string)
-{
-    std::memcpy(pixels + target, &string.head, kWordBytes);
-    // From the front: the last byte of a string that is added now is the first that was written here.
-    for (std::uint32_t i = kWordBytes; i < string.sizeBytes; i += kWordBytes)
-        std::memcpy(pixels + target + i, pixels + string.start + i, kWordBytes);
-}
-
 enum class RunEnd { None, Clear, Data, Refusal };
 
 // A run of codes: from where the table is empty to where it is emptied again. All of it by value, so that it stays in
@@ -86,14 +72,15 @@ struct Run {
     std::uint32_t clear;
     unsigned codeBits;
     std::size_t written;
+    std::uint32_t codeMask = (1U << codeBits) - 1;
     std::uint32_t nextFree = clear + 2;
-    // An entry that makes codes longer; where the table starts above it they stay as they are.
-    std::uint32_t lastOfSize = (1U << codeBits) > nextFree ? 1U << codeBits : kTableEntries;
     String previous = {}; // of the code before; the next string is written right behind it
 
     RunEnd Start(std::uint32_t code);
     RunEnd Follow(std::uint32_t code);
-    bool Write(const String& string);
+    bool Write(std::uint32_t code);
+    void WriteBytes(std::uint32_t code);
+    void WriteWords(std::uint32_t code);
     void CountEntry();
 };
 
@@ -113,17 +100,12 @@ inline RunEnd Run::Follow(std::uint32_t code)
         return code == clear ? RunEnd::Clear : RunEnd::Data;
     if (nextFree >= kTableEntries)
         return RunEnd::Refusal;
-    String string;
-    if (code < nextFree) {
-        string = table.Get(code);
-        table.Set(nextFree, previous.WithByte(string.FirstByte()));
-    } else { // a code without an entry yet stands for the very string that is added now
-        if (previous.sizeBytes == 0)
-            return RunEnd::Refusal;
-        string = previous.WithByte(previous.FirstByte());
-        table.Set(nextFree, string);
-    }
-    if (!Write(string))
+    const bool isNew = code >= nextFree;
+    if (isNew && previous.sizeBytes == 0)
+        return RunEnd::Refusal;
+    table.Set(nextFree, previous.WithByte(isNew ? previous.FirstByte() : table.FirstByte(code)));
+    // A code without an entry yet stands for the very string that was added now.
+    if (!Write(isNew ? nextFree : code))
         return RunEnd::Refusal;
     if (code > nextFree) // it gets no entry: for the next code, the string before is empty
         previous = { 0, static_cast<std::uint32_t>(written), 0 };
@@ -131,27 +113,52 @@ inline RunEnd Run::Follow(std::uint32_t code)
     return RunEnd::None;
 }
 
-// False when there is no room.
-inline bool Run::Write(const String& string)
+// False when there is no room for the string of the code.
+inline bool Run::Write(std::uint32_t code)
 {
+    const std::uint32_t sizeBytes = table.SizeBytes(code);
     const std::size_t roomBytes = pixels.size() - written;
-    if (roomBytes >= string.sizeBytes + (kWordBytes - 1))
-        WriteWords(pixels.data(), written, string);
-    else if (roomBytes >= string.sizeBytes)
-        WriteBytes(pixels.data(), written, string);
+    if (roomBytes >= sizeBytes + (kWordBytes - 1))
+        WriteWords(code);
+    else if (roomBytes >= sizeBytes)
+        WriteBytes(code);
     else
         return false;
-    previous = { string.head, static_cast<std::uint32_t>(written), string.sizeBytes };
-    written += string.sizeBytes;
+    previous = { table.Head(code), static_cast<std::uint32_t>(written), sizeBytes };
+    written += sizeBytes;
     return true;
+}
+
+// Where there may be no room for whole words.
+void Run::WriteBytes(std::uint32_t code)
+{
+    const std::uint64_t head = table.Head(code);
+    for (std::uint32_t i = 0; i < table.SizeBytes(code); ++i)
+        pixels[written + i] =
+            i < kWordBytes ? static_cast<std::uint8_t>(head >> (8 * i)) : pixels[table.Start(code) + i];
+}
+
+// Up to seven bytes behind the string become anything.
+inline void Run::WriteWords(std::uint32_t code)
+{
+    std::uint8_t* const target = pixels.data() + written;
+    const std::uint64_t head = table.Head(code);
+    const std::uint32_t sizeBytes = table.SizeBytes(code);
+    std::memcpy(target, &head, kWordBytes);
+    if (sizeBytes <= kWordBytes)
+        return;
+    // From the front: the last byte of a string that was added now is the first that was written here.
+    const std::uint8_t* const source = pixels.data() + table.Start(code);
+    for (std::uint32_t i = kWordBytes; i < sizeBytes; i += kWordBytes)
+        std::memcpy(target + i, source + i, kWordBytes);
 }
 
 inline void Run::CountEntry()
 {
     ++nextFree;
-    if (nextFree == lastOfSize && codeBits < kMaxCodeBits && nextFree < kTableEntries) {
+    if (nextFree == codeMask + 1 && codeBits != kMaxCodeBits) {
         ++codeBits;
-        lastOfSize *= 2;
+        codeMask = 2 * codeMask + 1;
     }
 }
 
@@ -192,7 +199,7 @@ std::optional<std::uint32_t> LzwDecoder::FirstCode()
         m_codes.Refill(m_bits);
         if (m_bits.count < codeBits)
             return std::nullopt;
-        const std::uint32_t code = m_bits.Take(codeBits);
+        const std::uint32_t code = m_bits.Take(codeBits, (1U << codeBits) - 1);
         if (code != m_clear)
             return code;
     }
@@ -214,15 +221,18 @@ RunEnd LzwDecoder::DecodeRun()
         if (bits.count < run.codeBits)
             end = RunEnd::Data;
         for (; count != 0 && end == RunEnd::None; --count)
-            end = run.Follow(bits.Take(run.codeBits));
+            end = run.Follow(bits.Take(run.codeBits, run.codeMask));
     }
     m_bits = bits;
     m_written = run.written;
     return end;
 }
 
-GifPixelData DecodeChain(GifReader& reader, unsigned minimumBits, std::span<std::uint8_t> pixels)
+} // namespace
+
+GifPixelData DecodeGifPixels(GifReader& reader, std::span<std::uint8_t> pixels)
 {
+    const unsigned minimumBits = reader.U8();
     if (minimumBits >= kMinimumOfWideCodes)
         return { AreWideCodesClear(reader, minimumBits + 1), 0 };
     GifCodeReader codes(reader);
@@ -231,15 +241,5 @@ GifPixelData DecodeChain(GifReader& reader, unsigned minimumBits, std::span<std:
     if (table && minimumBits <= kMaxMinimumBits)
         data = LzwDecoder(codes, *table, minimumBits, pixels).Decode();
     codes.Finish();
-    return data;
-}
-
-} // namespace
-
-GifPixelData DecodeGifPixels(GifReader& reader, std::span<std::uint8_t> pixels)
-{
-    const unsigned minimumBits = reader.U8();
-    const GifPixelData data = DecodeChain(reader, minimumBits, pixels);
-    std::ranges::fill(pixels.subspan(data.count), std::uint8_t{ 0 });
     return data;
 }

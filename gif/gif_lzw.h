@@ -14,8 +14,8 @@ struct GifPixelData {
 };
 
 // Reads the minimum code size and the data sub-blocks at `reader` and writes colour indices into `pixels`, in the order
-// of the data; zeros behind those that the data hold. The reader then stands behind the chain of sub-blocks, whatever
-// the result. Valid also when the data end early. Not valid when
+// of the data; behind those that the data hold `pixels` may be anything. The reader then stands behind the chain of
+// sub-blocks, whatever the result. Valid also when the data end early. Not valid when
 // - the data hold more pixels than there is room for;
 // - a run starts with a code that stands for no single pixel;
 // - a code lies beyond the table, and the code before it lay beyond the next free entry: there is no string to go on

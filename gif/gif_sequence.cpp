@@ -62,8 +62,8 @@ bool GifSequence::DecodeImage(GifFrame& frame)
     if (!image)
         return false;
     frame.image = *image;
-    const bool hasRoom = frame.indexPixels.Allocate(image->widthPx, image->heightPx);
-    const GifPixelData data = DecodeGifPixels(m_reader, frame.indexPixels.Pixels());
+    const bool hasRoom = frame.indexMemory.Allocate(image->widthPx, image->heightPx);
+    const GifPixelData data = DecodeGifPixels(m_reader, frame.indexMemory.Pixels());
     if (!data.isValid || !hasRoom)
         return false;
     frame.pixelsInData = data.count;

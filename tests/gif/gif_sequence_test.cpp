@@ -315,7 +315,7 @@ TEST(GifFrames, DescriptorFieldsAreKept)
     EXPECT_TRUE(frame->image.isSorted);
     EXPECT_FALSE(frame->image.isInterlaced);
     EXPECT_EQ(frame->image.localTable.size, 4U);
-    EXPECT_EQ(frame->indexPixels.Pixels().size(), 12U);
+    EXPECT_EQ(frame->IndexPixels().size(), 12U);
     EXPECT_EQ(frame->canvas.size(), 81U);
 }
 
@@ -574,9 +574,8 @@ TEST(GifComposition, NoTextThatWasNeverThereIsDrawnBehindACodeBeyondTheTable)
     ASSERT_TRUE(gif.IsOpen());
     const GifFrame* const frame = gif.sequence.DecodeNextFrame();
     ASSERT_NE(frame, nullptr);
-    const auto indices = frame->indexPixels.Pixels();
-    EXPECT_EQ(Bytes(indices.begin(), indices.end()), (Bytes{ 0, 0, 0, 1, 1, 0, 0 }));
-    EXPECT_EQ(frame->pixelsInData, 5U);
+    const auto indices = frame->IndexPixels();
+    EXPECT_EQ(Bytes(indices.begin(), indices.end()), (Bytes{ 0, 0, 0, 1, 1 }));
     EXPECT_EQ(Canvas(frame->canvas.begin(), frame->canvas.end()),
               (Canvas{ kRed565, kRed565, kRed565, kGreen565, kGreen565, kRed565, kRed565 }));
 }

@@ -2,6 +2,7 @@
 #include "platform/ce.h"
 #include "tests/platform/scratch_device.h"
 #include "tests/platform/sound/waves.h"
+#include "tests/platform/wine.h"
 
 #include <gtest/gtest.h>
 
@@ -43,6 +44,8 @@ TEST_F(PlaySoundCall, OfAMissingFileFails)
 
 TEST_F(PlaySoundCall, OfAFileThatIsNoSoundFails)
 {
+    if (IsWine())
+        GTEST_SKIP() << "Wine looks into the file later, on another thread";
     EXPECT_FALSE(Play("no sound at all, and longer than the head of one would have to be"));
 }
 

@@ -85,11 +85,9 @@ void Dispose(const GifScreen& screen, std::uint16_t background, const GifFrame& 
 
 } // namespace
 
-bool ComposeGifFrame(const GifScreen& screen, std::uint16_t plainBackground, PixelBuffer<std::uint16_t>& previous,
+bool ComposeGifFrame(const GifScreen& screen, std::uint16_t background, PixelBuffer<std::uint16_t>& previous,
                      GifFrame& frame)
 {
-    const std::uint16_t background =
-        screen.globalTable.size != 0 ? screen.globalTable.colors[screen.backgroundIndex] : plainBackground;
     if (!frame.canvas.Allocate(screen.widthPx, screen.heightPx))
         return false;
     if (!previous.IsAllocated()) {

@@ -16,7 +16,6 @@ struct GifFrame {
 
 // Fills `frame.canvas`: the screen as `previous` shows it with the frame on top, clipped to the screen. Then applies
 // the frame's disposal to `previous`, for the next frame. A `previous` without content first gets the screen's size and
-// background: the colour at the background index, or `plainBackground` (RGB565) on a screen without a colour table. A
-// frame without any colour table is black. False when there is no memory for the canvases.
-[[nodiscard]] bool ComposeGifFrame(const GifScreen& screen, std::uint16_t plainBackground,
+// `background` (RGB565). A frame without any colour table is black. False when there is no memory for the canvases.
+[[nodiscard]] bool ComposeGifFrame(const GifScreen& screen, std::uint16_t background,
                                    PixelBuffer<std::uint16_t>& previous, GifFrame& frame);

@@ -4,15 +4,16 @@
 
 #include <utility>
 
-bool GifSequence::Open(std::span<const std::byte> file, std::uint16_t plainBackground)
+bool GifSequence::Open(std::span<const std::byte> file, std::uint16_t plainBackground, GifBackground background)
 {
     *this = GifSequence();
-    m_plainBackground = plainBackground;
     m_reader = GifReader(file);
     auto screen = ReadGifScreen(m_reader);
     if (!screen)
         return false;
     m_screen = *screen;
+    const bool isOfFile = background == GifBackground::OfFile && m_screen.globalTable.size != 0;
+    m_background = isOfFile ? m_screen.globalTable.colors[m_screen.backgroundIndex] : plainBackground;
     m_firstBlock = m_reader.Offset();
     m_frameCount = CountGifImages(m_reader);
     return m_frameCount != 0;
@@ -70,5 +71,5 @@ bool GifSequence::DecodeImage(GifFrame& frame)
         frame.control = m_pendingControl;
         m_pendingControl.isPresent = false;
     }
-    return ComposeGifFrame(m_screen, m_plainBackground, m_previousCanvas, frame);
+    return ComposeGifFrame(m_screen, m_background, m_previousCanvas, frame);
 }

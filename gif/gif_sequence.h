@@ -8,11 +8,17 @@
 #include <optional>
 #include <span>
 
+// Which colour stands behind the frames: the one the file names, where it has a global colour table, or always the one
+// that is given.
+enum class GifBackground { OfFile, Given };
+
 class GifSequence {
 public:
     // `file` is borrowed for as long as frames are decoded. `plainBackground` (RGB565) stands behind the frames of a
-    // file without a global colour table. False when the start of the file is not a GIF's or the file holds no image.
-    [[nodiscard]] bool Open(std::span<const std::byte> file, std::uint16_t plainBackground);
+    // file without a global colour table, or of any. False when the start of the file is not a GIF's or the file holds
+    // no image.
+    [[nodiscard]] bool Open(std::span<const std::byte> file, std::uint16_t plainBackground,
+                            GifBackground background = GifBackground::OfFile);
 
     const GifScreen& Screen() const { return m_screen; }
     std::uint32_t FrameCount() const { return m_frameCount; }
@@ -31,7 +37,7 @@ private:
 
     GifReader m_reader;
     std::size_t m_firstBlock = 0;
-    std::uint16_t m_plainBackground = 0;
+    std::uint16_t m_background = 0; // RGB565
     GifScreen m_screen;
     std::uint32_t m_frameCount = 0;
     GifGraphicControl m_pendingControl;

@@ -118,6 +118,7 @@ BOOL DeleteObject(HGDIOBJ object);
 int GetObjectW(HANDLE object, int sizeBytes, LPVOID record);
 HGDIOBJ GetStockObject(int index);
 int GetDeviceCaps(HDC context, int index);
+BOOL GdiFlush();
 
 // ---- bitmaps ----
 HBITMAP CreateCompatibleBitmap(HDC context, int widthPx, int heightPx);
@@ -131,6 +132,15 @@ COLORREF GetPixel(HDC context, int x, int y);
 // A bitmap of the screen's format made from an image file of any format that the system's imaging library reads.
 // Null when the file is missing, foreign or larger than 4096 pixels in either direction; owned by the caller.
 HBITMAP CreateBitmapFromImageFile(HWND window, LPCWSTR path);
+
+// ---- animations of the imaging library ----
+// Plays the GIF file `path` on a thread of its own: draws its frames at the corner of `place` on `target`, which must
+// outlast it, and leaves out what has the colour `key`. `loops`: how often, -1 for ever. In place of the animation
+// before; a process has one at a time. The first frame is drawn on return. FALSE, and nothing plays, when it cannot be
+// read.
+BOOL PlayGifAnim(LPCWSTR path, HDC target, const RECT* place, HWND window, DWORD unused, int loops, COLORREF key);
+// Returns when nothing is drawn any more; FALSE when nothing was to stop.
+BOOL StopGifAnim();
 
 // ---- brushes and pens ----
 HBRUSH CreateSolidBrush(COLORREF color);

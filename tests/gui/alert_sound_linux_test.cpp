@@ -1,0 +1,5 @@
+#include "platform/ce.h"
+BOOL PlaySoundW(LPCWSTR, HMODULE, DWORD)
+{
+    return TRUE;
+}

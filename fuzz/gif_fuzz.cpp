@@ -11,8 +11,8 @@ void Check(const GifScreen& screen, const GifFrame& frame)
 {
     const std::size_t screenPixels = std::size_t{ screen.widthPx } * screen.heightPx;
     const std::size_t imagePixels = std::size_t{ frame.image.widthPx } * frame.image.heightPx;
-    if (frame.canvas.IsAllocated() &&
-        (frame.canvas.Pixels().size() != screenPixels || frame.indexPixels.Pixels().size() != imagePixels))
+    if (!frame.canvas.empty() &&
+        (frame.canvas.size() != screenPixels || frame.indexPixels.Pixels().size() != imagePixels))
         std::abort();
 }
 

@@ -2,8 +2,6 @@
 
 #include "gif/gif_lzw.h"
 
-#include <utility>
-
 bool GifSequence::Open(std::span<const std::byte> file, std::uint16_t plainBackground, GifBackground background)
 {
     *this = GifSequence();
@@ -50,7 +48,7 @@ GifSequence::Found GifSequence::FindImage()
         case GifBlock::Image: return Found::Image;
         case GifBlock::Trailer:
             m_reader.MoveTo(m_firstBlock);
-            m_previousCanvas.Reset();
+            m_canvas.Restart();
             break;
         default: return Found::Nothing;
         }
@@ -65,11 +63,13 @@ bool GifSequence::DecodeImage(GifFrame& frame)
         return false;
     frame.image = *image;
     const bool hasRoom = frame.indexPixels.Allocate(image->widthPx, image->heightPx);
-    if (!DecodeGifPixels(m_reader, frame.indexPixels.Pixels()) || !hasRoom)
+    const GifPixelData data = DecodeGifPixels(m_reader, frame.indexPixels.Pixels());
+    if (!data.isValid || !hasRoom)
         return false;
+    frame.pixelsInData = data.count;
     if (m_pendingControl.isPresent) {
         frame.control = m_pendingControl;
         m_pendingControl.isPresent = false;
     }
-    return ComposeGifFrame(m_screen, m_background, m_previousCanvas, frame);
+    return m_canvas.Draw(m_screen, m_background, frame);
 }

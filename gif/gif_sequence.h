@@ -1,6 +1,7 @@
 // The images of one GIF in memory, decoded one after another and without end. Knows no file.
 #pragma once
 
+#include "gif/gif_canvas.h"
 #include "gif/gif_frame.h"
 
 #include <cstddef>
@@ -41,6 +42,6 @@ private:
     GifScreen m_screen;
     std::uint32_t m_frameCount = 0;
     GifGraphicControl m_pendingControl;
-    PixelBuffer<std::uint16_t> m_previousCanvas;
+    GifCanvas m_canvas;
     std::optional<GifFrame> m_frame;
 };

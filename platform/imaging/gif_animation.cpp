@@ -1,6 +1,9 @@
 #include "platform/imaging/gif_animation.h"
 
+#include "platform/whole_file.h"
+
 #include <algorithm>
+#include <utility>
 
 namespace cardsong::imaging {
 
@@ -11,29 +14,6 @@ std::uint16_t Rgb565Of(COLORREF color)
     const auto part = [color](unsigned shift) { return static_cast<std::uint8_t>(color >> shift); };
     return Rgb565(part(0), part(8), part(16));
 }
-
-// Closed at the end.
-class OpenFile {
-public:
-    explicit OpenFile(LPCWSTR path)
-        : m_handle(
-              CreateFileW(path, GENERIC_READ, FILE_SHARE_READ, nullptr, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr))
-    {
-    }
-    ~OpenFile()
-    {
-        if (*this)
-            CloseHandle(m_handle);
-    }
-    OpenFile(const OpenFile&) = delete;
-    OpenFile& operator=(const OpenFile&) = delete;
-
-    explicit operator bool() const { return m_handle != INVALID_HANDLE_VALUE; }
-    HANDLE Get() const { return m_handle; }
-
-private:
-    const HANDLE m_handle;
-};
 
 } // namespace
 
@@ -46,7 +26,11 @@ GifAnimation::~GifAnimation()
 
 bool GifAnimation::Open(LPCWSTR path)
 {
-    if (!ReadFile(path) || !StartRound())
+    auto file = kernel::ReadWholeFile(path, kMaxFileBytes);
+    if (!file)
+        return false;
+    m_file = std::move(*file);
+    if (!StartRound())
         return false;
     const GifScreen& screen = m_images.Screen();
     if (screen.widthPx == 0 || screen.heightPx == 0 || screen.widthPx > kMaxSidePx || screen.heightPx > kMaxSidePx ||
@@ -61,7 +45,7 @@ bool GifAnimation::ShowNextFrame()
     if (IsLastFrame() && !StartRound())
         return false;
     const GifFrame* const frame = m_images.DecodeNextFrame();
-    if (frame == nullptr || !frame->canvas.IsAllocated() || frame->image.widthPx > kMaxSidePx ||
+    if (frame == nullptr || frame->canvas.empty() || frame->image.widthPx > kMaxSidePx ||
         frame->image.heightPx > kMaxSidePx)
         return false;
     ++m_next;
@@ -69,21 +53,10 @@ bool GifAnimation::ShowNextFrame()
     m_delayMs = frame->control.isPresent ? frame->control.delayHundredths * kMsInHundredth : kUntoldDelayMs;
     GdiFlush(); // the picture's pixels are written directly
     const auto width = static_cast<std::size_t>(WidthPx());
-    const auto canvas = frame->canvas.Pixels();
+    const auto canvas = frame->canvas;
     for (std::size_t y = 0; y < static_cast<std::size_t>(HeightPx()); ++y)
         std::ranges::copy(canvas.subspan(y * width, width), m_picture.Row(y));
     return true;
-}
-
-bool GifAnimation::ReadFile(LPCWSTR path)
-{
-    const OpenFile file(path);
-    const DWORD sizeBytes = file ? GetFileSize(file.Get(), nullptr) : INVALID_FILE_SIZE;
-    if (sizeBytes == INVALID_FILE_SIZE || sizeBytes > kMaxFileBytes)
-        return false;
-    m_file.resize(sizeBytes);
-    DWORD readBytes = 0;
-    return ::ReadFile(file.Get(), m_file.data(), sizeBytes, &readBytes, nullptr) && readBytes == sizeBytes;
 }
 
 // The picture is empty again, whatever the file's own end says.

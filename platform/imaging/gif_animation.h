@@ -5,6 +5,8 @@
 #include "gif/gif_sequence.h"
 #include "platform/imaging/rgb565_section.h"
 
+#include <vector>
+
 namespace cardsong::imaging {
 
 // Such a picture is kept four times while it plays; the screen has a tenth of it.
@@ -40,7 +42,6 @@ public:
     HBITMAP Picture() const { return m_picture.bitmap; }
 
 private:
-    bool ReadFile(LPCWSTR path);
     bool StartRound();
 
     const std::uint16_t m_key;

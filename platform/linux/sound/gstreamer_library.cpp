@@ -1,4 +1,4 @@
-#include "playback/media_graph_gstreamer_library.h"
+#include "platform/linux/sound/gstreamer_library.h"
 
 #include <cstdlib>
 #include <cstring>
@@ -9,7 +9,7 @@
 #include <string_view>
 #include <vector>
 
-namespace cardsong::playback {
+namespace cardsong::sound {
 
 namespace {
 
@@ -116,4 +116,4 @@ const char* PackageOf(const char* plugin)
     return "gstreamer1.0-plugins-base";
 }
 
-} // namespace cardsong::playback
+} // namespace cardsong::sound

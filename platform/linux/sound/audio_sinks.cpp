@@ -1,4 +1,4 @@
-#include "playback/media_graph_gstreamer_sink.h"
+#include "platform/linux/sound/audio_sinks.h"
 
 #include <sys/socket.h>
 #include <sys/un.h>
@@ -9,7 +9,7 @@
 #include <filesystem>
 #include <vector>
 
-namespace cardsong::playback {
+namespace cardsong::sound {
 
 namespace {
 
@@ -137,4 +137,4 @@ ElementPtr OpenAudioSink(const std::string& name)
     return sink;
 }
 
-} // namespace cardsong::playback
+} // namespace cardsong::sound

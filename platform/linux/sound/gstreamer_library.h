@@ -6,7 +6,7 @@
 
 #include <memory>
 
-namespace cardsong::playback {
+namespace cardsong::sound {
 
 struct GstObjectDeleter {
     void operator()(void* object) const { gst_object_unref(object); }
@@ -23,4 +23,4 @@ ElementPtr MakeElement(const char* factory, const char* plugin);
 // The Debian package that holds a plugin.
 const char* PackageOf(const char* plugin);
 
-} // namespace cardsong::playback
+} // namespace cardsong::sound

@@ -1,5 +1,0 @@
-#include "platform/ce.h"
-BOOL PlaySoundW(LPCWSTR, HMODULE, DWORD)
-{
-    return TRUE;
-}

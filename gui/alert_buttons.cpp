@@ -28,11 +28,3 @@ void AlertButtons::Create(HWND owner, HMODULE strings, const AlertLook& look)
         Buttons()[i].Create(owner, strings, id, place, &caption, &kImages);
     }
 }
-
-void AlertButtons::DrawInto(HDC target)
-{
-    for (SkinButton& button : Buttons()) {
-        if (button.Window() != nullptr)
-            button.DrawInto(target);
-    }
-}

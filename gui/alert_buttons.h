@@ -10,6 +10,4 @@ public:
     void Create(HWND owner, HMODULE strings, const AlertLook& look);
     // Frees the images and forgets the buttons; their windows go with the owner.
     void Free() { ForgetButtons(); }
-    // Draws every button into a picture of the owner.
-    void DrawInto(HDC target);
 };

@@ -1,5 +1,7 @@
 #include "gui/alert_message_window_draw.h"
 
+#include "gui/gif_bitmap.h"
+#include "gui/skin_image.h"
 #include "platform/screen_size.h"
 
 #include <climits>
@@ -52,7 +54,7 @@ int WidthOf(HDC context, WStringView text)
 }
 
 // In the middle of the screen; one that is larger is cut at its edges.
-void DrawBackground(HDC target, SkinImage& background)
+void DrawBackground(HDC target, SkinImage background)
 {
     const int widthPx = background.WidthPx();
     const int heightPx = background.HeightPx();
@@ -92,16 +94,22 @@ void DrawAlertMessage(HDC context, const AlertText& text, int windowHeightPx)
     }
 }
 
-void PaintAlert(HDC screen, SkinImage& background, const AlertText& text, AlertButtons& buttons)
+UniqueBitmap DrawAlertPicture(HDC like, LPCWSTR backgroundPath, const AlertText& text)
 {
-    const UniqueMemoryContext picture(CreateCompatibleDC(screen));
-    const UniqueBitmap pixels(CreateCompatibleBitmap(screen, kScreenWidthPx, kScreenHeightPx));
-    const SelectedObject selected(picture.Get(), pixels.Get());
+    UniqueBitmap picture(CreateCompatibleBitmap(like, kScreenWidthPx, kScreenHeightPx));
+    const UniqueMemoryContext context(CreateCompatibleDC(like));
+    const SelectedObject selected(context.Get(), picture.Get());
     constexpr RECT whole{ 0, 0, kScreenWidthPx, kScreenHeightPx };
-    FillRect(picture.Get(), &whole, static_cast<HBRUSH>(GetStockObject(BLACK_BRUSH)));
-    DrawBackground(picture.Get(), background);
-    DrawAlertTitle(picture.Get(), text, kScreenWidthPx);
-    DrawAlertMessage(picture.Get(), text, kScreenHeightPx);
-    buttons.DrawInto(picture.Get());
-    BitBlt(screen, 0, 0, kScreenWidthPx, kScreenHeightPx, picture.Get(), 0, 0, SRCCOPY);
+    FillRect(context.Get(), &whole, static_cast<HBRUSH>(GetStockObject(BLACK_BRUSH)));
+    DrawBackground(context.Get(), SkinImage(LoadGifBitmap(backgroundPath)));
+    DrawAlertTitle(context.Get(), text, kScreenWidthPx);
+    DrawAlertMessage(context.Get(), text, kScreenHeightPx);
+    return picture;
+}
+
+void CopyAlertPicture(HDC screen, HBITMAP picture)
+{
+    const UniqueMemoryContext context(CreateCompatibleDC(screen));
+    const SelectedObject selected(context.Get(), picture);
+    BitBlt(screen, 0, 0, kScreenWidthPx, kScreenHeightPx, context.Get(), 0, 0, SRCCOPY);
 }

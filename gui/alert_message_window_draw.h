@@ -1,10 +1,8 @@
-// The picture of an alert: background, title, message, buttons, each where it belongs. Knows no window.
+// The picture of an alert: background, title, message, each where it belongs. Knows no window.
 #pragma once
 
 #include "common/gdi_handles.h"
-#include "gui/alert_buttons.h"
 #include "gui/message_wrapping.h"
-#include "gui/skin_image.h"
 
 #include <vector>
 
@@ -23,6 +21,8 @@ void DrawAlertTitle(HDC context, const AlertText& text, int windowWidthPx);
 // window of that height; lines that would reach these are left out.
 void DrawAlertMessage(HDC context, const AlertText& text, int windowHeightPx);
 
-// The whole window at once, the buttons too: none of it is ever seen without the rest. Without a background it is
-// black.
-void PaintAlert(HDC screen, SkinImage& background, const AlertText& text, AlertButtons& buttons);
+// All of an alert but its buttons, of the screen's size, in the format of `like`; owned by the caller. The background
+// stands in the middle; without one, and around it, all is black.
+[[nodiscard]] UniqueBitmap DrawAlertPicture(HDC like, LPCWSTR backgroundPath, const AlertText& text);
+// Copies such a picture, which no context may hold.
+void CopyAlertPicture(HDC screen, HBITMAP picture);

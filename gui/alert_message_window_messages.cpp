@@ -4,7 +4,6 @@
 #include "common/trace_log.h"
 #include "gui/alert_kinds.h"
 #include "gui/caption_text.h"
-#include "gui/gif_bitmap.h"
 #include "platform/screen_size.h"
 
 #include <utility>
@@ -79,7 +78,6 @@ bool AlertWindow::Show(HWND window)
         BecomeFree();
         return false;
     }
-    m_background = SkinImage(LoadGifBitmap(m_look.background));
     ShowWindow(window, SW_SHOW);
     UpdateWindow(window);
     if (m_isEnding)
@@ -120,7 +118,7 @@ LRESULT AlertWindow::OnPaint(WPARAM, LPARAM)
     PAINTSTRUCT paint;
     const HDC screen = BeginPaint(m_window, &paint);
     if (m_look.animation == nullptr)
-        PaintAlert(screen, m_background, m_text, m_buttons);
+        PaintPicture(screen);
     else
         DrawAlertTitle(screen, m_text, WidthOf(m_look.place));
     EndPaint(m_window, &paint);
@@ -128,6 +126,16 @@ LRESULT AlertWindow::OnPaint(WPARAM, LPARAM)
         PlayAnimation();
     SetFocus(m_window);
     return 0;
+}
+
+void AlertWindow::PaintPicture(HDC screen)
+{
+    if (!m_picture) {
+        m_picture = DrawAlertPicture(screen, m_look.background, m_text);
+        m_buttonGround = m_picture.Get();
+        m_buttons.SetBackgroundSource(&m_buttonGround);
+    }
+    CopyAlertPicture(screen, m_picture.Get());
 }
 
 void AlertWindow::PlayAnimation()
@@ -230,7 +238,7 @@ void AlertWindow::TearDown()
     if (m_request.disabled != nullptr)
         EnableWindow(m_request.disabled, TRUE); // while the window is still there: the other becomes active after it
     m_buttons.Free();
-    m_background = SkinImage();
+    m_picture.Reset();
     m_text = {};
     m_request.strings.Reset();
 }

@@ -4,7 +4,6 @@
 #include "gui/alert_buttons.h"
 #include "gui/alert_message_window_draw.h"
 #include "gui/alert_request.h"
-#include "gui/skin_image.h"
 
 #include <memory>
 
@@ -42,6 +41,7 @@ private:
     };
     static const MessageEntry kMessages[];
 
+    void PaintPicture(HDC screen);
     void PlayAnimation();
     void PlaySoundOnce(UINT drawnId);
     void Answer(UINT id);
@@ -54,7 +54,8 @@ private:
     const AlertLook& m_look;
     HWND m_window = nullptr;
     AlertText m_text;
-    SkinImage m_background;
+    UniqueBitmap m_picture; // made for the first paint
+    HBITMAP m_buttonGround = nullptr;
     AlertButtons m_buttons;
     HDC m_animatedScreen = nullptr; // held while the animation plays
     bool m_soundIsPending;

@@ -101,8 +101,12 @@ private:
     // even that is too wide.
     std::size_t PartThatFits(std::size_t start, std::size_t end) const
     {
-        std::size_t stop = end;
-        while (stop > m_at && (IsInsidePair(stop) || !Fits(start, stop)))
+        std::size_t stop = m_at;
+        for (std::size_t tooFar = end + 1; tooFar - stop > 1;) { // text grows no narrower
+            const std::size_t middle = stop + (tooFar - stop) / 2;
+            (Fits(start, middle) ? stop : tooFar) = middle;
+        }
+        if (stop > m_at && IsInsidePair(stop))
             --stop;
         if (stop > start)
             return stop;

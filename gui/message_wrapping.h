@@ -16,7 +16,7 @@ struct MessageLine {
     bool operator==(const MessageLine&) const = default;
 };
 
-// The width in pixels of a part of the message.
+// The width in pixels of a part of the message, which does not shrink when the part grows.
 using TextWidth = std::function<int(WStringView)>;
 
 // At most six lines that are no wider than `roomPx` each; what follows the last one is left out. A line breaks after a

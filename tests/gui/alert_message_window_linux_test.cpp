@@ -10,8 +10,8 @@
 #include "tests/gui/recorded_sounds_linux_test.h"
 #include "tests/gui/skin_fixture.h"
 #include "tests/platform/kernel/module_builder.h"
+#include "tests/platform/user/window_threads.h"
 
-#include <filesystem>
 #include <map>
 #include <mutex>
 
@@ -37,11 +37,6 @@ std::uint16_t At(const Frame& frame, int x, int y)
     return frame[static_cast<std::size_t>(y) * kScreenWidthPx + static_cast<std::size_t>(x)];
 }
 
-std::ptrdiff_t ThreadCount()
-{
-    return std::distance(std::filesystem::directory_iterator("/proc/self/task"), {});
-}
-
 class AlertOnScreen : public testing::Test {
 protected:
     AlertOnScreen()
@@ -53,7 +48,7 @@ protected:
     ~AlertOnScreen() override
     {
         m_alert.Close();
-        EXPECT_TRUE(AlertOwner::PumpUntil([this] { return ThreadCount() <= m_threads; })); // nobody uses the clock
+        EXPECT_TRUE(AlertOwner::PumpUntil([this] { return WindowThreads() <= m_threads; })); // nobody uses the clock
         kernel::InstallClock(nullptr);
     }
 
@@ -83,7 +78,7 @@ protected:
         return frame;
     }
 
-    const std::ptrdiff_t m_threads = ThreadCount();
+    const int m_threads = WindowThreads();
     kernel::VirtualClock m_clock;
     SkinDevice m_skin;
     AlertOwner m_owner;
@@ -385,6 +380,20 @@ TEST_F(AlertPictures, ItsButtonsWearTheirSkinAndShowThatTheyAreHeld)
     EXPECT_EQ(At(Screen(), 160, 201), normal);
 }
 
+TEST_F(AlertPictures, WhereAButtonIsSeeThroughThePictureShows)
+{
+    Background("gui_popup_but_normal", 140, 32, kMagenta);
+    Background("gui_popup_but_down", 140, 32, kMagenta);
+    const HWND window = Show(TEXT(""), TEXT(""), kAlertQuestion);
+    const Frame before = Screen();
+    EXPECT_EQ(std::count(before.begin(), before.end(), kGround565), 320 * 240);
+    user::PointerDown(kRightButton);
+    Settle(window);
+    user::PointerUp({ 0, 0 });
+    Settle(window);
+    EXPECT_EQ(Screen(), before);
+}
+
 TEST_F(AlertOnScreen, WithoutASkinItIsBlackAndStillAnswers)
 {
     const HWND window = Show(TEXT("Title"), TEXT("Message"), kAlertInfo);
@@ -677,7 +686,7 @@ TEST_F(AlertLog, TellsOfAnswersForwardedCommandsAndMessagesThatMeanNothing)
     SendMessageW(window, WM_KEYDOWN, VK_RETURN, 3);
     Answer(window, kAlertOkId);
     ASSERT_TRUE(HasClosed());
-    ASSERT_TRUE(AlertOwner::PumpUntil([this] { return ThreadCount() <= m_threads; })); // the last line comes last
+    ASSERT_TRUE(AlertOwner::PumpUntil([this] { return WindowThreads() <= m_threads; })); // the last line comes last
     const std::string log = testing::internal::GetCapturedStderr();
     EXPECT_TRUE(Has(log, "Alert Win Sent Message = 273, wParam = 7, lParam = 8"));
     EXPECT_TRUE(Has(log, "Alert Win Sent Message = 1027, wParam = 1, lParam = 2"));
@@ -692,7 +701,7 @@ TEST_F(AlertLog, TellsOfTheEndByTime)
     const HWND window = Show(TEXT(""), TEXT(""), kAlertError);
     m_clock.Advance(5000);
     ASSERT_TRUE(HasClosed());
-    ASSERT_TRUE(AlertOwner::PumpUntil([this] { return ThreadCount() <= m_threads; }));
+    ASSERT_TRUE(AlertOwner::PumpUntil([this] { return WindowThreads() <= m_threads; }));
     EXPECT_TRUE(Has(testing::internal::GetCapturedStderr(),
                     "Alert Win Sent Message = 273, wParam = 181, lParam = " + Number(window)));
 }

@@ -5,8 +5,12 @@
 #include "app/storage_card.h"
 #include "common/trace_log.h"
 #include "tests/app/player_fixture.h"
+#include "tests/platform/user/window_threads.h"
 
+#include <atomic>
 #include <filesystem>
+#include <functional>
+#include <thread>
 
 using namespace cardsong::test;
 
@@ -23,6 +27,49 @@ protected:
 };
 
 int g_seenAreYouMe;
+
+constexpr LPCWSTR kAlertClass = TEXT("ALERTMSGWIN");
+
+// While start-up waits for the alert: does `answer` when it is shown, and lets the time pass in which start-up looks.
+class AlertsUser {
+public:
+    AlertsUser(cardsong::kernel::VirtualClock& clock, std::function<void()> answer)
+        : m_thread([this, &clock, does = std::move(answer)] {
+              while (FindWindowW(kAlertClass, nullptr) == nullptr)
+                  std::this_thread::yield();
+              SendMessageW(FindWindowW(kAlertClass, nullptr), WM_NULL, 0, 0); // it looks at its messages now
+              does();
+              while (!m_isDone) {
+                  clock.Advance(100);
+                  m_waitedMs += 100;
+                  std::this_thread::yield();
+              }
+          })
+    {
+    }
+    ~AlertsUser()
+    {
+        m_isDone = true;
+        m_thread.join();
+        while (WindowThreads() > m_threads)
+            std::this_thread::yield(); // the alert's thread uses the clock
+    }
+    AlertsUser(const AlertsUser&) = delete;
+    AlertsUser& operator=(const AlertsUser&) = delete;
+    int WaitedMs() const { return m_waitedMs; }
+
+    static void TapOk()
+    {
+        cardsong::user::PointerDown({ 230, 217 });
+        cardsong::user::PointerUp({ 230, 217 });
+    }
+
+private:
+    const int m_threads = WindowThreads();
+    std::atomic<bool> m_isDone = false;
+    std::atomic<int> m_waitedMs = 0;
+    std::thread m_thread;
+};
 
 } // namespace
 
@@ -41,6 +88,7 @@ TEST_F(StartUp, WithoutACardTheUserIsToldAndNoWindowComes)
 {
     std::filesystem::remove_all(m_device.CardDirectory());
     ::testing::internal::CaptureStderr();
+    const AlertsUser user(m_clock, AlertsUser::TapOk);
     Start();
     const std::string told = ::testing::internal::GetCapturedStderr();
     EXPECT_EQ(m_window, nullptr);
@@ -48,11 +96,55 @@ TEST_F(StartUp, WithoutACardTheUserIsToldAndNoWindowComes)
     EXPECT_EQ(FindWindowW(kMainWindowClass, nullptr), nullptr);
 }
 
+TEST_F(StartUp, WithoutACardAnAlertIsShownUntilItIsAnswered)
+{
+    std::filesystem::remove_all(m_device.CardDirectory());
+    ::testing::internal::CaptureStderr();
+    HWND alert = nullptr;
+    Frame shown;
+    const AlertsUser user(m_clock, [&] {
+        alert = FindWindowW(kAlertClass, nullptr);
+        shown = Screen();
+        m_clock.Advance(4900); // 100 short of its end
+        SendMessageW(alert, WM_NULL, 0, 0);
+        EXPECT_TRUE(IsWindow(alert));
+        AlertsUser::TapOk();
+    });
+    Start();
+    ::testing::internal::GetCapturedStderr();
+    EXPECT_EQ(m_window, nullptr);
+    EXPECT_FALSE(IsWindow(alert));
+    EXPECT_NE(std::count(shown.begin(), shown.end(), 0xFFFF), 0); // the title
+}
+
+TEST_F(StartUp, TheAlertOfAMissingCardThatNobodyAnswersCloses)
+{
+    std::filesystem::remove_all(m_device.CardDirectory());
+    ::testing::internal::CaptureStderr();
+    const AlertsUser user(m_clock, [] {});
+    Start();
+    ::testing::internal::GetCapturedStderr();
+    EXPECT_EQ(m_window, nullptr);
+    EXPECT_GE(user.WaitedMs(), 5000 - 100); // this count is behind the clock
+}
+
+TEST_F(StartUp, TheAlertOfAMissingCardGoesWhenThePlayerIsToEnd)
+{
+    std::filesystem::remove_all(m_device.CardDirectory());
+    ::testing::internal::CaptureStderr();
+    const AlertsUser user(m_clock, cardsong::user::PressExitKey);
+    Start();
+    ::testing::internal::GetCapturedStderr();
+    EXPECT_EQ(m_window, nullptr);
+    EXPECT_LT(user.WaitedMs(), 5000);
+}
+
 TEST_F(StartUp, TheNoticeOfAMissingCardIsInTheUsersLanguage)
 {
     UseLanguage(0x0804);
     std::filesystem::remove_all(m_device.CardDirectory());
     ::testing::internal::CaptureStderr();
+    const AlertsUser user(m_clock, AlertsUser::TapOk);
     Start();
     EXPECT_EQ(::testing::internal::GetCapturedStderr(), "存储卡: 没有找到存储卡。\n请插入存储卡后重新启动。\n");
 }
@@ -61,6 +153,7 @@ TEST_F(StartUp, WithoutACardTheProgramEndsWithZero)
 {
     std::filesystem::remove_all(m_device.CardDirectory());
     ::testing::internal::CaptureStderr();
+    const AlertsUser user(m_clock, AlertsUser::TapOk);
     WCHAR none[] = TEXT("");
     EXPECT_EQ(WinMain(cardsong::kernel::ProgramInstance(), nullptr, none, SW_SHOW), 0);
     EXPECT_FALSE(::testing::internal::GetCapturedStderr().empty());
@@ -103,6 +196,7 @@ TEST_F(StartUp, ARunIsTheFirstLineOfTheDebugLog)
     g_logChecked = 0;
     std::filesystem::remove_all(m_device.CardDirectory());
     ::testing::internal::CaptureStderr();
+    const AlertsUser user(m_clock, AlertsUser::TapOk);
     WCHAR none[] = TEXT("");
     EXPECT_EQ(WinMain(cardsong::kernel::ProgramInstance(), nullptr, none, SW_SHOW), 0);
     EXPECT_EQ(::testing::internal::GetCapturedStderr().rfind("[AP][Music][FunName]Run!\r\n", 0), 0U);
@@ -126,6 +220,7 @@ TEST_F(StartUp, TheProgramKnowsItsOwnModule)
     g_hInstance = nullptr;
     std::filesystem::remove_all(m_device.CardDirectory());
     ::testing::internal::CaptureStderr();
+    const AlertsUser user(m_clock, AlertsUser::TapOk);
     WCHAR none[] = TEXT("");
     EXPECT_EQ(WinMain(cardsong::kernel::ProgramInstance(), nullptr, none, SW_SHOW), 0);
     ::testing::internal::GetCapturedStderr();

@@ -1,4 +1,4 @@
-// Open files, kernel objects and loaded modules that close themselves.
+// Open files, kernel objects and modules that close themselves.
 #pragma once
 
 #include "common/unique_handle.h"
@@ -15,6 +15,7 @@ struct KernelObjectTraits : NullWhenNone<HANDLE> {
 };
 using UniqueKernelObject = UniqueHandle<KernelObjectTraits>;
 
+// Of LoadLibraryExW.
 struct ModuleTraits : NullWhenNone<HMODULE> {
     static void Close(HMODULE module) { FreeLibrary(module); }
 };

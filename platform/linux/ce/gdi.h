@@ -108,6 +108,7 @@ constexpr UINT DT_NOCLIP = 0x0100;
 constexpr UINT DT_CALCRECT = 0x0400;
 constexpr UINT DT_NOPREFIX = 0x0800;
 constexpr UINT DT_WORD_ELLIPSIS = 0x00040000;
+constexpr int COLOR_HIGHLIGHT = 13;
 constexpr COLORREF CLR_INVALID = 0xFFFFFFFF;
 
 // ---- contexts and objects ----
@@ -145,6 +146,7 @@ BOOL StopGifAnim();
 // ---- brushes and pens ----
 HBRUSH CreateSolidBrush(COLORREF color);
 HBRUSH CreatePatternBrush(HBITMAP bitmap);
+HBRUSH GetSysColorBrush(int index);
 int FillRect(HDC context, const RECT* rect, HBRUSH brush);
 
 // ---- text ----

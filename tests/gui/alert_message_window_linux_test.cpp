@@ -78,11 +78,11 @@ protected:
         return frame;
     }
 
-    const int m_threads = WindowThreads();
     kernel::VirtualClock m_clock;
     SkinDevice m_skin;
     AlertOwner m_owner;
     CAlertMessageWin m_alert;
+    const int m_threads = WindowThreads(); // with the owner's
 };
 
 // What an alert shows, drawn by the test: lines of the message with their tops.

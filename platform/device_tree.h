@@ -18,7 +18,8 @@ using HostPath = std::string;
 
 // Folders are UTF-8, without a trailing separator.
 struct DeviceTree {
-    std::string userDirectory;   // writable; "\Windows\x" is <user>/Windows/x laid over <system>/Windows/x
+    std::string userDirectory;   // writable; "\Windows\x" is <user>/Windows/x, else <skin>/x, else <system>/Windows/x
+    std::string skinDirectory;   // read only; empty: the installed skin
     std::string systemDirectory; // installed, read only; may be empty
     std::string cardDirectory;   // "\SDMMC"; empty or absent: no card
     LANGID uiLanguage = 0x0404;

@@ -15,7 +15,8 @@ struct Options {
     std::string deviceDirectory; // the user's writable tree
     std::string cardDirectory;
     std::uint16_t language = 0;
-    int scale = 0; // 0: as large as fits the desktop comfortably
+    std::string skin; // its name; empty: the installed one
+    int scale = 0;    // 0: as large as fits the desktop comfortably
     bool fullScreen = false;
     bool headless = false;
     double runForSeconds = 0; // 0: until the user ends it

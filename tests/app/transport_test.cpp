@@ -436,6 +436,22 @@ TEST_F(Transport, ForwardAndBackMoveFiveSeconds)
     EXPECT_EQ(Narrow(g_elapsedText), "0:05");
 }
 
+TEST_F(Transport, GoingOnAfterAPauseKeepsTheTitlesBeat)
+{
+    Start();
+    AddSong("a.mp3", 40);
+    Press(VK_RETURN);
+    Advance(3);
+    m_clock.Advance(60);
+    Pump();
+    Press(VK_RETURN);
+    Press(VK_RETURN);
+    const LONG left = g_titleStripA.rect.left;
+    m_clock.Advance(40);
+    Pump();
+    EXPECT_LT(g_titleStripA.rect.left, left);
+}
+
 TEST_F(Transport, TheBarFillsAsTheSongPlays)
 {
     Start();

@@ -54,6 +54,19 @@ TEST_F(StringTable, Language0804LoadsItsModule)
     EXPECT_EQ(ReadString(m_module, 17010), TEXT("播放列表"));
 }
 
+TEST_F(StringTable, EveryLanguageOfThePlayerLoadsItsModule)
+{
+    const std::pair<LANGID, WStringView> exits[] = { { 0x0404, TEXT("結束") }, { 0x0407, TEXT("Beenden") },
+                                                     { 0x0409, TEXT("Exit") }, { 0x040C, TEXT("Quitter") },
+                                                     { 0x0411, TEXT("終了") }, { 0x0804, TEXT("退出") },
+                                                     { 0x0C0A, TEXT("Salir") } };
+    for (const auto& [language, exit] : exits) {
+        UseLanguage(language);
+        ASSERT_NE(Load(), nullptr) << language;
+        EXPECT_EQ(ReadString(m_module, 17002), exit) << language;
+    }
+}
+
 TEST_F(StringTable, TheNameHasFourLowerCaseDigits)
 {
     UseLanguage(0x00AB);
@@ -67,7 +80,7 @@ TEST_F(StringTable, TheNameHasFourLowerCaseDigits)
 
 TEST_F(StringTable, ALanguageWithoutAModuleGivesNull)
 {
-    UseLanguage(0x0411);
+    UseLanguage(0x0412);
     EXPECT_EQ(Load(), nullptr);
 }
 

@@ -411,6 +411,24 @@ TEST(GifComposition, WithoutAGlobalTableThePlainBackgroundShows)
     EXPECT_EQ(gif.Next(), (Canvas{ kRed565, kPlain565 }));
 }
 
+TEST(GifComposition, AGivenBackgroundWinsOverTheFilesOwn)
+{
+    const std::string file = GifBuilder()
+                                 .Screen(3, 1, kFourColors, 3)
+                                 .GraphicControl(2)
+                                 .Image(Rectangle(0, 0, 1, 1, 1))
+                                 .Image(Rectangle(1, 0, 1, 1, 2))
+                                 .Text();
+    GifSequence sequence;
+    ASSERT_TRUE(sequence.Open(std::as_bytes(std::span(file)), kPlain565, GifBackground::Given));
+    const auto next = [&] {
+        const auto canvas = sequence.DecodeNextFrame()->canvas;
+        return Canvas(canvas.begin(), canvas.end());
+    };
+    EXPECT_EQ(next(), (Canvas{ kRed565, kPlain565, kPlain565 }));
+    EXPECT_EQ(next(), (Canvas{ kPlain565, kGreen565, kPlain565 })) << "what is disposed of, too";
+}
+
 TEST(GifComposition, ALocalTableWinsOverTheGlobalOne)
 {
     GifImage image = Rectangle(0, 0, 1, 1, 1);

@@ -59,6 +59,26 @@ TEST_F(SkinButtonStrings, ATextWinsOverAString)
     EXPECT_EQ(WString(m_button.Caption()), TEXT("Go"));
 }
 
+TEST_F(SkinButtonStrings, ACaptionThatTheModuleLacksIsTheProgramsOwn)
+{
+    const ButtonCaption caption = { nullptr, 201, 12, 0 };
+    ASSERT_TRUE(m_button.Create(m_parent.Get(), m_module, kId, kPlace, &caption, nullptr));
+    EXPECT_EQ(WString(m_button.Caption()), TEXT("Playlist"));
+    m_button.SetCaption({ nullptr, 200, 0, 0 });
+    EXPECT_EQ(WString(m_button.Caption()), TEXT("Back"));
+    UseLanguage(0x0407);
+    m_button.SetStringModule(m_module);
+    m_button.ReloadCaption();
+    EXPECT_EQ(WString(m_button.Caption()), TEXT("Back"));
+}
+
+TEST_F(SkinButtonStrings, ACaptionThatTheProgramLacksTooIsEmpty)
+{
+    const ButtonCaption caption = { nullptr, 4242, 12, 0 };
+    ASSERT_TRUE(m_button.Create(m_parent.Get(), m_module, kId, kPlace, &caption, nullptr));
+    EXPECT_EQ(m_button.Caption()[0], 0);
+}
+
 TEST_F(SkinButtonStrings, WithoutAModuleNoStringIsRead)
 {
     const ButtonCaption caption = { nullptr, 201, 12, 0 };

@@ -1,5 +1,7 @@
 #!/usr/bin/env python3
-"""Draws the skin: pictures.json + SVG pieces + palette.css -> the GIF images of a device's Windows folder.
+"""Draws a skin: pictures.json + SVG pieces + palette.css -> the GIF images of a device's Windows folder.
+
+Pieces that a skin lacks are those of the skin it is based on.
 
 All pictures are laid out on one sheet, so that a single run of rsvg-convert renders them; each is then cut out and laid
 over what it stands on, so that its soft edges need no see-through pixels.
@@ -29,12 +31,25 @@ class Picture:
         self.words = []
 
 
-def read_art(folder, name):
+class Skin:
+    """The sources of a skin: a folder, and behind it the folder of the skin that it is based on."""
+
+    def __init__(self, folder, base):
+        self.folders = [folder] + ([base] if base else [])
+
+    def find(self, name):
+        for folder in self.folders:
+            if (folder / name).exists():
+                return folder / name
+        sys.exit(f"{self.folders[0]}: has no {name}")
+
+
+def read_art(skin, name):
     """(inner markup, (width, height)) of an SVG piece."""
-    text = (folder / f"{name}.svg").read_text(encoding="utf-8")
-    match = re.match(r'<svg xmlns="[^"]+" width="(\d+)" height="(\d+)">\n(.*)</svg>\s*$', text, re.S)
+    file = skin.find(f"{name}.svg")
+    match = re.match(r'<svg xmlns="[^"]+" width="(\d+)" height="(\d+)">\n(.*)</svg>\s*$', file.read_text(encoding="utf-8"), re.S)
     if not match:
-        sys.exit(f"{folder / name}.svg: begin with <svg xmlns=... width=... height=...> and nothing more")
+        sys.exit(f"{file}: begin with <svg xmlns=... width=... height=...> and nothing more")
     return match[3], (int(match[1]), int(match[2]))
 
 
@@ -49,7 +64,7 @@ def button_markup(button, form, state, skin):
     parts, carries = [key_face(left, top, width, height, form["corner"])], "captioned"
     if "glyph" in button:
         carries = ""
-        art, (wide, high) = read_art(skin / "glyphs", button["glyph"])
+        art, (wide, high) = read_art(skin, f"glyphs/{button['glyph']}")
         x, y = left + (width - wide) // 2, top + (height - high) // 2
         parts.append(f'<g transform="translate({x} {y})">{art}</g>')
     if state == "on":
@@ -59,10 +74,10 @@ def button_markup(button, form, state, skin):
 
 def collect(skin):
     """Every picture in an order in which what lies beneath comes first; then the animation's steps."""
-    plan = json.loads((skin / "pictures.json").read_text(encoding="utf-8"))
+    plan = json.loads(skin.find("pictures.json").read_text(encoding="utf-8"))
     pictures = []
     for screen in plan["screens"]:
-        art, size = read_art(skin / "screens", screen["art"])
+        art, size = read_art(skin, f"screens/{screen['art']}")
         markup = f'<g class="{screen.get("state", "normal")}">{art}</g>'
         pictures.append(Picture(screen["file"], markup, size, screen.get("over"), screen.get("keyed", False)))
     for button in plan["buttons"]:
@@ -70,7 +85,7 @@ def collect(skin):
             markup = button_markup(button, plan["forms"][button["form"]], state, skin)
             pictures.append(Picture(f'{button["file"]}_{state}.gif', markup, tuple(button["size"]), button["over"]))
     animation = plan["animation"]
-    art, size = read_art(skin / "screens", animation["art"])
+    art, size = read_art(skin, f"screens/{animation['art']}")
     steps = [Picture(None, art.replace("rotate(0 ", f"rotate({360 * i / animation['steps']:g} "), size)
              for i in range(animation["steps"])]
     return pictures, steps, animation
@@ -130,17 +145,19 @@ def palette_colour(palette, role):
 def main():
     parser = argparse.ArgumentParser(description=__doc__)
     parser.add_argument("--skin", type=pathlib.Path, required=True, help="folder of the skin's sources")
+    parser.add_argument("--base", type=pathlib.Path, help="folder of the skin that it is based on")
     parser.add_argument("--out", type=pathlib.Path, help="folder for the GIF images")
     parser.add_argument("--rsvg", default="rsvg-convert")
     parser.add_argument("--list", action="store_true", help="print the names of the images and draw nothing")
     options = parser.parse_args()
 
-    pictures, steps, animation = collect(options.skin)
+    skin = Skin(options.skin, options.base)
+    pictures, steps, animation = collect(skin)
     if options.list:
         print(";".join([p.file for p in pictures] + [animation["file"]]), end="")
         return
     options.out.mkdir(parents=True, exist_ok=True)
-    palette = options.skin / "palette.css"
+    palette = skin.find("palette.css")
     sheet = render(pictures + steps, palette, options.rsvg)
     row_colour = palette_colour(palette, "row")
     finished = {}

@@ -4,6 +4,7 @@
 #include "platform/console_notice.h"
 #include "platform/device_tree.h"
 #include "platform/host/installed_tree.h"
+#include "platform/host/skins.h"
 #include "platform/linux/ce/kernel.h"
 #include "platform/linux/ce/messages.h"
 #include "platform/linux/display/device_hands.h"
@@ -11,9 +12,11 @@
 #include "platform/linux/display/screenshot.h"
 #include "platform/linux/host/end_watch.h"
 #include "platform/linux/kernel/start_trace.h"
+#include "platform/linux/sound/sound_player.h"
 #include "platform/linux/user/input.h"
 
 #include <atomic>
+#include <chrono>
 #include <cstdio>
 #include <filesystem>
 #include <thread>
@@ -22,8 +25,11 @@ namespace cardsong::host {
 namespace {
 
 constexpr int kFailed = 1;
-constexpr int kBadScript = 2;
+constexpr int kBadOption = 2;
 constexpr int kDisplayLost = 3;
+
+// What a sound server is given at the end to fall silent in order.
+constexpr std::chrono::milliseconds kServerLimit{ 60 };
 
 int Complain(const std::string& what, int status)
 {
@@ -37,10 +43,11 @@ std::filesystem::path ProgramFile()
     return std::filesystem::read_symlink("/proc/self/exe", error);
 }
 
-void LayOutDevice(const Options& options, const std::filesystem::path& installedTree)
+void LayOutDevice(const Options& options, const std::filesystem::path& installedTree, const std::filesystem::path& skin)
 {
     kernel::DeviceTree tree;
     tree.userDirectory = options.deviceDirectory;
+    tree.skinDirectory = skin.string();
     tree.systemDirectory = installedTree.string();
     tree.cardDirectory = options.cardDirectory;
     tree.uiLanguage = options.language;
@@ -74,11 +81,14 @@ int RunSession(const Options& options)
     kernel::TraceStart("options read");
     auto script = ParseInputScript(options.keyScript);
     if (const auto* const error = std::get_if<ScriptError>(&script))
-        return Complain("--keys: " + error->message, kBadScript);
+        return Complain("--keys: " + error->message, kBadOption);
     const auto installedTree = FindInstalledTree(ProgramFile());
     if (!installedTree)
         return Complain(ExplainMissingTree(ProgramFile()), kFailed);
-    LayOutDevice(options, *installedTree);
+    const auto skin = ChooseSkin(options.skin, options.deviceDirectory, *installedTree);
+    if (const auto* const error = std::get_if<SkinError>(&skin))
+        return Complain(error->message, kBadOption);
+    LayOutDevice(options, *installedTree, std::get<std::filesystem::path>(skin));
 
     EndWatch endWatch;
     const auto display = MakeDisplay(options);
@@ -93,6 +103,7 @@ int RunSession(const Options& options)
     WString commandLine = options.playerCommandLine;
     const int result = WinMain(kernel::ProgramInstance(), nullptr, commandLine.data(), SW_SHOW);
 
+    sound::EndSound(kServerLimit);
     opening.join();
     player.Stop();
     endWatch.Stop();

@@ -51,6 +51,8 @@ Layers LayersOf(const DevicePath& path)
     } else if (!names.empty() && EqualIgnoringCase(names[0], kWindows)) {
         if (!tree.userDirectory.empty())
             layers.layers.push_back({ tree.userDirectory + "/Windows" });
+        if (!tree.skinDirectory.empty())
+            layers.layers.push_back({ tree.skinDirectory, true });
         if (!tree.systemDirectory.empty())
             layers.layers.push_back({ tree.systemDirectory + "/Windows", true });
         layers.names = names.subspan(1);
@@ -87,6 +89,7 @@ LookUp FindInLayer(const Layer& layer, Names names)
 {
     LookUp result;
     result.isInstalled = layer.isInstalled;
+    result.layerRootSize = layer.hostRoot.size();
     const auto take = [&result](std::string hostPath) {
         const auto kind = KindOf(hostPath);
         result.kind = kind.value_or(HostKind::Neither);
@@ -123,11 +126,10 @@ void MakeHostFolders(const std::string& hostPath)
     mkdir(hostPath.c_str(), 0777); // a failure shows when the file is made
 }
 
-// The user's counterpart of a folder that only the installed tree has, with the installed folder's own spelling.
-std::string UserCounterpart(const std::string& installedPath)
+// The user's counterpart of a folder that only the skin or the installed tree has, with that folder's own spelling.
+std::string UserCounterpart(const LookUp& installed)
 {
-    const auto& tree = CurrentDeviceTree();
-    return tree.userDirectory + installedPath.substr(tree.systemDirectory.size());
+    return CurrentDeviceTree().userDirectory + "/Windows" + installed.hostPath.substr(installed.layerRootSize);
 }
 
 std::string WritableFolder(const DevicePath& folder, DWORD& error)
@@ -154,7 +156,7 @@ std::string WritableFolder(const DevicePath& folder, DWORD& error)
     }
     if (!found.isInstalled)
         return found.hostPath;
-    auto place = UserCounterpart(found.hostPath);
+    auto place = UserCounterpart(found);
     MakeHostFolders(place);
     return place;
 }

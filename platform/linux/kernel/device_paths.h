@@ -4,6 +4,7 @@
 
 #include "platform/device_path.h"
 
+#include <cstddef>
 #include <string>
 #include <vector>
 
@@ -20,7 +21,8 @@ struct LookUp {
     DWORD error = ERROR_SUCCESS;
     std::string hostPath;              // of what was found
     HostKind kind = HostKind::Neither; // of what a link there leads to
-    bool isInstalled = false;          // found in the installed tree, which is never written
+    bool isInstalled = false;          // found in the skin or the installed tree, which are never written
+    std::size_t layerRootSize = 0;     // how much of `hostPath` is the host folder that its layer begins at
 
     bool Found() const { return error == ERROR_SUCCESS; }
 };

@@ -4,7 +4,9 @@
 #include "platform/linux/user/message_box_look.h"
 #include "platform/linux/user/window_class.h"
 
+#include <cstring>
 #include <span>
+#include <vector>
 
 namespace cardsong::user {
 
@@ -132,11 +134,23 @@ INT_PTR CALLBACK BoxProcedure(HWND dialog, UINT message, WPARAM wParam, LPARAM l
     }
 }
 
+// A dialog without controls; its title is for those who look for it.
+std::vector<WORD> TemplateOf(const Box& box)
+{
+    DLGTEMPLATE head{};
+    head.style = WS_POPUP | WS_CLIPCHILDREN;
+    std::vector<WORD> words(sizeof head / sizeof(WORD) + 2); // and no names of a menu and a class
+    std::memcpy(words.data(), &head, sizeof head);
+    words.insert(words.end(), box.caption.begin(), box.caption.end());
+    words.push_back(0);
+    return words;
+}
+
 HWND ShowBox(HWND owner, Box& box)
 {
-    DLGTEMPLATE empty[2] = {}; // a template ends with the empty names of a menu, a class and a title
-    empty[0].style = WS_POPUP | WS_CLIPCHILDREN;
-    const HWND dialog = CreateDialogIndirectParamW(nullptr, empty, owner, BoxProcedure, reinterpret_cast<LPARAM>(&box));
+    const std::vector<WORD> source = TemplateOf(box);
+    const HWND dialog = CreateDialogIndirectParamW(nullptr, reinterpret_cast<LPCDLGTEMPLATEW>(source.data()), owner,
+                                                   BoxProcedure, reinterpret_cast<LPARAM>(&box));
     if (dialog == nullptr)
         return nullptr;
     const RECT& place = box.plan.box;

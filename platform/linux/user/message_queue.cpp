@@ -17,6 +17,7 @@ namespace {
 constexpr std::size_t kMaxPosted = 10000; // the API's own limit
 
 thread_local ThreadQueue* t_queue = nullptr;
+thread_local bool t_isEnding = false;
 
 // Makes the queue when its thread first asks, and retires it when the thread ends.
 class QueueOfThread {
@@ -33,6 +34,7 @@ public:
     ~QueueOfThread()
     {
         t_queue = nullptr;
+        t_isEnding = true;
         LockedDesktop desktop;
         RemoveWindowsOfThread(*desktop, m_queue);
         if (desktop->foregroundQueue == m_queue)
@@ -72,6 +74,11 @@ const std::shared_ptr<ThreadQueue>& CurrentQueue()
 ThreadQueue* QueueIfAny()
 {
     return t_queue;
+}
+
+ThreadQueue* QueueUnlessEnding()
+{
+    return t_isEnding ? nullptr : CurrentQueue().get();
 }
 
 void ClearQueue(ThreadQueue& queue)

@@ -87,6 +87,8 @@ struct ThreadQueue {
 const std::shared_ptr<ThreadQueue>& CurrentQueue();
 // The same, or null for a thread that never asked for its queue or is about to end.
 ThreadQueue* QueueIfAny();
+// Made on first use, or null for a thread that is about to end.
+ThreadQueue* QueueUnlessEnding();
 // Empties the queue and answers whoever waits for it with 0; the thread may go on using it.
 void ClearQueue(ThreadQueue& queue);
 // Wakes the thread if it waits for a message.

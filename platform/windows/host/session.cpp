@@ -4,6 +4,7 @@
 #include "platform/console_notice.h"
 #include "platform/device_tree.h"
 #include "platform/host/installed_tree.h"
+#include "platform/host/skins.h"
 #include "platform/windows/host/desktop_hands.h"
 #include "platform/windows/host/end_watch.h"
 #include "platform/windows/kernel/utf8.h"
@@ -18,7 +19,7 @@ namespace cardsong::host {
 namespace {
 
 constexpr int kFailed = 1;
-constexpr int kBadScript = 2;
+constexpr int kBadOption = 2;
 
 int Complain(const std::string& what, int status)
 {
@@ -41,10 +42,11 @@ std::filesystem::path ProgramFile()
     return program;
 }
 
-void LayOutDevice(const Options& options, const std::filesystem::path& installedTree)
+void LayOutDevice(const Options& options, const std::filesystem::path& installedTree, const std::filesystem::path& skin)
 {
     kernel::DeviceTree tree;
     tree.userDirectory = WholePath(options.deviceDirectory);
+    tree.skinDirectory = skin.empty() ? std::string() : WholePath(kernel::Utf8FromUtf16(skin.wstring()));
     tree.systemDirectory = kernel::Utf8FromUtf16(installedTree.wstring());
     tree.cardDirectory = options.cardDirectory.empty() ? std::string() : WholePath(options.cardDirectory);
     tree.uiLanguage = options.language;
@@ -68,11 +70,14 @@ int RunSession(const Options& options)
 {
     auto script = ParseInputScript(options.keyScript);
     if (const auto* const error = std::get_if<ScriptError>(&script))
-        return Complain("--keys: " + error->message, kBadScript);
+        return Complain("--keys: " + error->message, kBadOption);
     const auto installedTree = FindInstalledTree(ProgramFile());
     if (!installedTree)
         return Complain(ExplainMissingTree(ProgramFile()), kFailed);
-    LayOutDevice(options, *installedTree);
+    const auto skin = ChooseSkin(options.skin, kernel::Utf16FromUtf8(options.deviceDirectory), *installedTree);
+    if (const auto* const error = std::get_if<SkinError>(&skin))
+        return Complain(error->message, kBadOption);
+    LayOutDevice(options, *installedTree, std::get<std::filesystem::path>(skin));
     screen::SetUpScreen(ScreenFor(options));
 
     AllowSetForegroundWindow(ASFW_ANY); // a second start lets the running player come to the front

@@ -2,6 +2,8 @@
 
 #include "platform/windows/kernel/host_paths.h"
 
+#include <array>
+
 namespace cardsong::kernel {
 namespace {
 
@@ -24,9 +26,14 @@ HostPath BelowRecorded(const std::string& folder, Names names)
     return hostFolder.empty() ? HostPath() : Below(hostFolder, names);
 }
 
-HostPath Installed(const DevicePath& path)
+// In the skin and in the installed tree, the one that wins first; empty ones are none.
+std::array<HostPath, 2> InstalledPlaces(const DevicePath& path)
 {
-    return StartsWith(path, L"Windows") ? BelowRecorded(CurrentDeviceTree().systemDirectory, path.names) : HostPath();
+    if (!StartsWith(path, L"Windows"))
+        return {};
+    const DeviceTree& tree = CurrentDeviceTree();
+    const Names names(path.names);
+    return { BelowRecorded(tree.skinDirectory, names.subspan(1)), BelowRecorded(tree.systemDirectory, names) };
 }
 
 // In the user's tree or on the card.
@@ -55,11 +62,15 @@ HostPlace Find(const DevicePath& path)
     HostPlace place;
     place.path = OwnPlace(path);
     place.exists = !place.path.empty() && Exists(place.path);
-    HostPath installed = place.exists ? HostPath() : Installed(path);
-    place.isInstalled = !installed.empty() && Exists(installed);
-    if (place.isInstalled) {
+    if (place.exists)
+        return place;
+    for (HostPath& installed : InstalledPlaces(path)) {
+        if (installed.empty() || !Exists(installed))
+            continue;
         place.path = std::move(installed);
         place.exists = true;
+        place.isInstalled = true;
+        break;
     }
     return place;
 }
@@ -158,7 +169,8 @@ std::vector<HostPath> HostFoldersOf(const DevicePath& path)
 {
     std::vector<HostPath> folders;
     for (const DevicePath& spelling : { path, path.Trimmed() }) {
-        for (HostPath folder : { OwnPlace(spelling), Installed(spelling) }) {
+        auto [skin, installed] = InstalledPlaces(spelling);
+        for (HostPath folder : { OwnPlace(spelling), std::move(skin), std::move(installed) }) {
             if (!folder.empty() && IsFolder(folder))
                 folders.push_back(std::move(folder));
         }

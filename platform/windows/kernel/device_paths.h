@@ -1,5 +1,5 @@
-// From a device path to a path of this machine. "\Windows" is the user's folder laid over the installed one, "\SDMMC"
-// the card, all else lies in the user's tree; the machine's own Windows folder is never touched.
+// From a device path to a path of this machine. "\Windows" is the user's folder over the skin over the installed one,
+// "\SDMMC" the card, all else lies in the user's tree; the machine's own Windows folder is never touched.
 #pragma once
 
 #include "platform/device_path.h"
@@ -13,7 +13,7 @@ struct HostPlace {
     DWORD error = ERROR_SUCCESS; // the path can name nothing here
     HostPath path;               // where it is, or where it would be: the system's own answer is the right one
     bool exists = false;
-    bool isInstalled = false; // it exists, and only in the installed tree, which is never written
+    bool isInstalled = false; // it exists, and only in the skin or the installed tree, which are never written
 };
 
 // Where `devicePath` is to be looked for. A path that ends in a separator stays one.

@@ -191,4 +191,32 @@ TEST(GdiObjects, ASelectedFontDrawsOnAfterItsDeletion)
     SelectObject(canvas.Dc(), before);
 }
 
+TEST(GdiObjects, GetObjectTellsTheSizeOfAFontsDescription)
+{
+    LOGFONTW asked{};
+    asked.lfHeight = -24;
+    const HFONT font = CreateFontIndirectW(&asked);
+    EXPECT_EQ(GetObjectW(font, 0, nullptr), static_cast<int>(sizeof(LOGFONTW)));
+    EXPECT_TRUE(DeleteObject(font));
+}
+
+TEST(GdiObjects, ADeletedFontIsGoneOnceNoContextHoldsIt)
+{
+    Canvas canvas(4, 4);
+    const LOGFONTW asked{};
+    const HFONT font = CreateFontIndirectW(&asked);
+    const HGDIOBJ before = SelectObject(canvas.Dc(), font);
+    DeleteObject(font);
+    SelectObject(canvas.Dc(), before);
+    EXPECT_EQ(GetObjectW(font, 0, nullptr), 0);
+    EXPECT_EQ(SelectObject(canvas.Dc(), font), nullptr);
+}
+
+TEST(GdiObjects, AnUnknownAbilityOfADeviceIsNone)
+{
+    Canvas canvas(1, 1);
+    constexpr int kNoSuchIndex = 9999;
+    EXPECT_EQ(GetDeviceCaps(canvas.Dc(), kNoSuchIndex), 0);
+}
+
 } // namespace

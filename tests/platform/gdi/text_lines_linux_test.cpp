@@ -46,4 +46,42 @@ TEST(TextLines, AnIdeographWiderThanTheLineStandsAlone)
     EXPECT_EQ(CountNarrowLines({ 0x6B4C, ' ', ' ' }), 1);
 }
 
+std::vector<std::uint16_t> PictureOf(const WString& text)
+{
+    cardsong::test::Canvas canvas(120, 30);
+    RECT rect = { 0, 0, 120, 30 };
+    SetTextColor(canvas.Dc(), RGB(255, 255, 255));
+    SetBkMode(canvas.Dc(), TRANSPARENT);
+    DrawTextW(canvas.Dc(), text.c_str(), -1, &rect, DT_SINGLELINE | DT_NOPREFIX);
+    return canvas.Pixels();
+}
+
+// A character that no font has is shown as its number, so that even those differ.
+TEST(TextRuns, EveryCharacterOfAPairIsShownAsItself)
+{
+    EXPECT_NE(PictureOf(TEXT("\U0002A001")), PictureOf(TEXT("\U0002A002")));
+    EXPECT_NE(PictureOf(TEXT("\U0002A001")), PictureOf(TEXT("\U0002A401")));
+}
+
+TEST(TextRuns, ControlCharactersAndLineSeparatorsAreBlanks)
+{
+    for (const auto* const text : { TEXT("a\x01"
+                                         "b"),
+                                    TEXT("a\x1F"
+                                         "b"),
+                                    TEXT("a\x7F"
+                                         "b"),
+                                    TEXT("a\x80"
+                                         "b"),
+                                    TEXT("a\x9F"
+                                         "b"),
+                                    TEXT("a\u2028b"), TEXT("a\u2029b") })
+        EXPECT_EQ(PictureOf(text), PictureOf(TEXT("a b")));
+    for (const auto* const text : { TEXT("a!b"), TEXT("a~b"),
+                                    TEXT("a\xA1"
+                                         "b"),
+                                    TEXT("a\u2026b") })
+        EXPECT_NE(PictureOf(text), PictureOf(TEXT("a b")));
+}
+
 } // namespace

@@ -336,6 +336,50 @@ TEST_F(Text, AMarkUnderlinesItsCharacterOnAnyLine)
     EXPECT_GT(m_canvas.Drawn(kGround).bottom, plain.bottom);
 }
 
+TEST_F(Text, AMarkUnderlinesTheCharacterBehindIt)
+{
+    Draw(TEXT("HHH"), { 0, 0, 200, 100 }, DT_SINGLELINE);
+    const int line = m_canvas.Drawn(kGround).bottom;
+    m_canvas.Fill(kGround);
+    Draw(TEXT("H&HH"), { 0, 0, 200, 100 }, DT_SINGLELINE);
+    int y = line;
+    const auto isUnderlined = [&](int x) { return m_canvas.At(x, y) != kGround; };
+    const int from = Width(TEXT("H"));
+    const int to = Width(TEXT("HH"));
+    while (y < 99 && !isUnderlined((from + to) / 2))
+        ++y;
+    EXPECT_FALSE(isUnderlined(from - 1));
+    EXPECT_TRUE(isUnderlined(from));
+    EXPECT_TRUE(isUnderlined(to - 2));
+    EXPECT_FALSE(isUnderlined(to));
+}
+
+TEST_F(Text, AMarkBehindTheEllipsisUnderlinesNothing)
+{
+    const RECT narrow = { 0, 0, Width(TEXT("HH...")), 100 };
+    Draw(TEXT("HHHHHHHH"), narrow, DT_SINGLELINE | DT_WORD_ELLIPSIS);
+    const auto plain = m_canvas.Pixels();
+    m_canvas.Fill(kGround);
+    Draw(TEXT("HHHHHHH&H"), narrow, DT_SINGLELINE | DT_WORD_ELLIPSIS);
+    EXPECT_EQ(m_canvas.Pixels(), plain);
+}
+
+TEST_F(Text, ARectangleOfNoWidthBreaksAtEveryWord)
+{
+    RECT rect = { 0, 0, 0, 0 };
+    EXPECT_EQ(DrawTextW(Dc(), TEXT("a b c"), -1, &rect, DT_CALCRECT | DT_WORDBREAK), 3 * m_lineHeight);
+    EXPECT_EQ(rect.right, std::max({ Width(TEXT("a")), Width(TEXT("b")), Width(TEXT("c")) }));
+}
+
+TEST_F(Text, MetricsTellAFontOfOutlinesForAScreen)
+{
+    TEXTMETRICW metrics{};
+    ASSERT_TRUE(GetTextMetricsW(Dc(), &metrics));
+    EXPECT_EQ(metrics.tmPitchAndFamily & 0x0F, 0x07);
+    EXPECT_EQ(metrics.tmDigitizedAspectX, 96);
+    EXPECT_EQ(metrics.tmDigitizedAspectY, 96);
+}
+
 TEST_F(Text, AnEllipsisKeepsTheTextInItsWidth)
 {
     const WString text = TEXT("WWWWWWWWWWWW");

@@ -12,6 +12,18 @@ TEST(LanguageTag, IsKnownInEveryUsualForm)
         EXPECT_EQ(LanguageFromTag(tag), 0x0804) << tag;
     for (const char* tag : { "en", "en_GB.UTF-8", "en-US@euro", "0409" })
         EXPECT_EQ(LanguageFromTag(tag), 0x0409) << tag;
-    for (const char* tag : { "C", "POSIX", "", "de_DE", "e" })
+    for (const char* tag : { "de", "de_DE.UTF-8", "de-AT", "DE-ch", "0407" })
+        EXPECT_EQ(LanguageFromTag(tag), 0x0407) << tag;
+    for (const char* tag : { "fr", "fr_FR@euro", "fr-CA", "040c", "040C" })
+        EXPECT_EQ(LanguageFromTag(tag), 0x040C) << tag;
+    for (const char* tag : { "ja", "ja_JP.eucJP", "0411" })
+        EXPECT_EQ(LanguageFromTag(tag), 0x0411) << tag;
+    for (const char* tag : { "es", "es_ES.UTF-8", "es-MX", "0C0A", "040a" })
+        EXPECT_EQ(LanguageFromTag(tag), 0x0C0A) << tag;
+}
+
+TEST(LanguageTag, MeansNothingWhenItIsNoneOfThePlayers)
+{
+    for (const char* tag : { "C", "POSIX", "", "e", "it_IT", "den", "zhx", "eng", "z", "-", "0412", "040", "04040" })
         EXPECT_EQ(LanguageFromTag(tag), 0) << tag;
 }

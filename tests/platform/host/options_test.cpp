@@ -46,7 +46,8 @@ const Sample kSamples[] = {
       "zh-TW",
       [](Options& options) { options.language = 0x0404; },
       { "klingon", "", "0" },
-      "--language: not one of zh-TW, zh-CN, en" },
+      "--language: not one of zh-TW, zh-CN, en, de, fr, ja, es" },
+    { "skin", "amber", [](Options& options) { options.skin = "amber"; }, {}, "" },
     { "scale",
       "16",
       [](Options& options) { options.scale = 16; },
@@ -190,7 +191,8 @@ Plays the songs of a memory card.
 
   --device=DIR         The folder that keeps the device's own files
   --card=DIR           The folder that is the memory card
-  --language=TAG       zh-TW, zh-CN or en
+  --language=TAG       zh-TW, zh-CN, en, de, fr, ja or es
+  --skin=NAME          Wear another skin, for instance amber
   --scale=N            Show each pixel N times as large
   --fullscreen         Fill the screen
   --headless           Run without any display

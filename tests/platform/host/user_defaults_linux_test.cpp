@@ -31,13 +31,14 @@ TEST(UserDefaults, TakeTheFirstLanguageOfTheEnvironmentThatThePlayerKnows)
 {
     EXPECT_EQ(LanguageIn({ "zh_TW.UTF-8", "zh_CN.UTF-8", "en_GB" }), 0x0404);
     EXPECT_EQ(LanguageIn({ "", "zh_CN.UTF-8", "zh_TW.UTF-8" }), 0x0804);
-    EXPECT_EQ(LanguageIn({ "C", "de_DE", "zh_TW" }), 0x0404);
+    EXPECT_EQ(LanguageIn({ "C", "it_IT", "zh_TW" }), 0x0404);
+    EXPECT_EQ(LanguageIn({ "", "", "de_DE.UTF-8" }), 0x0407);
 }
 
 TEST(UserDefaults, AreEnglishWhereThePlayerKnowsNoLanguageOfTheEnvironment)
 {
     EXPECT_EQ(LanguageIn({ "", "", "" }), 0x0409);
-    EXPECT_EQ(LanguageIn({ "C", "C", "de_DE.UTF-8" }), 0x0409);
+    EXPECT_EQ(LanguageIn({ "C", "C", "it_IT.UTF-8" }), 0x0409);
 }
 
 TEST(UserDefaults, AreTheUsersOwnFoldersAndALanguageThatThePlayerKnows)

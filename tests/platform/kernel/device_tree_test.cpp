@@ -83,6 +83,83 @@ TEST_F(DeviceTreeTest, AListingMergesBothTrees)
     EXPECT_EQ(All(TEXT("\\Windows\\*.txt")), (Names{ TEXT("a.txt"), TEXT("B.TXT"), TEXT("c.txt") }));
 }
 
+// A device that wears a skin besides.
+class DeviceWithASkin : public test::DeviceTest {
+protected:
+    DeviceWithASkin()
+    {
+        auto tree = CurrentDeviceTree();
+        tree.skinDirectory = device.UserDirectory() + "/Skins/mine";
+        InstallDeviceTree(tree);
+        device.WriteFile("system/Windows/gui.gif", "installed");
+    }
+};
+
+TEST_F(DeviceWithASkin, TheSkinsFileLiesOverTheInstalledOne)
+{
+    device.WriteFile("user/Skins/mine/gui.gif", "skin");
+    EXPECT_EQ(Contents(TEXT("\\Windows\\gui.gif")), "skin");
+    EXPECT_EQ(Contents(TEXT("\\windows\\GUI.GIF")), "skin");
+}
+
+TEST_F(DeviceWithASkin, TheUsersFileLiesOverTheSkins)
+{
+    device.WriteFile("user/Skins/mine/gui.gif", "skin");
+    device.WriteFile("user/Windows/GUI.GIF", "user");
+    EXPECT_EQ(Contents(TEXT("\\Windows\\gui.gif")), "user");
+}
+
+TEST_F(DeviceWithASkin, WhatTheSkinLacksIsTheInstalledOne)
+{
+    device.WriteFile("user/Skins/mine/other.gif", "skin");
+    EXPECT_EQ(Contents(TEXT("\\Windows\\gui.gif")), "installed");
+}
+
+TEST_F(DeviceWithASkin, ASkinWhoseFolderIsGoneChangesNothing)
+{
+    EXPECT_EQ(Contents(TEXT("\\Windows\\gui.gif")), "installed");
+    EXPECT_EQ(Contents(TEXT("\\Windows\\none.gif")), "(no file)");
+}
+
+TEST_F(DeviceWithASkin, TheSkinIsSeenUnderWindowsOnly)
+{
+    device.WriteFile("user/Skins/mine/extra.gif", "skin");
+    EXPECT_EQ(Contents(TEXT("\\extra.gif")), "(no file)");
+    EXPECT_EQ(Contents(TEXT("\\SDMMC\\extra.gif")), "(no file)");
+    EXPECT_EQ(Contents(TEXT("\\Windows\\Windows\\extra.gif")), "(no file)");
+}
+
+TEST_F(DeviceWithASkin, ChangingAFileOfTheSkinChangesACopy)
+{
+    device.WriteFile("user/Skins/mine/gui.gif", "skin");
+    EXPECT_TRUE(Write(TEXT("\\Windows\\gui.gif"), OPEN_EXISTING, "SK"));
+    EXPECT_EQ(device.ReadFile("user/Skins/mine/gui.gif"), "skin");
+    EXPECT_EQ(device.ReadFile("user/Windows/gui.gif"), "SKin");
+}
+
+TEST_F(DeviceWithASkin, AFileOfTheSkinIsNotDeleted)
+{
+    device.WriteFile("user/Skins/mine/gui.gif", "skin");
+    EXPECT_FALSE(DeleteFileW(TEXT("\\Windows\\gui.gif")));
+    EXPECT_EQ(GetLastError(), ERROR_ACCESS_DENIED);
+    EXPECT_EQ(device.ReadFile("user/Skins/mine/gui.gif"), "skin");
+}
+
+TEST_F(DeviceWithASkin, WritingBelowAFolderOfTheSkinMirrorsItInTheUsersTree)
+{
+    device.WriteFile("user/Skins/mine/Sub/a.txt", "skin");
+    EXPECT_TRUE(Write(TEXT("\\Windows\\sub\\b.txt"), CREATE_ALWAYS, "mine"));
+    EXPECT_EQ(device.ReadFile("user/Windows/Sub/b.txt"), "mine");
+}
+
+TEST_F(DeviceWithASkin, AListingMergesAllThree)
+{
+    device.WriteFile("user/Skins/mine/GUI.gif");
+    device.WriteFile("user/Skins/mine/b.gif");
+    device.WriteFile("user/Windows/a.gif");
+    EXPECT_EQ(All(TEXT("\\Windows\\*.gif")), (Names{ TEXT("a.gif"), TEXT("b.gif"), TEXT("GUI.gif") }));
+}
+
 TEST_F(DeviceTreeTest, ARelativePathStartsAtTheRoot)
 {
     device.WriteFile("user/PocketStoreII/a.dat", "flash");

@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <atomic>
+
 namespace {
 
 class Events : public ::testing::Test {
@@ -38,6 +40,42 @@ TEST_F(Events, APulseWithoutWaitersLeavesTheEventReset)
     EXPECT_TRUE(EventModify(event, EVENT_PULSE));
     EXPECT_FALSE(IsSet(event));
     EXPECT_TRUE(CloseHandle(event));
+}
+
+struct TwoWaiters {
+    HANDLE event = CreateEventW(nullptr, FALSE, FALSE, nullptr);
+    HANDLE passed = CreateEventW(nullptr, FALSE, FALSE, nullptr);
+    std::atomic<int> count = 0;
+};
+
+DWORD WINAPI WaitForIt(LPVOID parameter)
+{
+    auto& waiters = *static_cast<TwoWaiters*>(parameter);
+    WaitForSingleObject(waiters.event, INFINITE);
+    ++waiters.count;
+    EventModify(waiters.passed, EVENT_SET);
+    return 0;
+}
+
+TEST_F(Events, APulseLetsOneWaiterGoWhereTheEventResetsItself)
+{
+    TwoWaiters waiters;
+    const HANDLE threads[] = { CreateThread(nullptr, 0, WaitForIt, &waiters, 0, nullptr),
+                               CreateThread(nullptr, 0, WaitForIt, &waiters, 0, nullptr) };
+    do { // a pulse before both wait is lost
+        Sleep(20);
+        EventModify(waiters.event, EVENT_PULSE);
+    } while (WaitForSingleObject(waiters.passed, 1000) == WAIT_TIMEOUT);
+    EXPECT_EQ(WaitForSingleObject(waiters.passed, 50), static_cast<DWORD>(WAIT_TIMEOUT));
+    EXPECT_EQ(waiters.count, 1);
+    EventModify(waiters.event, EVENT_SET);
+    for (const HANDLE thread : threads) {
+        EXPECT_EQ(WaitForSingleObject(thread, INFINITE), static_cast<DWORD>(WAIT_OBJECT_0));
+        CloseHandle(thread);
+    }
+    EXPECT_FALSE(IsSet(waiters.event));
+    CloseHandle(waiters.event);
+    CloseHandle(waiters.passed);
 }
 
 TEST_F(Events, AWaitThatIsNotAnsweredTimesOut)

@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cerrno>
 #include <string>
 
 namespace {
@@ -341,11 +342,44 @@ TEST_F(Files, TheRuntimeOpensFilesByMode)
     std::fwrite("d", 1, 1, file);
     std::fclose(file);
     EXPECT_EQ(Contents(TEXT("r.bin")), "abcd");
+    file = _wfopen(device.Path(TEXT("r.bin")).c_str(), TEXT("wb"));
+    ASSERT_NE(file, nullptr);
+    std::fwrite("e", 1, 1, file);
+    std::fclose(file);
+    EXPECT_EQ(Contents(TEXT("r.bin")), "e");
 }
 
 TEST_F(Files, TheRuntimeOpensNoMissingFileForReading)
 {
     EXPECT_EQ(_wfopen(device.Path(TEXT("none.bin")).c_str(), TEXT("rb")), nullptr);
+}
+
+TEST_F(Files, TheRuntimeTellsWhyAFileDoesNotOpen)
+{
+    errno = 0;
+    EXPECT_EQ(_wfopen(device.Path(TEXT("none.bin")).c_str(), TEXT("rb")), nullptr);
+    EXPECT_EQ(errno, ENOENT);
+    const auto readOnly = device.Path(TEXT("kept.bin"));
+    CloseHandle(CreateFileW(readOnly.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_NEW, FILE_ATTRIBUTE_READONLY, nullptr));
+    errno = 0;
+    EXPECT_EQ(_wfopen(readOnly.c_str(), TEXT("wb")), nullptr);
+    EXPECT_EQ(errno, EACCES);
+}
+
+TEST_F(Files, DeletingNoNameTellsPathNotFound)
+{
+    SetLastError(ERROR_SUCCESS);
+    EXPECT_FALSE(DeleteFileW(TEXT("")));
+    EXPECT_EQ(GetLastError(), DWORD{ ERROR_PATH_NOT_FOUND });
+}
+
+TEST_F(Files, AClosedHandleHasNoPosition)
+{
+    Make(TEXT("a.txt"), "abc");
+    const HANDLE file = Open(TEXT("a.txt"), GENERIC_READ, OPEN_EXISTING);
+    CloseHandle(file);
+    EXPECT_EQ(SetFilePointer(file, 0, nullptr, FILE_BEGIN), INVALID_SET_FILE_POINTER);
+    EXPECT_EQ(GetLastError(), DWORD{ ERROR_INVALID_HANDLE });
 }
 
 TEST_F(Files, AnUnknownDispositionIsRefused)

@@ -1,9 +1,12 @@
 #include "platform/device_tree.h"
+#include "platform/linux/kernel/host_files.h"
 #include "platform/linux/kernel/host_names.h"
 #include "tests/platform/kernel/device_fixture.h"
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <cerrno>
 #include <fcntl.h>
 #include <filesystem>
 #include <sys/stat.h>
@@ -168,6 +171,78 @@ TEST_F(HostFileSystem, WritingMarksAFileForArchiving)
         GTEST_SKIP() << "the temporary folder's file system keeps no extended attributes";
     EXPECT_TRUE(Write(u"\\SDMMC\\a.txt", OPEN_EXISTING, "new"));
     EXPECT_EQ(GetFileAttributesW(u"\\SDMMC\\a.txt"), FILE_ATTRIBUTE_ARCHIVE | FILE_ATTRIBUTE_HIDDEN);
+}
+
+// How much the program may do with its own files and folders is the user's to say.
+TEST_F(HostFileSystem, WhatIsMadeHasThePermissionsThatTheUserAllows)
+{
+    const mode_t before = umask(027);
+    ASSERT_TRUE(CreateDirectoryW(u"\\Made", nullptr));
+    ASSERT_TRUE(Write(u"\\Windows\\made.txt", CREATE_ALWAYS, "text"));
+    umask(before);
+    const auto permissions = [this](const std::string& name) {
+        struct stat facts = {};
+        EXPECT_EQ(stat((device.UserDirectory() + "/" + name).c_str(), &facts), 0) << name;
+        return facts.st_mode & 0777;
+    };
+    EXPECT_EQ(permissions("Made"), 0750U);
+    EXPECT_EQ(permissions("Windows"), 0750U);
+    EXPECT_EQ(permissions("Windows/made.txt"), 0640U);
+}
+
+std::vector<int> OpenDescriptors()
+{
+    std::vector<int> descriptors;
+    for (const auto& entry : std::filesystem::directory_iterator("/proc/self/fd"))
+        descriptors.push_back(std::stoi(entry.path().filename()));
+    std::erase_if(descriptors, [](int descriptor) { return fcntl(descriptor, F_GETFD) == -1; }); // the listing's own
+    std::ranges::sort(descriptors);
+    return descriptors;
+}
+
+TEST_F(HostFileSystem, ChangingAnInstalledFileLeavesNothingOpen)
+{
+    device.WriteFile("system/Windows/a.txt", "installed");
+    ASSERT_TRUE(Write(u"\\Windows\\first.txt", CREATE_ALWAYS, "made before the count"));
+    const auto before = OpenDescriptors();
+    ASSERT_TRUE(Write(u"\\Windows\\a.txt", OPEN_EXISTING, "INS"));
+    EXPECT_EQ(OpenDescriptors(), before);
+    EXPECT_EQ(device.ReadFile("user/Windows/a.txt"), "INStalled");
+}
+
+TEST_F(HostFileSystem, OpenFilesAreNotHandedToOtherPrograms)
+{
+    device.WriteFile("system/Windows/a.txt", "installed");
+    const auto before = OpenDescriptors();
+    const HANDLE read = CreateFileW(u"\\Windows\\a.txt", GENERIC_READ, 3, nullptr, OPEN_EXISTING, 0, nullptr);
+    const HANDLE made = CreateFileW(u"\\Windows\\b.txt", GENERIC_WRITE, 3, nullptr, CREATE_NEW, 0, nullptr);
+    std::vector<int> opened;
+    std::ranges::set_difference(OpenDescriptors(), before, std::back_inserter(opened));
+    EXPECT_EQ(opened.size(), 2U);
+    for (const int descriptor : opened)
+        EXPECT_EQ(fcntl(descriptor, F_GETFD), FD_CLOEXEC) << descriptor;
+    CloseHandle(read);
+    CloseHandle(made);
+}
+
+TEST_F(HostFileSystem, ACardWithoutAFolderIsNotFound)
+{
+    ASSERT_EQ(rmdir(device.CardDirectory().c_str()), 0);
+    EXPECT_EQ(GetFileAttributesW(u"\\SDMMC"), INVALID_FILE_ATTRIBUTES);
+    EXPECT_EQ(GetLastError(), ERROR_FILE_NOT_FOUND);
+}
+
+TEST(HostErrors, EachIsToldInTheApisWords)
+{
+    const std::pair<int, DWORD> errors[] = {
+        { ENOENT, ERROR_FILE_NOT_FOUND },     { ENOTDIR, ERROR_PATH_NOT_FOUND },   { ELOOP, ERROR_PATH_NOT_FOUND },
+        { EEXIST, ERROR_FILE_EXISTS },        { ENOSPC, ERROR_DISK_FULL },         { EDQUOT, ERROR_DISK_FULL },
+        { ENAMETOOLONG, ERROR_INVALID_NAME }, { EILSEQ, ERROR_INVALID_NAME },      { EMFILE, ERROR_NOT_ENOUGH_MEMORY },
+        { ENFILE, ERROR_NOT_ENOUGH_MEMORY },  { ENOMEM, ERROR_NOT_ENOUGH_MEMORY }, { EINVAL, ERROR_INVALID_PARAMETER },
+        { EACCES, ERROR_ACCESS_DENIED },      { EROFS, ERROR_ACCESS_DENIED },
+    };
+    for (const auto& [hostError, error] : errors)
+        EXPECT_EQ(ErrorFromHost(hostError), error) << hostError;
 }
 
 TEST(HostNames, EveryByteSurvivesTheRoundTrip)

@@ -353,4 +353,24 @@ TEST_F(Registry, ImpossibleArgumentsAreInvalid)
     EXPECT_EQ(RegCloseKey(nullptr), static_cast<LSTATUS>(ERROR_INVALID_HANDLE));
 }
 
+TEST_F(Registry, AValueOfNothingIsStored)
+{
+    ASSERT_EQ(Set(TEXT("Nothing"), REG_BINARY, nullptr, 0), kSuccess);
+    DWORD type = 0;
+    DWORD size = 9;
+    EXPECT_EQ(Query(TEXT("Nothing"), &type, nullptr, &size), kSuccess);
+    EXPECT_EQ(type, static_cast<DWORD>(REG_BINARY));
+    EXPECT_EQ(size, 0U);
+}
+
+TEST_F(Registry, AClosedKeyTakesNoValue)
+{
+    HKEY other = nullptr;
+    ASSERT_EQ(Create(path + TEXT("\\Other"), &other, nullptr), kSuccess);
+    ASSERT_EQ(RegCloseKey(other), kSuccess);
+    const BYTE data = 1;
+    EXPECT_EQ(RegSetValueExW(other, TEXT("Value"), 0, REG_BINARY, &data, 1),
+              static_cast<LSTATUS>(ERROR_INVALID_HANDLE));
+}
+
 } // namespace

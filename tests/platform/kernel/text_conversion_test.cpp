@@ -52,6 +52,25 @@ TEST(MultiByte, InvalidUtf8IsAnErrorWhereThatIsAskedFor)
     EXPECT_EQ(GetLastError(), static_cast<DWORD>(ERROR_NO_UNICODE_TRANSLATION));
 }
 
+// Each of these is one step inside the ranges that the Unicode Standard allows, or one step outside.
+TEST(MultiByte, TheEdgesOfUtf8AreKept)
+{
+    const auto isValid = [](const std::string& bytes) {
+        WCHAR buffer[8];
+        return MultiByteToWideChar(CP_UTF8, MB_ERR_INVALID_CHARS, bytes.data(), static_cast<int>(bytes.size()), buffer,
+                                   8) != 0;
+    };
+    for (const auto* const bytes :
+         { "\xC2\x80", "\xDF\xBF", "\xE0\xA0\x80", "\xE1\x80\x80", "\xEC\xBF\xBF", "\xED\x9F\xBF", "\xEE\x80\x80",
+           "\xEF\xBF\xBF", "\xF0\x90\x80\x80", "\xF1\x80\x80\x80", "\xF3\xBF\xBF\xBF", "\xF4\x8F\xBF\xBF" })
+        EXPECT_TRUE(isValid(bytes)) << bytes;
+    for (const auto* const bytes :
+         { "\x80", "\xBF", "\xC1\xBF", "\xC2\x7F", "\xC2\xC0", "\xDF\x7F", "\xE0\x9F\xBF", "\xE1\x7F\x80",
+           "\xE1\x80\x7F", "\xE1\x80\xC0", "\xED\xA0\x80", "\xED\xBF\xBF", "\xEF\xC0\x80", "\xF0\x8F\xBF\xBF",
+           "\xF1\xC0\x80\x80", "\xF1\x80\xC0\x80", "\xF1\x80\x80\xC0", "\xF4\x90\x80\x80", "\xF5\x80\x80\x80" })
+        EXPECT_FALSE(isValid(bytes)) << bytes;
+}
+
 TEST(MultiByte, ALoneLeadByteAtTheEndIsAQuestionMark)
 {
     EXPECT_EQ(Wide(936, "a\xB8"), TEXT("a?"));

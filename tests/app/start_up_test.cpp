@@ -4,13 +4,10 @@
 #include "app/main_window.h"
 #include "app/storage_card.h"
 #include "common/trace_log.h"
+#include "tests/app/alerts_user.h"
 #include "tests/app/player_fixture.h"
-#include "tests/platform/user/window_threads.h"
 
-#include <atomic>
 #include <filesystem>
-#include <functional>
-#include <thread>
 
 using namespace cardsong::test;
 
@@ -27,49 +24,6 @@ protected:
 };
 
 int g_seenAreYouMe;
-
-constexpr LPCWSTR kAlertClass = TEXT("ALERTMSGWIN");
-
-// While start-up waits for the alert: does `answer` when it is shown, and lets the time pass in which start-up looks.
-class AlertsUser {
-public:
-    AlertsUser(cardsong::kernel::VirtualClock& clock, std::function<void()> answer)
-        : m_thread([this, &clock, does = std::move(answer)] {
-              while (FindWindowW(kAlertClass, nullptr) == nullptr)
-                  std::this_thread::yield();
-              SendMessageW(FindWindowW(kAlertClass, nullptr), WM_NULL, 0, 0); // it looks at its messages now
-              does();
-              while (!m_isDone) {
-                  clock.Advance(100);
-                  m_waitedMs += 100;
-                  std::this_thread::yield();
-              }
-          })
-    {
-    }
-    ~AlertsUser()
-    {
-        m_isDone = true;
-        m_thread.join();
-        while (WindowThreads() > m_threads)
-            std::this_thread::yield(); // the alert's thread uses the clock
-    }
-    AlertsUser(const AlertsUser&) = delete;
-    AlertsUser& operator=(const AlertsUser&) = delete;
-    int WaitedMs() const { return m_waitedMs; }
-
-    static void TapOk()
-    {
-        cardsong::user::PointerDown({ 230, 217 });
-        cardsong::user::PointerUp({ 230, 217 });
-    }
-
-private:
-    const int m_threads = WindowThreads();
-    std::atomic<bool> m_isDone = false;
-    std::atomic<int> m_waitedMs = 0;
-    std::thread m_thread;
-};
 
 } // namespace
 

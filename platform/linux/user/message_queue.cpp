@@ -4,9 +4,11 @@
 #include "platform/linux/kernel/clock.h"
 #include "platform/linux/user/desktop.h"
 #include "platform/linux/user/frames.h"
+#include "platform/linux/user/input_queue.h"
 #include "platform/linux/user/window_lifetime.h"
 
 #include <algorithm>
+#include <unistd.h>
 
 namespace cardsong::user {
 
@@ -23,6 +25,7 @@ public:
     QueueOfThread() : m_queue(std::make_shared<ThreadQueue>())
     {
         m_queue->threadId = GetCurrentThreadId();
+        m_queue->runsProgram = gettid() == getpid();
         LockedDesktop desktop;
         std::erase_if(desktop->queues, [](const auto& known) { return known.expired(); });
         desktop->queues.push_back(m_queue);
@@ -38,6 +41,7 @@ public:
             desktop->foregroundQueue = nullptr;
         if (desktop->pointerQueue == m_queue)
             desktop->pointerQueue = nullptr;
+        PassExitKeyOn(*desktop, *m_queue);
         ClearQueue(*m_queue);
         m_queue->isRetired = true;
         ShowFrame(*desktop, *m_queue);

@@ -63,8 +63,9 @@ struct Press {
 struct ThreadQueue {
     DWORD threadId = 0;
     std::condition_variable arrived;
-    bool hasNews = false;   // something came since the queue was last searched
-    bool isRetired = false; // its thread has ended
+    bool hasNews = false;     // something came since the queue was last searched
+    bool isRetired = false;   // its thread has ended
+    bool runsProgram = false; // its thread is the process's first
     std::deque<std::shared_ptr<SentMessage>> sent;
     std::deque<MSG> posted;
     std::optional<int> quitCode;

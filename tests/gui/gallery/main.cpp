@@ -22,7 +22,7 @@ constexpr Language kLanguages[] = { { 0x0409, "en" }, { 0x0404, "zh-TW" }, { 0x0
 std::vector<Picture> AllPictures()
 {
     std::vector<Picture> all;
-    for (const auto pictures : { ListPictures(), SoftKeyPictures() })
+    for (const auto pictures : { AlertPictures(), ListPictures(), SoftKeyPictures() })
         all.insert(all.end(), pictures.begin(), pictures.end());
     return all;
 }

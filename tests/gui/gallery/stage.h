@@ -56,6 +56,7 @@ struct Picture {
 };
 
 // Each family of windows has its pictures in a file of its own.
+std::span<const Picture> AlertPictures();
 std::span<const Picture> ListPictures();
 std::span<const Picture> SoftKeyPictures();
 

@@ -4,6 +4,7 @@
 #include "platform/linux/ce/kernel.h"
 #include "platform/linux/user/desktop.h"
 
+#include <algorithm>
 #include <limits>
 
 namespace cardsong::user {
@@ -65,10 +66,27 @@ std::shared_ptr<WindowClass> ClassTable::Add(WindowClass windowClass)
     const auto folded = FoldName(windowClass.name);
     if (m_classes.contains(folded))
         return nullptr;
-    windowClass.atom = m_nextAtom++;
+    windowClass.atom = FreeAtom();
+    if (windowClass.atom == 0)
+        return nullptr;
     const auto added = std::make_shared<WindowClass>(std::move(windowClass));
     m_classes.emplace(folded, added);
     return added;
+}
+
+// The next one that no class has: numbers of classes that went are given again once all have been used.
+ATOM ClassTable::FreeAtom()
+{
+    const auto isTaken = [this](ATOM atom) {
+        return std::ranges::any_of(m_classes, [atom](const auto& known) { return known.second->atom == atom; });
+    };
+    for (unsigned tried = 0; tried <= kLastAtom - kFirstAtom; ++tried) {
+        const ATOM atom = m_nextAtom;
+        m_nextAtom = atom == kLastAtom ? kFirstAtom : static_cast<ATOM>(atom + 1);
+        if (!isTaken(atom))
+            return atom;
+    }
+    return 0;
 }
 
 void ClassTable::Remove(const WindowClass& windowClass)

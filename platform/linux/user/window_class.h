@@ -27,13 +27,18 @@ public:
     ClassTable();
     // By name, letters compared without case, or by an atom in place of the name. Null when there is none.
     std::shared_ptr<WindowClass> Find(LPCWSTR nameOrAtom) const;
-    // Null when the name is taken.
+    // Null when the name is taken, or every atom is.
     std::shared_ptr<WindowClass> Add(WindowClass windowClass);
     void Remove(const WindowClass& windowClass);
 
 private:
+    static constexpr ATOM kFirstAtom = 0xC000;
+    static constexpr ATOM kLastAtom = 0xFFFF;
+
+    ATOM FreeAtom(); // 0 when all are taken
+
     std::unordered_map<std::u16string, std::shared_ptr<WindowClass>> m_classes; // by folded name
-    ATOM m_nextAtom = 0xC000;
+    ATOM m_nextAtom = kFirstAtom;
 };
 
 // Small letters for capital ones, as class and message names are compared.

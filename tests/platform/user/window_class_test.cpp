@@ -149,4 +149,22 @@ TEST(WindowClass, AMessageNameHasTwoHundredAndFiftyFiveCharactersAtMost)
     EXPECT_EQ(RegisterWindowMessageW(nullptr), 0U);
 }
 
+TEST(WindowClass, ClassesComeAndGoWithoutEnd)
+{
+    WNDCLASSW kept{};
+    kept.lpfnWndProc = DefWindowProcW;
+    kept.lpszClassName = TEXT("KeptAllTheTime");
+    const ATOM keptAtom = RegisterClassW(&kept);
+    ASSERT_NE(keptAtom, 0);
+    WNDCLASSW passing = kept;
+    passing.lpszClassName = TEXT("ComesAndGoes");
+    for (int i = 0; i < 20'000; ++i) { // more than there are atoms
+        const ATOM atom = RegisterClassW(&passing);
+        ASSERT_GE(atom, 0xC000) << i;
+        ASSERT_NE(atom, keptAtom) << i;
+        ASSERT_TRUE(UnregisterClassW(passing.lpszClassName, nullptr)) << i;
+    }
+    EXPECT_TRUE(UnregisterClassW(kept.lpszClassName, nullptr));
+}
+
 } // namespace

@@ -22,7 +22,8 @@ constexpr WCHAR UpperCase(WCHAR unit)
 // `word`: in capitals.
 bool HoldsWord(WStringView text, WStringView word)
 {
-    return !std::ranges::search(text, word, {}, UpperCase).empty();
+    const auto isSame = [](WCHAR unit, WCHAR capital) { return UpperCase(unit) == capital; };
+    return std::search(text.begin(), text.end(), word.begin(), word.end(), isSame) != text.end();
 }
 
 // The number before the next comma; both are taken off `rest`.

@@ -361,3 +361,29 @@ TEST_F(LyricsDisplayTest, Utf8IsLookedForWhenTheStartAskedForIt)
     Press(VK_RETURN);
     EXPECT_EQ(WStringView(Lyrics()->Lines().At(0).Text()), WStringView(TEXT("\u8309")));
 }
+
+TEST_F(LyricsDisplayTest, TheDemoSongsBringTheirWordsInEveryForm)
+{
+    auto tree = cardsong::kernel::CurrentDeviceTree();
+    tree.cardDirectory = CARDSONG_DEVICE_TREE "/../card";
+    cardsong::kernel::InstallDeviceTree(tree);
+    LyricsContext lyrics(0x0409);
+    struct Demo {
+        const WCHAR* path;
+        const WCHAR* secondLine;
+        int lines; // with the title at 0
+    };
+    constexpr Demo kDemos[] = {
+        { TEXT("\\SDMMC\\Music\\\u8309\u8389\u82B1.mp3"), TEXT("\u5C0F\u9662\u6E05\u98CE\u5439\u8FC7\u6765"), 8 },
+        { TEXT("\\SDMMC\\Music\\\u9001\u5225.mp3"), TEXT("\u9EC3\u660F\u7684\u8ECA\u7AD9\u71C8\u521D\u4EAE"), 9 },
+        { TEXT("\\SDMMC\\Music\\Folk\\Greensleeves.mp3"), TEXT("The river runs beneath the bridge"), 9 },
+        { TEXT("\\SDMMC\\Music\\Folk\\Auld Lang Syne.MP3"), TEXT("The lamps are low, the night is long,"), 9 },
+    };
+    for (const Demo& demo : kDemos) {
+        EXPECT_EQ(lyrics.FindForSong(demo.path), 1) << Narrow(demo.path);
+        ASSERT_EQ(lyrics.Lines().Count(), demo.lines) << Narrow(demo.path);
+        EXPECT_EQ(WStringView(lyrics.Lines().At(1).Text()), demo.secondLine) << Narrow(demo.path);
+        EXPECT_EQ(lyrics.Lines().At(1).timeMs, 300) << Narrow(demo.path);
+    }
+    EXPECT_EQ(lyrics.FindForSong(TEXT("\\SDMMC\\Music\\\u5C0F\u661F\u661F.mp3")), 0);
+}

@@ -23,9 +23,10 @@ void LyricsStripBackground::Load()
     const UniqueBitmap whole(LoadGifBitmap(kPlayerBackground));
     if (!whole)
         return;
-    const UniqueMemoryContext target(CreateCompatibleDC(nullptr));
-    std::uint16_t* bits = nullptr;
-    m_picture.Reset(CreateRgb565Dib(kWidthPx, kHeightPx, &bits));
+    const HDC screen = GetDC(nullptr);
+    const UniqueMemoryContext target(CreateCompatibleDC(screen));
+    m_picture.Reset(CreateCompatibleBitmap(screen, kWidthPx, kHeightPx));
+    ReleaseDC(nullptr, screen);
     const SelectedObject selected(target.Get(), m_picture.Get());
     Copy(target.Get(), whole.Get(), kLyricsStripPlace.left, kLyricsStripPlace.top);
 }

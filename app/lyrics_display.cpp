@@ -26,6 +26,14 @@ std::int32_t PositionMs()
     return static_cast<std::int32_t>(std::clamp(ShownPosition() * 1000, -kMostMs, kMostMs));
 }
 
+// A hidden strip needs no ticks.
+void EndTimer(HWND window)
+{
+    if (g_lyricsTimer != 0)
+        KillTimer(window, g_lyricsTimer);
+    g_lyricsTimer = 0;
+}
+
 } // namespace
 
 void StartLyrics()
@@ -56,29 +64,28 @@ void FindLyrics(HWND window, const WString& path)
     if (!g_parts)
         return;
     g_lyricsShown = g_parts->context.FindForSong(path.c_str());
-    if (g_lyricsShown == 0)
-        return;
     ShowLyrics(window);
-    g_lyricsTimer = SetTimer(window, kLyricsTimer, kLyricsPeriodMs, nullptr);
 }
 
 void ShowLyrics(HWND window)
 {
-    if (g_parts)
-        g_parts->strip.Show(window);
+    if (!g_parts || g_lyricsShown == 0)
+        return;
+    g_parts->strip.Show(window);
+    if (g_lyricsTimer == 0)
+        g_lyricsTimer = SetTimer(window, kLyricsTimer, kLyricsPeriodMs, nullptr);
 }
 
-void PauseLyrics()
+void PauseLyrics(HWND window)
 {
+    EndTimer(window);
     if (g_parts)
         g_parts->strip.Pause();
 }
 
 void StopLyrics(HWND window)
 {
-    if (g_lyricsTimer != 0)
-        KillTimer(window, g_lyricsTimer);
-    g_lyricsTimer = 0;
+    EndTimer(window);
     g_lyricsShown = 0;
     if (g_parts)
         g_parts->strip.Stop();

@@ -11,7 +11,7 @@ class LyricsStrip;
 constexpr UINT kLyricsPeriodMs = 100;
 
 extern std::int32_t g_lyricsShown; // 1 while a song is loaded that has lyrics
-extern UINT_PTR g_lyricsTimer;     // 0: not running
+extern UINT_PTR g_lyricsTimer;     // runs while the strip is shown; 0: it does not
 
 // With the main window they begin and end.
 void StartLyrics();
@@ -23,9 +23,11 @@ void EndLyrics();
 // Looks for the lyrics of the song at `path`, shows those that it finds, and keeps them in step from then on. Looking
 // may take its time on a slow card: the song sounds already.
 void FindLyrics(HWND window, const WString& path);
-// The strip of a song that has lyrics comes back where the song is.
+// The strip of a song that has lyrics comes back where the song is; of another song nothing.
 void ShowLyrics(HWND window);
-void PauseLyrics();
+// The strip goes until the lyrics are shown again.
+void PauseLyrics(HWND window);
+// The strip goes with the song.
 void StopLyrics(HWND window);
 // One tick.
 void RefreshLyrics();

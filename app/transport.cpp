@@ -21,12 +21,12 @@ namespace {
 
 constexpr double kStepSeconds = 5.0;
 
-void PauseSong()
+void PauseSong(HWND window)
 {
     ShowPlayFace();
     g_isPlaying = 0;
     Player().Pause();
-    PauseLyrics();
+    PauseLyrics(window);
 }
 
 void EnterPlaying(HWND window)
@@ -111,7 +111,7 @@ void PlayOrPause(HWND window)
 {
     g_songLoaded = 1;
     if (IsPlaying()) {
-        PauseSong();
+        PauseSong(window);
         return;
     }
     TakeBackSavedSongs();

@@ -6,7 +6,9 @@
 #include "common/gdi_handles.h"
 #include "common/rect.h"
 #include "gui/gif_bitmap.h"
+#include "gui/paint_buffer.h"
 #include "gui/soft_key_layout.h"
+#include "gui/text_line.h"
 #include "platform/screen_size.h"
 
 #include <array>
@@ -24,22 +26,6 @@ constexpr RECT kPanel{ 34, 45, 34 + 250, 45 + 92 };
 constexpr COLORREF kTextColor = RGB(0xFF, 0xFF, 0xFF);
 constexpr int kTimePoints = 12;
 constexpr int kTitlePoints = 18;
-
-// An off-screen picture of the screen's size that lives in a context of its own.
-class Layer {
-public:
-    explicit Layer(HDC like)
-        : m_context(CreateCompatibleDC(like)), m_bitmap(CreateCompatibleBitmap(like, kScreenWidthPx, kScreenHeightPx)),
-          m_selected(m_context.Get(), m_bitmap.Get())
-    {
-    }
-    [[nodiscard]] HDC Context() const { return m_context.Get(); }
-
-private:
-    UniqueMemoryContext m_context;
-    UniqueBitmap m_bitmap;
-    SelectedObject m_selected; // goes first: a bitmap is freed only when no context holds it
-};
 
 // All that the ground shows besides the background and the soft keys.
 struct Shown {
@@ -64,9 +50,12 @@ Shown WhatToShow()
 
 // What one paint after the other needs again. Made at the first paint, freed with the window.
 struct Painting {
-    explicit Painting(HDC like) : ground(like), text(like) {}
-    Layer ground;               // what goes to the screen
-    Layer text;                 // of which only the panel goes to the ground
+    explicit Painting(HDC like)
+        : ground(like, kScreenWidthPx, kScreenHeightPx), text(like, kScreenWidthPx, kScreenHeightPx)
+    {
+    }
+    PaintBuffer ground;         // what goes to the screen
+    PaintBuffer text;           // of which only the panel goes to the ground
     std::optional<Shown> shown; // by the ground, but for the soft keys' last look
 };
 
@@ -75,13 +64,6 @@ UniqueBrush g_backgroundBrush;
 UniqueFont g_timeFont;
 UniqueFont g_titleFont;
 std::unique_ptr<Painting> g_painting;
-
-UniqueFont FontOfPoints(HDC context, int points)
-{
-    LOGFONTW description{};
-    description.lfHeight = -(points * GetDeviceCaps(context, LOGPIXELSY) / 72);
-    return UniqueFont(CreateFontIndirectW(&description));
-}
 
 void DrawTimes(HDC context)
 {
@@ -132,7 +114,7 @@ void PreparePainting(HDC context)
     if (!g_painting)
         g_painting = std::make_unique<Painting>(context);
     if (!g_timeFont)
-        g_timeFont = FontOfPoints(context, kTimePoints);
+        g_timeFont = CreatePlainFont(context, kTimePoints);
 }
 
 } // namespace
@@ -160,7 +142,7 @@ void PaintMainWindow(HWND window)
     const HDC ground = g_painting->ground.Context();
     DrawGround(ground);
     g_controls.softKeys.DrawAll(ground);
-    BitBlt(screen, 0, 0, kScreenWidthPx, kScreenHeightPx, ground, 0, 0, SRCCOPY);
+    g_painting->ground.CopyTo(screen);
     EndPaint(window, &paint);
 }
 
@@ -177,7 +159,7 @@ HFONT TitleFont()
 {
     if (!g_titleFont) {
         const HDC screen = GetDC(nullptr);
-        g_titleFont = FontOfPoints(screen, kTitlePoints);
+        g_titleFont = CreatePlainFont(screen, kTitlePoints);
         ReleaseDC(nullptr, screen);
     }
     return g_titleFont.Get();

@@ -1,7 +1,9 @@
 #include "app/no_card_notice.h"
 
 #include "app/command_ids.h"
+#include "common/kernel_handles.h"
 #include "common/string_table.h"
+#include "gui/alert_message_window.h"
 #include "platform/ce.h"
 
 #include <cstdio>
@@ -9,11 +11,12 @@
 
 namespace {
 
-std::string ReadAsUtf8(HMODULE strings, UINT id)
+constexpr DWORD kLookAgainMs = 100;
+
+std::string ToUtf8(const WString& text)
 {
-    const WString text = ReadString(strings, id);
     const int units = static_cast<int>(text.size());
-    std::string bytes(static_cast<std::size_t>(units) * 3, '\0'); // a UTF-16 unit takes at most three bytes of UTF-8
+    std::string bytes(text.size() * 3, '\0'); // a UTF-16 unit takes at most three bytes of UTF-8
     const int length = WideCharToMultiByte(CP_UTF8, 0, text.c_str(), units, bytes.data(),
                                            static_cast<int>(bytes.size()), nullptr, nullptr);
     bytes.resize(length > 0 ? static_cast<std::size_t>(length) : 0);
@@ -24,9 +27,13 @@ std::string ReadAsUtf8(HMODULE strings, UINT id)
 
 void TellThatNoCardIsThere()
 {
-    const HMODULE strings = LoadStringModule();
-    const std::string title = ReadAsUtf8(strings, kStringNoCardTitle);
-    const std::string message = ReadAsUtf8(strings, kStringNoCardMessage);
-    FreeLibrary(strings);
-    std::fprintf(stderr, "%s: %s\n", title.c_str(), message.c_str());
+    const UniqueModule strings(LoadStringModule());
+    const WString title = ReadString(strings.Get(), kStringNoCardTitle);
+    const WString message = ReadString(strings.Get(), kStringNoCardMessage);
+    std::fprintf(stderr, "%s: %s\n", ToUtf8(title).c_str(), ToUtf8(message).c_str());
+    CAlertMessageWin alert;
+    alert.Prepare(nullptr, title.c_str(), message.c_str(), kAlertError, kAlertInfoSound, 0, 0);
+    const HWND window = alert.Show();
+    while (IsWindow(window))
+        Sleep(kLookAgainMs);
 }

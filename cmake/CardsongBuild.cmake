@@ -28,6 +28,7 @@ if(CARDSONG_SANITIZE)
 endif()
 
 if(NOT WIN32)
+    add_link_options(LINKER:--as-needed) # a program loads the libraries of those rooms alone that it calls
     add_compile_options(-pthread) # everywhere, or a precompiled header would not serve the libraries that ask for it
 endif()
 if(WIN32)

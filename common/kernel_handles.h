@@ -1,4 +1,4 @@
-// Open files and kernel objects that close themselves.
+// Open files, kernel objects and modules that close themselves.
 #pragma once
 
 #include "common/unique_handle.h"
@@ -14,3 +14,9 @@ struct KernelObjectTraits : NullWhenNone<HANDLE> {
     static void Close(HANDLE object) { CloseHandle(object); }
 };
 using UniqueKernelObject = UniqueHandle<KernelObjectTraits>;
+
+// Of LoadLibraryExW.
+struct ModuleTraits : NullWhenNone<HMODULE> {
+    static void Close(HMODULE module) { FreeLibrary(module); }
+};
+using UniqueModule = UniqueHandle<ModuleTraits>;

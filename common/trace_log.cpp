@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <atomic>
 #include <cstdarg>
 #include <iterator>
 
@@ -47,11 +48,14 @@ int IsTraceLogSwitchedOn()
 
 void TraceLog(DWORD moduleId, LPCWSTR format, ...)
 {
-    if (g_logChecked == 0) {
-        g_logEnabled = IsTraceLogSwitchedOn() == 1 ? 1 : 0;
-        g_logChecked = 1;
+    // No lock, and no order either: each thread that finds the switch unread reads it, with the same result.
+    const std::atomic_ref checked(g_logChecked);
+    const std::atomic_ref enabled(g_logEnabled);
+    if (checked == 0) {
+        enabled = IsTraceLogSwitchedOn() == 1 ? 1 : 0;
+        checked = 1;
     }
-    if (g_logEnabled != 1 || g_logChecked != 1)
+    if (enabled != 1 || checked != 1)
         return;
     WCHAR message[kMessageUnits] = {};
     va_list arguments;

@@ -93,8 +93,8 @@ std::optional<GifScreen> ReadGifScreen(GifReader& reader)
     screen.globalTable = ReadColorTable(reader, TableSize(packed));
     if (screen.globalTable.size != 0)
         screen.backgroundIndex = backgroundIndex < screen.globalTable.size ? backgroundIndex : 0;
-    if (!reader.Ok() || std::string_view(screen.signature.data()) != "GIF" ||
-        std::string_view(screen.version.data(), 3) > "89a")
+    if (!reader.Ok() || screen.widthPx == 0 || screen.heightPx == 0 ||
+        std::string_view(screen.signature.data()) != "GIF" || std::string_view(screen.version.data(), 3) > "89a")
         return std::nullopt;
     return screen;
 }

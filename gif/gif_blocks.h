@@ -51,7 +51,7 @@ struct GifImageDescriptor {
 };
 
 // Reads signature, version, logical screen and global colour table from the start of the file. Nothing when the data
-// end before, the signature is not "GIF" or the version is greater than "89a".
+// end before, the signature is not "GIF", the version is greater than "89a" or the screen has no pixel.
 std::optional<GifScreen> ReadGifScreen(GifReader& reader);
 
 // Counts the images up to the trailer or the end of the data, decodes none and leaves the reader where it was. 0 when

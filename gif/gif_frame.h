@@ -5,18 +5,17 @@
 #include "gif/gif_blocks.h"
 #include "gif/gif_pixels.h"
 
+#include <cstddef>
 #include <cstdint>
+#include <span>
 
 struct GifFrame {
     GifImageDescriptor image;
     GifGraphicControl control;             // all zero when no graphic control extension preceded the image
-    PixelBuffer<std::uint8_t> indexPixels; // image width x height, in the order of the data (interlaced or not)
-    PixelBuffer<std::uint16_t> canvas;     // screen width x height, RGB565
-};
+    PixelBuffer<std::uint8_t> indexMemory; // image width x height
+    std::size_t pixelsInData = 0;          // the data may end early; what follows in the memory is no pixel
+    std::span<const std::uint16_t> canvas; // screen width x height, RGB565; borrowed until the next frame is decoded
 
-// Fills `frame.canvas`: the screen as `previous` shows it with the frame on top, clipped to the screen. Then applies
-// the frame's disposal to `previous`, for the next frame. A `previous` without content first gets the screen's size and
-// background: the colour at the background index, or `plainBackground` (RGB565) on a screen without a colour table. A
-// frame without any colour table is black. False when there is no memory for the canvases.
-[[nodiscard]] bool ComposeGifFrame(const GifScreen& screen, std::uint16_t plainBackground,
-                                   PixelBuffer<std::uint16_t>& previous, GifFrame& frame);
+    // Colour indices in the order of the data, interlaced or not.
+    std::span<const std::uint8_t> IndexPixels() const { return indexMemory.Pixels().first(pixelsInData); }
+};

@@ -1,185 +1,245 @@
 #include "gif/gif_lzw.h"
 
+#include "gif/gif_code_reader.h"
+#include "gif/gif_wide_codes.h"
+
 #include <algorithm>
 #include <array>
-#include <cstddef>
+#include <cstring>
+#include <memory>
+#include <new>
 #include <optional>
 
 namespace {
 
 constexpr std::uint32_t kTableEntries = 4096;
 constexpr unsigned kMaxCodeBits = 12;
+constexpr unsigned kMaxMinimumBits = 12; // the clear code of a larger one lies beyond the table
+constexpr unsigned kMinimumOfWideCodes = 32;
+constexpr std::uint32_t kWordBytes = 8;
+constexpr unsigned kCodesAtOnce = 4; // so many are always among 56 bits: only every fourth code asks for more
+constexpr unsigned kLongestCodeBits = kMaxMinimumBits + 1;
 
-// Codes out of the chain of sub-blocks, least significant bit first.
-class CodeReader {
-public:
-    explicit CodeReader(GifReader& reader) : m_reader(reader) {}
+// A string is always a part of what was already written: the string of the code before and the byte that followed it.
+// So it keeps its place in the output instead of its bytes; the first eight lie beside it, and most strings are no
+// longer.
+struct String {
+    std::uint64_t head = 0; // the first byte is the lowest; zeros where the string is shorter
+    std::uint32_t start = 0;
+    std::uint32_t sizeBytes = 0;
 
-    // The next code of `bits` bits; nothing when fewer are left. Of a code longer than 32 bits, the low 32.
-    std::optional<std::uint32_t> Next(unsigned bits)
+    std::uint8_t FirstByte() const { return static_cast<std::uint8_t>(head); }
+    String WithByte(std::uint8_t last) const
     {
-        Refill();
-        if ((m_end - m_begin) * 8 < m_bitOffset + bits)
-            return std::nullopt;
-        std::uint32_t word = 0;
-        for (std::size_t i = 0; i < 4; ++i)
-            word |= std::uint32_t{ m_staged[m_begin + i] } << (8 * i);
-        const std::uint32_t mask = bits < 32 ? (1U << bits) - 1U : ~0U;
-        const std::uint32_t code = (word >> m_bitOffset) & mask;
-        m_begin += (m_bitOffset + bits) / 8;
-        m_bitOffset = (m_bitOffset + bits) % 8;
-        return code;
+        const std::uint64_t inHead = sizeBytes < kWordBytes ? std::uint64_t{ last } << (8 * sizeBytes) : 0;
+        return { head | inHead, start, sizeBytes + 1 };
     }
-
-    // Goes behind the chain, whether or not all of it was taken.
-    void Finish()
-    {
-        if (!m_hasEnded)
-            m_reader.SkipSubBlocks();
-    }
-
-private:
-    static constexpr std::size_t kLowWater = 5;   // the widest code, 13 bits, at any bit offset, needs less
-    static constexpr std::size_t kSpareBytes = 4; // a word is assembled from the last staged byte on
-
-    void Refill()
-    {
-        while (!m_hasEnded && m_end - m_begin < kLowWater) {
-            std::copy(m_staged.begin() + m_begin, m_staged.begin() + m_end, m_staged.begin());
-            m_end -= m_begin;
-            m_begin = 0;
-            const auto block = m_reader.SubBlock();
-            m_hasEnded = block.empty();
-            for (const std::byte b : block)
-                m_staged[m_end++] = std::to_integer<std::uint8_t>(b);
-        }
-    }
-
-    GifReader& m_reader;
-    std::array<std::uint8_t, kLowWater - 1 + 255 + kSpareBytes> m_staged{};
-    std::size_t m_begin = 0;
-    std::size_t m_end = 0;
-    std::size_t m_bitOffset = 0;
-    bool m_hasEnded = false;
 };
 
-// The string table. A string is always a part of what was already written: the string of the code before and the byte
-// that followed it. So an entry keeps its place in the output instead of its bytes.
-class LzwDecoder {
+class StringTable {
 public:
-    LzwDecoder(CodeReader& codes, unsigned minimumBits, std::span<std::uint8_t> pixels)
-        : m_codes(codes), m_pixels(pixels), m_minimumBits(minimumBits),
-          m_clear(minimumBits < 32 ? 1U << minimumBits : 0U)
+    // Codes below `clear` stand for their own index.
+    void SetSinglePixels(std::uint32_t clear)
     {
-        StartTable();
+        for (std::uint32_t i = 0; i < std::min(clear, kTableEntries); ++i)
+            Set(i, { static_cast<std::uint8_t>(i), 0, 1 });
     }
-
-    bool Decode()
+    std::uint8_t FirstByte(std::uint32_t code) const { return static_cast<std::uint8_t>(m_heads[code]); }
+    std::uint64_t Head(std::uint32_t code) const { return m_heads[code]; }
+    std::uint32_t SizeBytes(std::uint32_t code) const { return m_sizes[code]; }
+    std::uint32_t Start(std::uint32_t code) const { return m_starts[code]; }
+    void Set(std::uint32_t code, const String& string)
     {
-        if (m_clear > kTableEntries)
-            return false;
-        std::optional<std::uint32_t> code;
-        while ((code = m_codes.Next(m_codeBits))) {
-            if (*code == m_clear) {
-                StartTable();
-                continue;
-            }
-            if (!m_isRunStart && *code == EndCode())
-                return true;
-            if (!(m_isRunStart ? StartRun(*code) : ContinueRun(*code)))
-                return false;
-        }
-        return true;
+        m_heads[code] = string.head;
+        m_starts[code] = string.start;
+        m_sizes[code] = static_cast<std::uint16_t>(string.sizeBytes);
     }
 
 private:
-    struct String {
-        std::uint32_t start = 0; // in the output
-        std::uint32_t sizeBytes = 0;
-    };
+    // Apart, since a short string needs no start: less of the cache is used. Set before they are read.
+    std::array<std::uint64_t, kTableEntries> m_heads;
+    std::array<std::uint16_t, kTableEntries> m_sizes;
+    std::array<std::uint32_t, kTableEntries> m_starts;
+};
 
-    std::uint32_t EndCode() const { return m_clear + 1; }
+enum class RunEnd { None, Clear, Data, Refusal };
 
-    void StartTable()
+// A run of codes: from where the table is empty to where it is emptied again. All of it by value, so that it stays in
+// registers: pixels are bytes, and in memory those might lie over anything.
+struct Run {
+    StringTable& table;
+    std::span<std::uint8_t> pixels;
+    std::uint32_t clear;
+    unsigned codeBits;
+    std::size_t written;
+    std::uint32_t codeMask = (1U << codeBits) - 1;
+    std::uint32_t nextFree = clear + 2;
+    String previous = {}; // of the code before; the next string is written right behind it
+
+    RunEnd Start(std::uint32_t code);
+    RunEnd Follow(std::uint32_t code);
+    bool Write(std::uint32_t code);
+    void WriteBytes(std::uint32_t code);
+    void WriteWords(std::uint32_t code);
+    void CountEntry();
+};
+
+RunEnd Run::Start(std::uint32_t code)
+{
+    if (code > clear || written == pixels.size())
+        return RunEnd::Refusal;
+    const auto pixel = static_cast<std::uint8_t>(code);
+    previous = { pixel, static_cast<std::uint32_t>(written), 1 };
+    pixels[written++] = pixel;
+    return RunEnd::None;
+}
+
+inline RunEnd Run::Follow(std::uint32_t code)
+{
+    if (code - clear <= 1U)
+        return code == clear ? RunEnd::Clear : RunEnd::Data;
+    if (nextFree >= kTableEntries)
+        return RunEnd::Refusal;
+    const bool isNew = code >= nextFree;
+    if (isNew && previous.sizeBytes == 0)
+        return RunEnd::Refusal;
+    table.Set(nextFree, previous.WithByte(isNew ? previous.FirstByte() : table.FirstByte(code)));
+    // A code without an entry yet stands for the very string that was added now.
+    if (!Write(isNew ? nextFree : code))
+        return RunEnd::Refusal;
+    if (code > nextFree) // it gets no entry: for the next code, the string before is empty
+        previous = { 0, static_cast<std::uint32_t>(written), 0 };
+    CountEntry();
+    return RunEnd::None;
+}
+
+// False when there is no room for the string of the code.
+inline bool Run::Write(std::uint32_t code)
+{
+    const std::uint32_t sizeBytes = table.SizeBytes(code);
+    const std::size_t roomBytes = pixels.size() - written;
+    if (roomBytes >= sizeBytes + (kWordBytes - 1))
+        WriteWords(code);
+    else if (roomBytes >= sizeBytes)
+        WriteBytes(code);
+    else
+        return false;
+    previous = { table.Head(code), static_cast<std::uint32_t>(written), sizeBytes };
+    written += sizeBytes;
+    return true;
+}
+
+// Where there may be no room for whole words.
+void Run::WriteBytes(std::uint32_t code)
+{
+    const std::uint64_t head = table.Head(code);
+    for (std::uint32_t i = 0; i < table.SizeBytes(code); ++i)
+        pixels[written + i] =
+            i < kWordBytes ? static_cast<std::uint8_t>(head >> (8 * i)) : pixels[table.Start(code) + i];
+}
+
+// Up to seven bytes behind the string become anything.
+inline void Run::WriteWords(std::uint32_t code)
+{
+    std::uint8_t* const target = pixels.data() + written;
+    const std::uint64_t head = table.Head(code);
+    const std::uint32_t sizeBytes = table.SizeBytes(code);
+    std::memcpy(target, &head, kWordBytes);
+    if (sizeBytes <= kWordBytes)
+        return;
+    // From the front: the last byte of a string that was added now is the first that was written here.
+    const std::uint8_t* const source = pixels.data() + table.Start(code);
+    for (std::uint32_t i = kWordBytes; i < sizeBytes; i += kWordBytes)
+        std::memcpy(target + i, source + i, kWordBytes);
+}
+
+inline void Run::CountEntry()
+{
+    ++nextFree;
+    if (nextFree == codeMask + 1 && codeBits != kMaxCodeBits) {
+        ++codeBits;
+        codeMask = 2 * codeMask + 1;
+    }
+}
+
+class LzwDecoder {
+public:
+    LzwDecoder(GifCodeReader& codes, StringTable& table, unsigned minimumBits, std::span<std::uint8_t> pixels)
+        : m_codes(codes), m_table(table), m_pixels(pixels), m_minimumBits(minimumBits), m_clear(1U << minimumBits)
     {
-        m_codeBits = m_minimumBits + 1;
-        m_nextFree = m_clear + 2;
-        m_isRunStart = true;
+        m_table.SetSinglePixels(m_clear);
     }
 
-    bool StartRun(std::uint32_t code)
+    GifPixelData Decode()
     {
-        if (code >= EndCode() || RoomBytes() == 0)
-            return false;
-        m_isRunStart = false;
-        m_previous = { m_written, 1 };
-        Write(code);
-        return true;
+        RunEnd end = RunEnd::Clear;
+        while (end == RunEnd::Clear)
+            end = DecodeRun();
+        return { end == RunEnd::Data, m_written };
     }
 
-    bool ContinueRun(std::uint32_t code)
-    {
-        // A code without an entry yet stands for the very string that is added now.
-        const bool isNew = code >= m_nextFree;
-        if (isNew && m_previous.sizeBytes == 0)
-            return false;
-        const String added{ m_previous.start, m_previous.sizeBytes + 1 };
-        const String string = isNew ? added : StringOf(code);
-        if (string.sizeBytes > RoomBytes() || m_nextFree >= kTableEntries)
-            return false;
-        const String written{ m_written, string.sizeBytes };
-        // A code beyond the next free entry gets none: for the next code, the string before is empty.
-        const bool isEntryEmpty = code > m_nextFree;
-        if (code < m_clear)
-            Write(code);
-        else
-            Repeat(string);
-        AddEntry(added);
-        m_previous = isEntryEmpty ? String{ m_written, 0 } : written;
-        return true;
-    }
+private:
+    std::optional<std::uint32_t> FirstCode();
+    RunEnd DecodeRun();
 
-    String StringOf(std::uint32_t code) const { return code < m_clear ? String{ 0, 1 } : m_strings[code]; }
-
-    void AddEntry(String string)
-    {
-        m_strings[m_nextFree] = string;
-        ++m_nextFree;
-        if (m_nextFree == 1U << m_codeBits && m_codeBits != kMaxCodeBits)
-            ++m_codeBits;
-    }
-
-    std::size_t RoomBytes() const { return m_pixels.size() - m_written; }
-    void Write(std::uint32_t value) { m_pixels[m_written++] = static_cast<std::uint8_t>(value); }
-    void Repeat(String string)
-    {
-        // From the front, byte by byte: the last byte of a string that is added now is the first that this loop writes.
-        const std::uint8_t* source = m_pixels.data() + string.start;
-        std::uint8_t* target = m_pixels.data() + m_written;
-        for (std::uint32_t i = 0; i < string.sizeBytes; ++i)
-            target[i] = source[i];
-        m_written += string.sizeBytes;
-    }
-
-    CodeReader& m_codes;
+    GifCodeReader& m_codes;
+    StringTable& m_table;
     std::span<std::uint8_t> m_pixels;
     unsigned m_minimumBits;
     std::uint32_t m_clear;
-    unsigned m_codeBits = 0;
-    std::uint32_t m_nextFree = 0;
-    std::uint32_t m_written = 0;
-    bool m_isRunStart = true;
-    String m_previous; // of the code before in this run; the next string is written right behind it
-    std::array<String, kTableEntries> m_strings{};
+    GifCodeBits m_bits;
+    std::size_t m_written = 0;
 };
+
+// The next code but clear codes; nothing at the end of the data.
+std::optional<std::uint32_t> LzwDecoder::FirstCode()
+{
+    const unsigned codeBits = m_minimumBits + 1;
+    for (;;) {
+        m_codes.Refill(m_bits);
+        if (m_bits.count < codeBits)
+            return std::nullopt;
+        const std::uint32_t code = m_bits.Take(codeBits, (1U << codeBits) - 1);
+        if (code != m_clear)
+            return code;
+    }
+}
+
+RunEnd LzwDecoder::DecodeRun()
+{
+    const auto first = FirstCode();
+    if (!first)
+        return RunEnd::Data;
+    Run run{
+        .table = m_table, .pixels = m_pixels, .clear = m_clear, .codeBits = m_minimumBits + 1, .written = m_written
+    };
+    GifCodeBits bits = m_bits;
+    RunEnd end = run.Start(*first);
+    while (end == RunEnd::None) {
+        m_codes.Refill(bits);
+        unsigned count = bits.count >= kCodesAtOnce * kLongestCodeBits ? kCodesAtOnce : 1;
+        if (bits.count < run.codeBits)
+            end = RunEnd::Data;
+        for (; count != 0 && end == RunEnd::None; --count)
+            end = run.Follow(bits.Take(run.codeBits, run.codeMask));
+    }
+    m_bits = bits;
+    m_written = run.written;
+    return end;
+}
 
 } // namespace
 
-bool DecodeGifPixels(GifReader& reader, std::span<std::uint8_t> pixels)
+GifPixelData DecodeGifPixels(GifReader& reader, std::span<std::uint8_t> pixels)
 {
     const unsigned minimumBits = reader.U8();
-    CodeReader codes(reader);
-    const bool isDecoded = LzwDecoder(codes, minimumBits, pixels).Decode();
+    if (minimumBits >= kMinimumOfWideCodes)
+        return { AreWideCodesClear(reader, minimumBits + 1), 0 };
+    GifCodeReader codes(reader);
+    GifPixelData data;
+    const std::unique_ptr<StringTable> table(new (std::nothrow) StringTable);
+    if (table && minimumBits <= kMaxMinimumBits)
+        data = LzwDecoder(codes, *table, minimumBits, pixels).Decode();
     codes.Finish();
-    return isDecoded;
+    return data;
 }

@@ -25,14 +25,15 @@ constexpr std::uint16_t Rgb565(std::uint8_t red, std::uint8_t green, std::uint8_
 template <typename Pixel>
 class PixelBuffer {
 public:
-    // Replaces the content by widthPx x heightPx zeros. False, and no content, when the gate or the memory refuses.
+    // Replaces the content by widthPx x heightPx pixels that may be anything: who asks for them writes each one. False,
+    // and no content, when the gate or the memory refuses.
     [[nodiscard]] bool Allocate(std::uint32_t widthPx, std::uint32_t heightPx)
     {
         Reset();
         if (!IsPixelCountAllowed(widthPx, heightPx))
             return false;
         const std::size_t count = std::size_t{ widthPx } * heightPx;
-        m_pixels.reset(new (std::nothrow) Pixel[count]());
+        m_pixels.reset(new (std::nothrow) Pixel[count]);
         m_count = m_pixels ? count : 0;
         return m_pixels != nullptr;
     }

@@ -2,17 +2,16 @@
 
 #include "gif/gif_lzw.h"
 
-#include <utility>
-
-bool GifSequence::Open(std::span<const std::byte> file, std::uint16_t plainBackground)
+bool GifSequence::Open(std::span<const std::byte> file, std::uint16_t plainBackground, GifBackground background)
 {
     *this = GifSequence();
-    m_plainBackground = plainBackground;
     m_reader = GifReader(file);
     auto screen = ReadGifScreen(m_reader);
     if (!screen)
         return false;
     m_screen = *screen;
+    const bool isOfFile = background == GifBackground::OfFile && m_screen.globalTable.size != 0;
+    m_background = isOfFile ? m_screen.globalTable.colors[m_screen.backgroundIndex] : plainBackground;
     m_firstBlock = m_reader.Offset();
     m_frameCount = CountGifImages(m_reader);
     return m_frameCount != 0;
@@ -49,7 +48,7 @@ GifSequence::Found GifSequence::FindImage()
         case GifBlock::Image: return Found::Image;
         case GifBlock::Trailer:
             m_reader.MoveTo(m_firstBlock);
-            m_previousCanvas.Reset();
+            m_canvas.Restart();
             break;
         default: return Found::Nothing;
         }
@@ -63,12 +62,14 @@ bool GifSequence::DecodeImage(GifFrame& frame)
     if (!image)
         return false;
     frame.image = *image;
-    const bool hasRoom = frame.indexPixels.Allocate(image->widthPx, image->heightPx);
-    if (!DecodeGifPixels(m_reader, frame.indexPixels.Pixels()) || !hasRoom)
+    const bool hasRoom = frame.indexMemory.Allocate(image->widthPx, image->heightPx);
+    const GifPixelData data = DecodeGifPixels(m_reader, frame.indexMemory.Pixels());
+    if (!data.isValid || !hasRoom)
         return false;
+    frame.pixelsInData = data.count;
     if (m_pendingControl.isPresent) {
         frame.control = m_pendingControl;
         m_pendingControl.isPresent = false;
     }
-    return ComposeGifFrame(m_screen, m_plainBackground, m_previousCanvas, frame);
+    return m_canvas.Draw(m_screen, m_background, frame);
 }

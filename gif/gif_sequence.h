@@ -1,6 +1,7 @@
 // The images of one GIF in memory, decoded one after another and without end. Knows no file.
 #pragma once
 
+#include "gif/gif_canvas.h"
 #include "gif/gif_frame.h"
 
 #include <cstddef>
@@ -8,11 +9,17 @@
 #include <optional>
 #include <span>
 
+// Which colour stands behind the frames: the one the file names, where it has a global colour table, or always the one
+// that is given.
+enum class GifBackground { OfFile, Given };
+
 class GifSequence {
 public:
     // `file` is borrowed for as long as frames are decoded. `plainBackground` (RGB565) stands behind the frames of a
-    // file without a global colour table. False when the start of the file is not a GIF's or the file holds no image.
-    [[nodiscard]] bool Open(std::span<const std::byte> file, std::uint16_t plainBackground);
+    // file without a global colour table, or of any. False when the start of the file is not a GIF's or the file holds
+    // no image.
+    [[nodiscard]] bool Open(std::span<const std::byte> file, std::uint16_t plainBackground,
+                            GifBackground background = GifBackground::OfFile);
 
     const GifScreen& Screen() const { return m_screen; }
     std::uint32_t FrameCount() const { return m_frameCount; }
@@ -31,10 +38,10 @@ private:
 
     GifReader m_reader;
     std::size_t m_firstBlock = 0;
-    std::uint16_t m_plainBackground = 0;
+    std::uint16_t m_background = 0; // RGB565
     GifScreen m_screen;
     std::uint32_t m_frameCount = 0;
     GifGraphicControl m_pendingControl;
-    PixelBuffer<std::uint16_t> m_previousCanvas;
+    GifCanvas m_canvas;
     std::optional<GifFrame> m_frame;
 };

@@ -76,6 +76,6 @@ HBITMAP LoadGifBitmap(LPCWSTR path)
     const GifFrame* frame = decoder.DecodeNextFrame();
     if (frame == nullptr)
         return nullptr;
-    CopyFramePixels(frame->canvas.Pixels(), bits, widthPx, heightPx);
+    CopyFramePixels(frame->canvas, bits, widthPx, heightPx);
     return bitmap.Release();
 }

@@ -1,6 +1,7 @@
 // How a skinned button draws itself; what it is and holds stands in skin_button.cpp.
 #include "common/rect.h"
 #include "gui/skin_button.h"
+#include "gui/text_line.h"
 
 #include <algorithm>
 #include <optional>
@@ -83,13 +84,7 @@ void SkinButton::DrawFace(HDC target, const RECT& rect, ButtonFace face)
 
 void SkinButton::DrawCaption(HDC target, const RECT& rect)
 {
-    if (m_caption[0] == 0)
-        return;
-    const SelectedObject font(target, m_font.Get(target, m_fontSizePoints));
-    const int modeBefore = SetBkMode(target, TRANSPARENT);
-    const COLORREF colorBefore = SetTextColor(target, m_textColor);
-    RECT area = rect;
-    DrawTextW(target, m_caption.data(), -1, &area, DT_CENTER | DT_VCENTER | DT_SINGLELINE);
-    SetTextColor(target, colorBefore);
-    SetBkMode(target, modeBefore);
+    if (m_caption[0] != 0) // no font for nothing
+        DrawTextLine(target, m_caption.data(), rect, m_font.Get(target, m_fontSizePoints), m_textColor,
+                     DT_CENTER | DT_VCENTER);
 }

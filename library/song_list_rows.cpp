@@ -15,18 +15,18 @@ static_assert(sizeof(SongListRow) == 408);
 std::vector<SongListRow> g_playListRows;
 std::vector<SongListRow> g_cardSongRows;
 
-void CopyCut(WStringView text, WCHAR (&out)[kRowTextUnits])
+void CopyCut(WStringView text, WCHAR (&out)[kSkinListTextUnits])
 {
-    const std::size_t units = std::min(text.size(), kRowTextUnits - 1);
+    const std::size_t units = std::min(text.size(), kSkinListTextUnits - 1);
     std::copy_n(text.data(), units, out);
     out[units] = 0;
 }
 
 void FillRow(SongListRow& row, std::int32_t number, const MediaFileEntry& entry, std::int32_t state)
 {
-    CopyCut(DecimalText(number) + TEXT(' ') + entry.fileName, row.label);
-    CopyCut(FormatPlayTime(WholeSeconds(entry.duration)), row.time);
-    row.state = state;
+    CopyCut(DecimalText(number) + TEXT(' ') + entry.fileName, row.mainText);
+    CopyCut(FormatPlayTime(WholeSeconds(entry.duration)), row.secondaryText);
+    row.firstCheckState = state;
 }
 
 } // namespace

@@ -65,7 +65,7 @@ MediaGraph::~MediaGraph()
 
 bool MediaGraph::Init()
 {
-    if (m_engine || !cardsong::playback::StartGstreamer())
+    if (m_engine || !cardsong::sound::StartGstreamer())
         return false;
     m_engine = std::make_unique<Engine>();
     return true;

@@ -2,8 +2,8 @@
 
 #include "platform/console_notice.h"
 #include "platform/linux/kernel/start_trace.h"
+#include "platform/linux/sound/audio_sinks.h"
 #include "playback/media_graph_gstreamer_mpeg_source.h"
-#include "playback/media_graph_gstreamer_sink.h"
 
 #include <atomic>
 
@@ -12,11 +12,11 @@ namespace cardsong::playback {
 namespace {
 
 // A new element. Null when it is not installed: the console is then told what does not play for want of it.
-ElementPtr MakePart(const char* factory, const char* plugin, const char* what)
+sound::ElementPtr MakePart(const char* factory, const char* plugin, const char* what)
 {
-    ElementPtr element = MakeElement(factory, plugin);
+    sound::ElementPtr element = sound::MakeElement(factory, plugin);
     if (!element)
-        kernel::NoteMissingPackage(what, PackageOf(plugin));
+        kernel::NoteMissingPackage(what, sound::PackageOf(plugin));
     return element;
 }
 
@@ -167,7 +167,7 @@ void Chain::SetVolumeFactor(double factor)
     g_object_set(m_volume, "volume", factor, nullptr);
 }
 
-GstElement* Chain::Add(ElementPtr element)
+GstElement* Chain::Add(sound::ElementPtr element)
 {
     GstElement* const added = element.get();
     if (added != nullptr)
@@ -175,7 +175,7 @@ GstElement* Chain::Add(ElementPtr element)
     return added;
 }
 
-bool Chain::Connect(ElementPtr opened)
+bool Chain::Connect(sound::ElementPtr opened)
 {
     GstElement* const sink = Add(std::move(opened));
     if (sink == nullptr)
@@ -264,13 +264,13 @@ void Chain::WatchSink(GstElement* sink)
 
 void PreloadChain(const std::string& sinkName)
 {
-    if (!StartGstreamer())
+    if (!sound::StartGstreamer())
         return;
-    MakeElement("mpg123audiodec", "mpg123");
-    MakeElement("audioconvert", "audioconvert");
-    MakeElement("audioresample", "audioresample");
-    MakeElement("volume", "volume");
-    if (ElementPtr sink = OpenAudioSink(sinkName))
+    sound::MakeElement("mpg123audiodec", "mpg123");
+    sound::MakeElement("audioconvert", "audioconvert");
+    sound::MakeElement("audioresample", "audioresample");
+    sound::MakeElement("volume", "volume");
+    if (sound::ElementPtr sink = sound::OpenAudioSink(sinkName))
         gst_element_set_state(sink.get(), GST_STATE_NULL);
 }
 

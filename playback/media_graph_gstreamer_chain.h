@@ -2,8 +2,8 @@
 // GraphEvents.
 #pragma once
 
+#include "platform/linux/sound/gstreamer_library.h"
 #include "playback/media_graph_gstreamer_events.h"
-#include "playback/media_graph_gstreamer_library.h"
 #include "playback/mpeg_song.h"
 
 #include <memory>
@@ -34,7 +34,7 @@ public:
     Chain& operator=(const Chain&) = delete;
 
     // Links the sink, which asks its server what sound it takes. False for a null sink, and when it takes none.
-    bool Connect(ElementPtr sink);
+    bool Connect(sound::ElementPtr sink);
 
     GstElement* Pipeline() const { return m_pipeline.get(); }
     // False when the engine refuses at once; a later refusal goes to the events.
@@ -46,13 +46,13 @@ private:
     bool AddTail(const Settings& settings);
     bool AddMpegHead(std::unique_ptr<MpegSong> song);
     bool AddAsfHead(const std::string& hostPath);
-    GstElement* Add(ElementPtr element);
+    GstElement* Add(sound::ElementPtr element);
     void WatchBus();
     void WatchSink(GstElement* sink);
     void ConnectDemultiplexed(GstPad* pad);
 
     const std::shared_ptr<GraphEvents> m_events;
-    ElementPtr m_pipeline;
+    sound::ElementPtr m_pipeline;
     GstElement* m_decoder = nullptr; // of an ASF song: made when its stream shows itself
     GstElement* m_convert = nullptr;
     GstElement* m_volume = nullptr;

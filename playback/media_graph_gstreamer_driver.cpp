@@ -1,6 +1,6 @@
 #include "playback/media_graph_gstreamer_driver.h"
 
-#include "playback/media_graph_gstreamer_sink.h"
+#include "platform/linux/sound/audio_sinks.h"
 
 #include <algorithm>
 #include <utility>
@@ -186,7 +186,7 @@ void ChainDriver::Work::Cue(Start start)
         return;
     }
     events->OnWaitForServer();
-    const bool hasSink = built->Connect(OpenAudioSink(start.sinkName));
+    const bool hasSink = built->Connect(sound::OpenAudioSink(start.sinkName));
     events->OnServerAnswered();
     Chain& cued = *built;
     {

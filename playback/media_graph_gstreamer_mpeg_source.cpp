@@ -141,11 +141,11 @@ GType MpegSourceType()
 
 } // namespace
 
-ElementPtr MakeMpegSource(std::unique_ptr<MpegSong> song)
+sound::ElementPtr MakeMpegSource(std::unique_ptr<MpegSong> song)
 {
     void* const source = g_object_new(MpegSourceType(), nullptr);
     static_cast<MpegSource*>(source)->song = song.release();
-    return ElementPtr(GST_ELEMENT(gst_object_ref_sink(source)));
+    return sound::ElementPtr(GST_ELEMENT(gst_object_ref_sink(source)));
 }
 
 } // namespace cardsong::playback

@@ -2,12 +2,12 @@
 // a decoder, and places are those of the song itself. Knows no chain.
 #pragma once
 
-#include "playback/media_graph_gstreamer_library.h"
+#include "platform/linux/sound/gstreamer_library.h"
 #include "playback/mpeg_song.h"
 
 namespace cardsong::playback {
 
 // Owned by the caller; the song is the element's.
-ElementPtr MakeMpegSource(std::unique_ptr<MpegSong> song);
+sound::ElementPtr MakeMpegSource(std::unique_ptr<MpegSong> song);
 
 } // namespace cardsong::playback

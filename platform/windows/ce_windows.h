@@ -5,6 +5,7 @@
 #include <windows.h>
 
 #include <dbt.h>
+#include <mmsystem.h>
 #include <objbase.h>
 
 #include <cstdarg>
@@ -34,6 +35,7 @@
 #define RegCreateKeyExW cardsong::device::RegCreateKeyExW
 #define RegQueryValueExW cardsong::device::RegQueryValueExW
 #define RegSetValueExW cardsong::device::RegSetValueExW
+#define PlaySoundW cardsong::device::PlaySoundW
 
 #define RegisterClassW cardsong::device::RegisterClassW
 #define CreateWindowExW cardsong::device::CreateWindowExW

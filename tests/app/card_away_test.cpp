@@ -1,6 +1,7 @@
 // The card comes and goes: the list outlives it.
 #include "app/main_window.h"
 #include "app/title_ticker.h"
+#include "tests/app/alerts_user.h"
 #include "tests/app/player_fixture.h"
 
 #include <filesystem>
@@ -249,6 +250,7 @@ TEST_F(CardAway, WithoutACardFolderTheProgramEndsAndLeavesTheFileAsItIs)
 {
     std::filesystem::remove_all(m_device.CardDirectory());
     ::testing::internal::CaptureStderr();
+    const AlertsUser user(m_clock, AlertsUser::TapOk);
     WCHAR none[] = TEXT("");
     EXPECT_EQ(WinMain(cardsong::kernel::ProgramInstance(), nullptr, none, SW_SHOW), 0);
     EXPECT_FALSE(::testing::internal::GetCapturedStderr().empty());

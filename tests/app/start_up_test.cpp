@@ -4,6 +4,7 @@
 #include "app/main_window.h"
 #include "app/storage_card.h"
 #include "common/trace_log.h"
+#include "tests/app/alerts_user.h"
 #include "tests/app/player_fixture.h"
 
 #include <filesystem>
@@ -41,6 +42,7 @@ TEST_F(StartUp, WithoutACardTheUserIsToldAndNoWindowComes)
 {
     std::filesystem::remove_all(m_device.CardDirectory());
     ::testing::internal::CaptureStderr();
+    const AlertsUser user(m_clock, AlertsUser::TapOk);
     Start();
     const std::string told = ::testing::internal::GetCapturedStderr();
     EXPECT_EQ(m_window, nullptr);
@@ -48,11 +50,55 @@ TEST_F(StartUp, WithoutACardTheUserIsToldAndNoWindowComes)
     EXPECT_EQ(FindWindowW(kMainWindowClass, nullptr), nullptr);
 }
 
+TEST_F(StartUp, WithoutACardAnAlertIsShownUntilItIsAnswered)
+{
+    std::filesystem::remove_all(m_device.CardDirectory());
+    ::testing::internal::CaptureStderr();
+    HWND alert = nullptr;
+    Frame shown;
+    const AlertsUser user(m_clock, [&] {
+        alert = FindWindowW(kAlertClass, nullptr);
+        shown = Screen();
+        m_clock.Advance(4900); // 100 short of its end
+        SendMessageW(alert, WM_NULL, 0, 0);
+        EXPECT_TRUE(IsWindow(alert));
+        AlertsUser::TapOk();
+    });
+    Start();
+    ::testing::internal::GetCapturedStderr();
+    EXPECT_EQ(m_window, nullptr);
+    EXPECT_FALSE(IsWindow(alert));
+    EXPECT_NE(std::count(shown.begin(), shown.end(), 0xFFFF), 0); // the title
+}
+
+TEST_F(StartUp, TheAlertOfAMissingCardThatNobodyAnswersCloses)
+{
+    std::filesystem::remove_all(m_device.CardDirectory());
+    ::testing::internal::CaptureStderr();
+    const AlertsUser user(m_clock, [] {});
+    Start();
+    ::testing::internal::GetCapturedStderr();
+    EXPECT_EQ(m_window, nullptr);
+    EXPECT_GE(user.WaitedMs(), 5000 - 100); // this count is behind the clock
+}
+
+TEST_F(StartUp, TheAlertOfAMissingCardGoesWhenThePlayerIsToEnd)
+{
+    std::filesystem::remove_all(m_device.CardDirectory());
+    ::testing::internal::CaptureStderr();
+    const AlertsUser user(m_clock, cardsong::user::PressExitKey);
+    Start();
+    ::testing::internal::GetCapturedStderr();
+    EXPECT_EQ(m_window, nullptr);
+    EXPECT_LT(user.WaitedMs(), 5000);
+}
+
 TEST_F(StartUp, TheNoticeOfAMissingCardIsInTheUsersLanguage)
 {
     UseLanguage(0x0804);
     std::filesystem::remove_all(m_device.CardDirectory());
     ::testing::internal::CaptureStderr();
+    const AlertsUser user(m_clock, AlertsUser::TapOk);
     Start();
     EXPECT_EQ(::testing::internal::GetCapturedStderr(), "存储卡: 没有找到存储卡。\n请插入存储卡后重新启动。\n");
 }
@@ -61,6 +107,7 @@ TEST_F(StartUp, WithoutACardTheProgramEndsWithZero)
 {
     std::filesystem::remove_all(m_device.CardDirectory());
     ::testing::internal::CaptureStderr();
+    const AlertsUser user(m_clock, AlertsUser::TapOk);
     WCHAR none[] = TEXT("");
     EXPECT_EQ(WinMain(cardsong::kernel::ProgramInstance(), nullptr, none, SW_SHOW), 0);
     EXPECT_FALSE(::testing::internal::GetCapturedStderr().empty());
@@ -103,6 +150,7 @@ TEST_F(StartUp, ARunIsTheFirstLineOfTheDebugLog)
     g_logChecked = 0;
     std::filesystem::remove_all(m_device.CardDirectory());
     ::testing::internal::CaptureStderr();
+    const AlertsUser user(m_clock, AlertsUser::TapOk);
     WCHAR none[] = TEXT("");
     EXPECT_EQ(WinMain(cardsong::kernel::ProgramInstance(), nullptr, none, SW_SHOW), 0);
     EXPECT_EQ(::testing::internal::GetCapturedStderr().rfind("[AP][Music][FunName]Run!\r\n", 0), 0U);
@@ -126,6 +174,7 @@ TEST_F(StartUp, TheProgramKnowsItsOwnModule)
     g_hInstance = nullptr;
     std::filesystem::remove_all(m_device.CardDirectory());
     ::testing::internal::CaptureStderr();
+    const AlertsUser user(m_clock, AlertsUser::TapOk);
     WCHAR none[] = TEXT("");
     EXPECT_EQ(WinMain(cardsong::kernel::ProgramInstance(), nullptr, none, SW_SHOW), 0);
     ::testing::internal::GetCapturedStderr();

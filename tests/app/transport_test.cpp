@@ -340,7 +340,7 @@ TEST_F(Transport, AnUnknownLengthIsNotStoredAndNoRowShowsIt)
     BuildSongListRows(PlayList, false);
     Press(VK_RETURN);
     EXPECT_EQ(SongList(PlayList).At(0).duration, 0.0);
-    EXPECT_EQ(Narrow(PlayListRows()[0].time), "--:--");
+    EXPECT_EQ(Narrow(PlayListRows()[0].secondaryText), "--:--");
 }
 
 TEST_F(Transport, ASongOfExactlyOneSecondIsStored)

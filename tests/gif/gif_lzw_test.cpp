@@ -12,7 +12,7 @@ using namespace cardsong::test;
 
 namespace {
 
-constexpr std::uint8_t kUntouched = 0xEE;
+constexpr std::uint8_t kMissing = 0xEE; // stands for what the data did not reach
 
 struct Outcome {
     bool isDecoded = false;
@@ -20,16 +20,17 @@ struct Outcome {
     std::size_t offset = 0;
 };
 
-// Decodes the minimum code size and the chain that follow it out of exact-size memory, as 0xEE where nothing is
-// written.
+// Decodes the minimum code size and the chain that follow it out of exact-size memory.
 Outcome DecodeBytes(const Bytes& bytes, std::size_t pixelCount)
 {
     const auto* first = reinterpret_cast<const std::byte*>(bytes.data());
     const std::vector<std::byte> exact(first, first + bytes.size());
     Outcome outcome;
-    outcome.pixels.assign(pixelCount, kUntouched);
+    outcome.pixels.assign(pixelCount, 0xCC);
     GifReader reader(exact);
-    outcome.isDecoded = DecodeGifPixels(reader, outcome.pixels);
+    const GifPixelData data = DecodeGifPixels(reader, outcome.pixels);
+    outcome.isDecoded = data.isValid;
+    std::ranges::fill(std::span(outcome.pixels).subspan(data.count), kMissing);
     outcome.offset = reader.Offset();
     return outcome;
 }
@@ -150,7 +151,7 @@ TEST(GifLzw, BehindACodeFarBeyondTheTableThePreviousStringIsEmpty)
     // Codes of 3 bits: clear 4, 0, 7 (0 0; 6 is added); then of 3 bits 1 (7 is added, the 1 alone), then of 4: 7, end.
     const Outcome outcome = Decode(2, { 0xC4, 0x73, 0x05 }, 7);
     EXPECT_TRUE(outcome.isDecoded);
-    EXPECT_EQ(outcome.pixels, (Bytes{ 0, 0, 0, 1, 1, kUntouched, kUntouched }));
+    EXPECT_EQ(outcome.pixels, (Bytes{ 0, 0, 0, 1, 1, kMissing, kMissing }));
 }
 
 TEST(GifLzw, BehindACodeFarBeyondTheTableAKnownStringAddsItsFirstByteOnly)
@@ -169,7 +170,7 @@ TEST(GifLzw, ASecondCodeBeyondTheTableRightAfterOneFarBeyondIsRefused)
         packer.Codes({ 8, 1, 2, 15, second, 9 }); // 11 is added by the 15
         const Outcome outcome = Decode(3, packer.Data(), 9);
         EXPECT_FALSE(outcome.isDecoded) << second;
-        EXPECT_EQ(outcome.pixels, (Bytes{ 1, 2, 2, 2, kUntouched, kUntouched, kUntouched, kUntouched, kUntouched }));
+        EXPECT_EQ(outcome.pixels, (Bytes{ 1, 2, 2, 2, kMissing, kMissing, kMissing, kMissing, kMissing }));
     }
 }
 
@@ -191,7 +192,7 @@ TEST(GifLzw, ACodeFarBeyondTheTableMayBeFollowedByAClearOrAnEndCode)
     end.Codes({ 8, 1, 15, 9, 2 });
     const Outcome outcome = Decode(3, end.Data(), 6);
     EXPECT_TRUE(outcome.isDecoded);
-    EXPECT_EQ(outcome.pixels, (Bytes{ 1, 1, 1, kUntouched, kUntouched, kUntouched }));
+    EXPECT_EQ(outcome.pixels, (Bytes{ 1, 1, 1, kMissing, kMissing, kMissing }));
 }
 
 TEST(GifLzw, AnyCodesGiveWhatATableOfWholeStringsGives)
@@ -216,7 +217,7 @@ TEST(GifLzw, AnyCodesGiveWhatATableOfWholeStringsGives)
         const Outcome outcome = Decode(kMinimumBits, packer.Data(), kPixels);
         ASSERT_EQ(outcome.isDecoded, expected.isDecoded) << "round " << round;
         ASSERT_TRUE(std::equal(expected.written.begin(), expected.written.end(), outcome.pixels.begin()));
-        ASSERT_EQ(std::count(outcome.pixels.begin(), outcome.pixels.end(), kUntouched),
+        ASSERT_EQ(std::count(outcome.pixels.begin(), outcome.pixels.end(), kMissing),
                   static_cast<std::ptrdiff_t>(kPixels - expected.written.size()));
         decoded += expected.isDecoded ? 1 : 0;
     }
@@ -276,7 +277,7 @@ TEST(GifLzw, NothingIsReadBehindTheEndCode)
     packer.Codes({ 4, 1, 5, 2, 3 });
     const Outcome outcome = Decode(2, packer.Data(), 3);
     EXPECT_TRUE(outcome.isDecoded);
-    EXPECT_EQ(outcome.pixels, (Bytes{ 1, kUntouched, kUntouched }));
+    EXPECT_EQ(outcome.pixels, (Bytes{ 1, kMissing, kMissing }));
 }
 
 TEST(GifLzw, TheReaderStandsBehindTheChainAlsoWhenTheEndCodeCameEarly)
@@ -307,7 +308,7 @@ TEST(GifLzw, DataThatEndWithoutAnEndCodeAreAccepted)
     packer.Codes({ 4, 1, 2 }); // 9 bits; 7 left over, more than a code of 3 bits: zeros
     const Outcome outcome = Decode(2, packer.Data(), 8);
     EXPECT_TRUE(outcome.isDecoded);
-    EXPECT_EQ(outcome.pixels, (Bytes{ 1, 2, 0, 0, kUntouched, kUntouched, kUntouched, kUntouched }));
+    EXPECT_EQ(outcome.pixels, (Bytes{ 1, 2, 0, 0, kMissing, kMissing, kMissing, kMissing }));
 }
 
 TEST(GifLzw, BitsFewerThanACodeAreLeftAlone)
@@ -315,14 +316,14 @@ TEST(GifLzw, BitsFewerThanACodeAreLeftAlone)
     // 3 bits a code: 4, 1 and two bits that are no code.
     const Outcome outcome = Decode(2, { 0b11'001'100 }, 3);
     EXPECT_TRUE(outcome.isDecoded);
-    EXPECT_EQ(outcome.pixels, (Bytes{ 1, kUntouched, kUntouched }));
+    EXPECT_EQ(outcome.pixels, (Bytes{ 1, kMissing, kMissing }));
 }
 
 TEST(GifLzw, AnEmptyChainGivesNoPixels)
 {
     const Outcome outcome = Decode(2, {}, 2);
     EXPECT_TRUE(outcome.isDecoded);
-    EXPECT_EQ(outcome.pixels, (Bytes{ kUntouched, kUntouched }));
+    EXPECT_EQ(outcome.pixels, (Bytes{ kMissing, kMissing }));
     EXPECT_EQ(outcome.offset, 2U);
 }
 
@@ -455,7 +456,7 @@ TEST(GifLzw, AMinimumCodeSizeOf32OrMoreKnowsOnlyTheClearCodeZero)
     EXPECT_TRUE(Decode(255, Bytes(254, 0), 4).isDecoded);
     EXPECT_FALSE(Decode(32, Bytes{ 1, 0, 0, 0, 0 }, 4).isDecoded); // the end code first
     EXPECT_FALSE(Decode(32, Bytes{ 0, 0, 0, 0x80, 0 }, 4).isDecoded);
-    EXPECT_EQ(Decode(40, Bytes(20, 0), 1).pixels, (Bytes{ kUntouched }));
+    EXPECT_EQ(Decode(40, Bytes(20, 0), 1).pixels, (Bytes{ kMissing }));
 }
 
 TEST(GifLzw, FewerThanFiveBytesAreJoinedWithTheNextSubBlock)
@@ -473,7 +474,7 @@ TEST(GifLzw, AMinimumCodeSizeOfZeroHasTheSingleColorZero)
     const Outcome outcome = Decode(0, packer.Data(), 16);
     EXPECT_TRUE(outcome.isDecoded);
     EXPECT_EQ(outcome.pixels[5], 0);
-    EXPECT_EQ(outcome.pixels[6], kUntouched);
+    EXPECT_EQ(outcome.pixels[6], kMissing);
 }
 
 TEST(GifLzw, WithAMinimumCodeSizeOfOneCodesStayAtTwoBits)
@@ -496,7 +497,7 @@ TEST(GifLzw, EveryTruncationEndsWithADefinedResult)
             DecodeBytes(Bytes(bytes.begin(), bytes.begin() + static_cast<std::ptrdiff_t>(size)), 900);
         EXPECT_TRUE(outcome.isDecoded) << size;
         EXPECT_EQ(outcome.offset, size);
-        const auto written = std::find(outcome.pixels.begin(), outcome.pixels.end(), kUntouched);
+        const auto written = std::find(outcome.pixels.begin(), outcome.pixels.end(), kMissing);
         EXPECT_TRUE(std::equal(outcome.pixels.begin(), written, indices.begin())) << size;
     }
 }

@@ -33,7 +33,7 @@ public:
         const GifFrame* frame = sequence.DecodeNextFrame();
         if (frame == nullptr)
             return {};
-        return { frame->canvas.Pixels().begin(), frame->canvas.Pixels().end() };
+        return { frame->canvas.begin(), frame->canvas.end() };
     }
 
     GifSequence sequence;
@@ -278,7 +278,7 @@ TEST(GifFrames, WhenTheDataEndBeforeAnImageAnEmptyFrameComes)
     gif.Next();
     const GifFrame* frame = gif.sequence.DecodeNextFrame();
     ASSERT_NE(frame, nullptr);
-    EXPECT_FALSE(frame->canvas.IsAllocated());
+    EXPECT_TRUE(frame->canvas.empty());
     EXPECT_EQ(frame->image.widthPx, 0);
     EXPECT_FALSE(frame->control.isPresent);
     frame = gif.sequence.DecodeNextFrame(); // the first again, with the control that waited
@@ -315,8 +315,8 @@ TEST(GifFrames, DescriptorFieldsAreKept)
     EXPECT_TRUE(frame->image.isSorted);
     EXPECT_FALSE(frame->image.isInterlaced);
     EXPECT_EQ(frame->image.localTable.size, 4U);
-    EXPECT_EQ(frame->indexPixels.Pixels().size(), 12U);
-    EXPECT_EQ(frame->canvas.Pixels().size(), 81U);
+    EXPECT_EQ(frame->IndexPixels().size(), 12U);
+    EXPECT_EQ(frame->canvas.size(), 81U);
 }
 
 // ---- graphic control ----
@@ -411,6 +411,24 @@ TEST(GifComposition, WithoutAGlobalTableThePlainBackgroundShows)
     EXPECT_EQ(gif.Next(), (Canvas{ kRed565, kPlain565 }));
 }
 
+TEST(GifComposition, AGivenBackgroundWinsOverTheFilesOwn)
+{
+    const std::string file = GifBuilder()
+                                 .Screen(3, 1, kFourColors, 3)
+                                 .GraphicControl(2)
+                                 .Image(Rectangle(0, 0, 1, 1, 1))
+                                 .Image(Rectangle(1, 0, 1, 1, 2))
+                                 .Text();
+    GifSequence sequence;
+    ASSERT_TRUE(sequence.Open(std::as_bytes(std::span(file)), kPlain565, GifBackground::Given));
+    const auto next = [&] {
+        const auto canvas = sequence.DecodeNextFrame()->canvas;
+        return Canvas(canvas.begin(), canvas.end());
+    };
+    EXPECT_EQ(next(), (Canvas{ kRed565, kPlain565, kPlain565 }));
+    EXPECT_EQ(next(), (Canvas{ kPlain565, kGreen565, kPlain565 })) << "what is disposed of, too";
+}
+
 TEST(GifComposition, ALocalTableWinsOverTheGlobalOne)
 {
     GifImage image = Rectangle(0, 0, 1, 1, 1);
@@ -482,14 +500,67 @@ TEST(GifComposition, AFrameWhollyOutsideTheScreenDrawsNothing)
     }
 }
 
-TEST(GifComposition, PixelsThatTheDataDoNotDeliverHaveIndexZero)
+TEST(GifComposition, PixelsThatTheDataDoNotReachOnTheFirstFrameShowTheBackground)
 {
     CodePacker two(2);
     two.Codes({ 4, 1, 2, 5 });
+    OpenedGif gif(GifBuilder().Screen(4, 1, kFourColors, 3).ImageOfCodes({ .width = 4, .height = 1 }, two.Data()));
+    EXPECT_EQ(gif.Next(), (Canvas{ kRed565, kGreen565, kBlue565, kBlue565 }));
+}
+
+TEST(GifComposition, PixelsThatTheDataDoNotReachOnALaterFrameShowTheFrameBefore)
+{
+    CodePacker three(2);
+    three.Codes({ 4, 2, 2, 2, 5 });
     OpenedGif gif(GifBuilder()
-                      .Screen(4, 1, { kWhite, kRed, kGreen, kBlue })
-                      .ImageOfCodes({ .width = 4, .height = 1 }, two.Data()));
-    EXPECT_EQ(gif.Next(), (Canvas{ kRed565, kGreen565, kWhite565, kWhite565 }));
+                      .Screen(2, 3, kFourColors, 3)
+                      .Image(Rectangle(0, 0, 2, 3, 1))
+                      .ImageOfCodes({ .width = 2, .height = 3 }, three.Data()));
+    gif.Next();
+    EXPECT_EQ(gif.Next(), (Canvas{ kGreen565, kGreen565, kGreen565, kRed565, kRed565, kRed565 }));
+}
+
+TEST(GifComposition, PixelsThatTheDataOfAnInterlacedFrameDoNotReachShowTheFrameBefore)
+{
+    CodePacker three(2);
+    three.Codes({ 4, 2, 2, 2, 5 }); // row 0, and the first pixel of row 2
+    OpenedGif gif(GifBuilder()
+                      .Screen(2, 3, kFourColors, 3)
+                      .Image(Rectangle(0, 0, 2, 3, 1))
+                      .ImageOfCodes({ .width = 2, .height = 3, .packed = kInterlace }, three.Data()));
+    gif.Next();
+    EXPECT_EQ(gif.Next(), (Canvas{ kGreen565, kGreen565, kRed565, kRed565, kGreen565, kRed565 }));
+}
+
+TEST(GifComposition, OfARowThatIsHalfBesideTheScreenTheMissingPixelsShowWhatWasThere)
+{
+    CodePacker three(2);
+    three.Codes({ 4, 2, 2, 2, 2, 5 }); // row 0, and the first pixel of row 1
+    OpenedGif gif(
+        GifBuilder().Screen(3, 2, kFourColors, 3).ImageOfCodes({ .left = 1, .width = 3, .height = 2 }, three.Data()));
+    EXPECT_EQ(gif.Next(), (Canvas{ kBlue565, kGreen565, kGreen565, kBlue565, kGreen565, kBlue565 }));
+}
+
+TEST(GifComposition, AFrameWithoutAnyDataShowsTheFrameBefore)
+{
+    OpenedGif gif(GifBuilder()
+                      .Screen(1, 1, kFourColors, 3)
+                      .Image(Rectangle(0, 0, 1, 1, 1))
+                      .ImageOfCodes({ .width = 1, .height = 1 }, {}));
+    gif.Next();
+    EXPECT_EQ(gif.Next(), (Canvas{ kRed565 }));
+}
+
+TEST(GifComposition, AFileWithoutATrailerKeepsItsLastCanvas)
+{
+    OpenedGif gif(GifBuilder()
+                      .Screen(2, 1, kFourColors, 3)
+                      .Image(Rectangle(0, 0, 1, 1, 1))
+                      .GraphicControl(0, 10, 0)
+                      .ImageOfCodes({ .left = 1, .width = 1, .height = 1 }, {}));
+    const Canvas picture{ kRed565, kBlue565 };
+    for (int i = 0; i < 4; ++i)
+        EXPECT_EQ(gif.Next(), picture);
 }
 
 TEST(GifComposition, NoTextThatWasNeverThereIsDrawnBehindACodeBeyondTheTable)
@@ -503,8 +574,10 @@ TEST(GifComposition, NoTextThatWasNeverThereIsDrawnBehindACodeBeyondTheTable)
     ASSERT_TRUE(gif.IsOpen());
     const GifFrame* const frame = gif.sequence.DecodeNextFrame();
     ASSERT_NE(frame, nullptr);
-    const auto indices = frame->indexPixels.Pixels();
-    EXPECT_EQ(Bytes(indices.begin(), indices.end()), (Bytes{ 0, 0, 0, 1, 1, 0, 0 })); // five, and two not delivered
+    const auto indices = frame->IndexPixels();
+    EXPECT_EQ(Bytes(indices.begin(), indices.end()), (Bytes{ 0, 0, 0, 1, 1 }));
+    EXPECT_EQ(Canvas(frame->canvas.begin(), frame->canvas.end()),
+              (Canvas{ kRed565, kRed565, kRed565, kGreen565, kGreen565, kRed565, kRed565 }));
 }
 
 // ---- interlace ----
@@ -638,6 +711,68 @@ TEST(GifDisposal, RectanglesAreClippedToTheScreen)
     }
 }
 
+TEST(GifDisposal, OfTheFirstFrameLeavesTheBackgroundWhateverAboveOne)
+{
+    for (unsigned disposal = 0; disposal <= 7; ++disposal) {
+        OpenedGif gif(GifBuilder()
+                          .Screen(3, 1, kFourColors, 3)
+                          .GraphicControl(disposal)
+                          .Image(Rectangle(0, 0, 2, 1, 1))
+                          .Image(Rectangle(2, 0, 1, 1, 2)));
+        EXPECT_EQ(gif.Next(), (Canvas{ kRed565, kRed565, kBlue565 }));
+        const std::uint16_t left = disposal <= 1 ? kRed565 : kBlue565;
+        EXPECT_EQ(gif.Next(), (Canvas{ left, left, kGreen565 })) << disposal;
+    }
+}
+
+TEST(GifDisposal, OfAFrameIsDoneThoughTheNextImageCannotBeDecoded)
+{
+    for (const unsigned disposal : { 1U, 2U, 3U }) {
+        OpenedGif gif(GifBuilder()
+                          .Screen(2, 1, kFourColors, 3)
+                          .Image(Rectangle(0, 0, 2, 1, 2))
+                          .GraphicControl(disposal)
+                          .Image(Rectangle(0, 0, 1, 1, 1))
+                          .ImageOfCodes(Rectangle(0, 0, 1, 1, 0), Bytes{ 5 })
+                          .Image(Rectangle(1, 0, 1, 1, 1)));
+        gif.Next();
+        EXPECT_EQ(gif.Next(), (Canvas{ kRed565, kGreen565 }));
+        EXPECT_EQ(gif.sequence.DecodeNextFrame(), nullptr);
+        const std::uint16_t left = disposal == 1 ? kRed565 : disposal == 2 ? kBlue565 : kGreen565;
+        EXPECT_EQ(gif.Next(), (Canvas{ left, kRed565 })) << disposal;
+    }
+}
+
+TEST(GifDisposal, SeveralFramesInARowThatAreTakenAwayLeaveWhatWasBeforeThemAll)
+{
+    OpenedGif gif(GifBuilder()
+                      .Screen(3, 1, kFourColors, 3)
+                      .Image(Rectangle(0, 0, 3, 1, 2))
+                      .GraphicControl(3)
+                      .Image(Rectangle(0, 0, 2, 1, 1))
+                      .GraphicControl(3)
+                      .Image(Rectangle(1, 0, 2, 1, 0))
+                      .GraphicControl(3, 0, 0)
+                      .Image(Rectangle(0, 0, 3, 1, 0)));
+    gif.Next();
+    EXPECT_EQ(gif.Next(), (Canvas{ kRed565, kRed565, kGreen565 }));
+    EXPECT_EQ(gif.Next(), (Canvas{ kGreen565, kBlack565, kBlack565 }));
+    EXPECT_EQ(gif.Next(), (Canvas{ kGreen565, kGreen565, kGreen565 }));
+}
+
+TEST(GifDisposal, ARoundBehindTheTrailerDoesNotBringBackWhatTheLastFrameHid)
+{
+    OpenedGif gif(GifBuilder()
+                      .Screen(2, 1, kFourColors, 3)
+                      .Image(Rectangle(0, 0, 1, 1, 1))
+                      .GraphicControl(3)
+                      .Image(Rectangle(0, 0, 2, 1, 2))
+                      .Trailer());
+    gif.Next();
+    EXPECT_EQ(gif.Next(), (Canvas{ kGreen565, kGreen565 }));
+    EXPECT_EQ(gif.Next(), (Canvas{ kRed565, kBlue565 }));
+}
+
 // ---- hostile files ----
 
 TEST(GifHostile, AScreenOf65535SquaredOpensButGivesNoFrame)
@@ -678,12 +813,11 @@ TEST(GifHostile, AFrameWithoutPixelsDrawsNothing)
     EXPECT_EQ(gif.Next(), (Canvas{ kRed565 }));
 }
 
-TEST(GifHostile, AScreenWithoutPixelsGivesAnEmptyCanvas)
+TEST(GifHostile, AScreenWithoutPixelsIsRefused)
 {
-    OpenedGif gif(GifBuilder().Screen(0, 5, kFourColors).Image(Rectangle(0, 0, 1, 1, 1)));
-    const GifFrame* frame = gif.sequence.DecodeNextFrame();
-    ASSERT_NE(frame, nullptr);
-    EXPECT_TRUE(frame->canvas.Pixels().empty());
+    EXPECT_FALSE(Opens(GifBuilder().Screen(0, 5, kFourColors).Image(Rectangle(0, 0, 1, 1, 1))));
+    EXPECT_FALSE(Opens(GifBuilder().Screen(5, 0, kFourColors).Image(Rectangle(0, 0, 1, 1, 1))));
+    EXPECT_TRUE(Opens(GifBuilder().Screen(1, 1, kFourColors).Image(Rectangle(0, 0, 1, 1, 1))));
 }
 
 TEST(GifHostile, MorePixelDataThanTheFrameHoldsGiveNoFrame)
@@ -756,8 +890,8 @@ TEST(GifHostile, EveryTruncationHasADefinedResult)
         EXPECT_LE(gif.sequence.FrameCount(), 3U);
         for (int i = 0; i < 8; ++i) {
             const GifFrame* frame = gif.sequence.DecodeNextFrame();
-            if (frame != nullptr && frame->canvas.IsAllocated()) {
-                EXPECT_EQ(frame->canvas.Pixels().size(), 64U);
+            if (frame != nullptr && !frame->canvas.empty()) {
+                EXPECT_EQ(frame->canvas.size(), 64U);
             }
         }
     }
@@ -775,7 +909,7 @@ TEST(GifHostile, AFileCutInsideItsFirstImageShowsTheRowsThatAreThere)
     const Canvas cut = OpenedGif(bytes).Next();
     ASSERT_EQ(cut.size(), 16U);
     EXPECT_TRUE(std::equal(cut.begin(), cut.begin() + 8, whole.begin()));
-    EXPECT_EQ(cut[15], kBlack565);
+    EXPECT_EQ(cut[15], kBlue565); // the background
 }
 
 TEST(GifHostile, EveryChangedByteHasADefinedResult)
@@ -789,8 +923,8 @@ TEST(GifHostile, EveryChangedByteHasADefinedResult)
             const std::size_t pixels = std::size_t{ gif.sequence.Screen().widthPx } * gif.sequence.Screen().heightPx;
             for (int i = 0; gif.IsOpen() && i < 5; ++i) {
                 const GifFrame* frame = gif.sequence.DecodeNextFrame();
-                if (frame != nullptr && frame->canvas.IsAllocated()) {
-                    EXPECT_EQ(frame->canvas.Pixels().size(), pixels);
+                if (frame != nullptr && !frame->canvas.empty()) {
+                    EXPECT_EQ(frame->canvas.size(), pixels);
                 }
             }
         }

@@ -46,7 +46,7 @@ TEST(Skin, EveryFrameOfEveryPictureDecodes)
         for (std::uint32_t i = 0; i < gif.FrameCount(); ++i) {
             const GifFrame* frame = gif.DecodeNextFrame();
             ASSERT_NE(frame, nullptr) << path << " frame " << i;
-            EXPECT_EQ(frame->canvas.Pixels().size(), pixels) << path;
+            EXPECT_EQ(frame->canvas.size(), pixels) << path;
         }
     }
 }
@@ -63,7 +63,7 @@ TEST(Skin, EveryTruncationOfAButtonHasADefinedResult)
         EXPECT_EQ(gif.FrameCount(), 1U);
         const GifFrame* frame = gif.DecodeNextFrame();
         if (frame != nullptr) {
-            EXPECT_EQ(frame->canvas.Pixels().size(), 106U * 32U);
+            EXPECT_EQ(frame->canvas.size(), 106U * 32U);
         }
     }
 }

@@ -243,7 +243,7 @@ TEST_F(Decoder, ItsBackgroundColorIsRedInTheLowByte)
     ASSERT_TRUE(decoder.Open());
     const GifFrame* frame = decoder.DecodeNextFrame();
     ASSERT_NE(frame, nullptr);
-    EXPECT_EQ(frame->canvas.Pixels()[1], 1 << 11 | 16 << 5 | 31);
+    EXPECT_EQ(frame->canvas[1], 1 << 11 | 16 << 5 | 31);
 }
 
 TEST_F(Decoder, OpenedAgainItReadsTheFileAnew)
@@ -256,7 +256,7 @@ TEST_F(Decoder, OpenedAgainItReadsTheFileAnew)
     EXPECT_EQ(decoder.Screen().widthPx, 2);
     const GifFrame* frame = decoder.DecodeNextFrame();
     ASSERT_NE(frame, nullptr);
-    EXPECT_EQ(frame->canvas.Pixels()[3], kGreen565);
+    EXPECT_EQ(frame->canvas[3], kGreen565);
     Write("no longer a picture");
     EXPECT_FALSE(decoder.Open());
     EXPECT_EQ(decoder.Screen().widthPx, 0);

@@ -10,6 +10,16 @@
 
 namespace cardsong::test {
 
+// The same pictures are asked for by test after test.
+inline const std::string& RememberedPlainGif(unsigned widthPx, unsigned heightPx, GifColor color)
+{
+    static std::map<std::vector<unsigned>, std::string> s_made;
+    std::string& gif = s_made[{ widthPx, heightPx, color.red, color.green, color.blue }];
+    if (gif.empty())
+        gif = PlainGif(widthPx, heightPx, color);
+    return gif;
+}
+
 class SkinDevice {
 public:
     // Writes "\Windows\<name>.gif", and returns its colour, which no other picture of this device has.
@@ -21,7 +31,7 @@ public:
         const auto number = static_cast<unsigned>(m_colors.size()) + 1;
         const GifColor color{ static_cast<std::uint8_t>((number & 15U) << 4),
                               static_cast<std::uint8_t>((number >> 4) << 4), 0x40 };
-        m_device.WriteFile("user/Windows/" + name + ".gif", PlainGif(widthPx, heightPx, color));
+        m_device.WriteFile("user/Windows/" + name + ".gif", RememberedPlainGif(widthPx, heightPx, color));
         return m_colors[name] =
                    static_cast<std::uint16_t>((color.red >> 3) << 11 | (color.green >> 2) << 5 | color.blue >> 3);
     }

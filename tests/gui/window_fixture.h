@@ -65,15 +65,19 @@ public:
     }
 
     std::function<void(const DRAWITEMSTRUCT&)> onDrawItem;
-    std::vector<SeenMessage> seen; // WM_COMMAND and private messages
+    std::function<void(const SeenMessage&)> onSeen; // each of those below, while it is being sent
+    std::vector<SeenMessage> seen;                  // WM_COMMAND, WM_NOTIFY and private messages
 
 private:
     static constexpr LPCWSTR kClassName = TEXT("CardsongTestParent");
 
     static LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam)
     {
-        if (s_current != nullptr && (message == WM_COMMAND || message >= WM_USER))
+        if (s_current != nullptr && (message == WM_COMMAND || message == WM_NOTIFY || message >= WM_USER)) {
             s_current->seen.push_back({ message, wParam, lParam });
+            if (s_current->onSeen)
+                s_current->onSeen({ message, wParam, lParam });
+        }
         if (message == WM_DRAWITEM) {
             if (s_current != nullptr && s_current->onDrawItem)
                 s_current->onDrawItem(*reinterpret_cast<const DRAWITEMSTRUCT*>(lParam));
@@ -90,8 +94,8 @@ private:
 class Picture {
 public:
     explicit Picture(COLORREF color = RGB(0, 0, 255), int widthPx = 320, int heightPx = 240)
-        : m_context(CreateCompatibleDC(nullptr)), m_bitmap(CreateRgb565Dib(widthPx, heightPx, &m_bits)),
-          m_selected(m_context.Get(), m_bitmap.Get())
+        : m_rowWords((widthPx + 1) & ~1), m_heightPx(heightPx), m_context(CreateCompatibleDC(nullptr)),
+          m_bitmap(CreateRgb565Dib(widthPx, heightPx, &m_bits)), m_selected(m_context.Get(), m_bitmap.Get())
     {
         const RECT whole = { 0, 0, widthPx, heightPx };
         const UniqueBrush brush(CreateSolidBrush(color));
@@ -100,7 +104,12 @@ public:
 
     HDC Context() const { return m_context.Get(); }
     HBITMAP Bitmap() const { return m_bitmap.Get(); }
-    std::uint16_t At(int x, int y) const { return Pixel565(m_context.Get(), x, y); }
+    std::uint16_t At(int x, int y) const
+    {
+        const bool isInside = x >= 0 && x < m_rowWords && y >= 0 && y < m_heightPx;
+        EXPECT_TRUE(isInside) << x << ", " << y;
+        return isInside ? m_bits[y * m_rowWords + x] : std::uint16_t{ 0 };
+    }
     // Pixels of `color` in the rectangle.
     int Count(std::uint16_t color, const RECT& rect) const
     {
@@ -114,6 +123,8 @@ public:
 
 private:
     std::uint16_t* m_bits = nullptr;
+    int m_rowWords; // with a row's padding
+    int m_heightPx;
     UniqueMemoryContext m_context;
     UniqueBitmap m_bitmap;
     SelectedObject m_selected;

@@ -22,12 +22,12 @@ TEST_F(SongListRowsTest, HoldNumberNameTimeAndState)
     BuildSongListRows(list, false);
     const auto rows = PlayListRows();
     ASSERT_EQ(rows.size(), 2u);
-    EXPECT_EQ(WString(rows[0].label), TEXT("1 a.mp3"));
-    EXPECT_EQ(WString(rows[0].time), TEXT("3:35"));
-    EXPECT_EQ(rows[0].state, 4);
-    EXPECT_EQ(WString(rows[1].label), TEXT("2 b.wma"));
-    EXPECT_EQ(WString(rows[1].time), TEXT("--:--"));
-    EXPECT_EQ(rows[1].state, 4);
+    EXPECT_EQ(WString(rows[0].mainText), TEXT("1 a.mp3"));
+    EXPECT_EQ(WString(rows[0].secondaryText), TEXT("3:35"));
+    EXPECT_EQ(rows[0].firstCheckState, 4);
+    EXPECT_EQ(WString(rows[1].mainText), TEXT("2 b.wma"));
+    EXPECT_EQ(WString(rows[1].secondaryText), TEXT("--:--"));
+    EXPECT_EQ(rows[1].firstCheckState, 4);
 }
 
 TEST_F(SongListRowsTest, OfTheCardHaveStateZeroAndAreKeptApart)
@@ -38,8 +38,8 @@ TEST_F(SongListRowsTest, OfTheCardHaveStateZeroAndAreKeptApart)
     BuildSongListRows(list, true);
     EXPECT_EQ(PlayListRows().size(), 1u);
     ASSERT_EQ(CardSongRows().size(), 2u);
-    EXPECT_EQ(CardSongRows()[1].state, 0);
-    EXPECT_EQ(PlayListRows()[0].state, 4);
+    EXPECT_EQ(CardSongRows()[1].firstCheckState, 0);
+    EXPECT_EQ(PlayListRows()[0].firstCheckState, 4);
 }
 
 TEST_F(SongListRowsTest, AreMadeAnew)
@@ -50,7 +50,7 @@ TEST_F(SongListRowsTest, AreMadeAnew)
     EXPECT_NE(SongList(list).Take(0), nullptr);
     BuildSongListRows(list, true);
     ASSERT_EQ(CardSongRows().size(), 1u);
-    EXPECT_EQ(WString(CardSongRows()[0].label), TEXT("1 b.mp3"));
+    EXPECT_EQ(WString(CardSongRows()[0].mainText), TEXT("1 b.mp3"));
 }
 
 TEST_F(SongListRowsTest, OfAnEmptyListStayAsTheyWere)
@@ -65,14 +65,14 @@ TEST_F(SongListRowsTest, CutALongLabelToItsField)
 {
     AddEntry(list, WString(200, TEXT('x')), TEXT("\\SDMMC"), 1);
     BuildSongListRows(list, true);
-    EXPECT_EQ(WString(CardSongRows()[0].label), TEXT("1 ") + WString(97, TEXT('x')));
+    EXPECT_EQ(WString(CardSongRows()[0].mainText), TEXT("1 ") + WString(97, TEXT('x')));
 }
 
 TEST_F(SongListRowsTest, TakeANegativeDurationAsNone)
 {
     AddEntry(list, TEXT("a.mp3"), TEXT("\\SDMMC"), -5);
     BuildSongListRows(list, true);
-    EXPECT_EQ(WString(CardSongRows()[0].time), TEXT("--:--"));
+    EXPECT_EQ(WString(CardSongRows()[0].secondaryText), TEXT("--:--"));
 }
 
 TEST_F(SongListRowsTest, OfMoreThanTheMostEntriesAreNone)

@@ -102,6 +102,12 @@ TEST(SoundRange, ApeFooterThatLeavesItselfOutIsNone)
     EXPECT_EQ(FindSound(*files.Open(bytes)).end, bytes.size());
 }
 
+TEST(SoundRange, ApeFooterWithoutItemsIsATag)
+{
+    SongFileTest files;
+    EXPECT_EQ(FindSound(*files.Open(kSound + Ape(0, false))).end, kSound.size());
+}
+
 TEST(SoundRange, FileOfTagsAloneIsEmpty)
 {
     SongFileTest files;

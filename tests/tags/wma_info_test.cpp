@@ -137,6 +137,12 @@ TEST_F(Wma, EveryDescriptorIsStepped)
     EXPECT_EQ(info->duration, 7);
 }
 
+TEST_F(Wma, AnExtendedDescriptionWithoutItsCountIsRefused)
+{
+    EXPECT_EQ(Read(Song({ Object(kExtendedGuid, Bytes("")) })), -1);
+    EXPECT_EQ(Read(Song({ Extended({}) })), 0);
+}
+
 TEST_F(Wma, NullArgumentsAndMissingFilesAreRefused)
 {
     ScratchDevice device;

@@ -108,6 +108,7 @@ constexpr UINT DT_NOCLIP = 0x0100;
 constexpr UINT DT_CALCRECT = 0x0400;
 constexpr UINT DT_NOPREFIX = 0x0800;
 constexpr UINT DT_WORD_ELLIPSIS = 0x00040000;
+constexpr int COLOR_HIGHLIGHT = 13;
 constexpr COLORREF CLR_INVALID = 0xFFFFFFFF;
 
 // ---- contexts and objects ----
@@ -118,6 +119,7 @@ BOOL DeleteObject(HGDIOBJ object);
 int GetObjectW(HANDLE object, int sizeBytes, LPVOID record);
 HGDIOBJ GetStockObject(int index);
 int GetDeviceCaps(HDC context, int index);
+BOOL GdiFlush();
 
 // ---- bitmaps ----
 HBITMAP CreateCompatibleBitmap(HDC context, int widthPx, int heightPx);
@@ -132,9 +134,19 @@ COLORREF GetPixel(HDC context, int x, int y);
 // Null when the file is missing, foreign or larger than 4096 pixels in either direction; owned by the caller.
 HBITMAP CreateBitmapFromImageFile(HWND window, LPCWSTR path);
 
+// ---- animations of the imaging library ----
+// Plays the GIF file `path` on a thread of its own: draws its frames at the corner of `place` on `target`, which must
+// outlast it, and leaves out what has the colour `key`. `loops`: how often, -1 for ever. In place of the animation
+// before; a process has one at a time. The first frame is drawn on return. FALSE, and nothing plays, when it cannot be
+// read.
+BOOL PlayGifAnim(LPCWSTR path, HDC target, const RECT* place, HWND window, DWORD unused, int loops, COLORREF key);
+// Returns when nothing is drawn any more; FALSE when nothing was to stop.
+BOOL StopGifAnim();
+
 // ---- brushes and pens ----
 HBRUSH CreateSolidBrush(COLORREF color);
 HBRUSH CreatePatternBrush(HBITMAP bitmap);
+HBRUSH GetSysColorBrush(int index);
 int FillRect(HDC context, const RECT* rect, HBRUSH brush);
 
 // ---- text ----

@@ -222,5 +222,13 @@ constexpr DWORD COINIT_MULTITHREADED = 0;
 HRESULT CoInitializeEx(LPVOID reserved, DWORD model);
 void CoUninitialize();
 
+// ---- sounds ----
+constexpr DWORD SND_ASYNC = 0x00000001;
+constexpr DWORD SND_NODEFAULT = 0x00000002;
+constexpr DWORD SND_FILENAME = 0x00020000;
+// Plays the wave file `name` and returns at once; null: silence. In any case the sound before ends. FALSE when there is
+// no such file or it holds no sound, and for other flags than SND_ASYNC | SND_FILENAME, with or without SND_NODEFAULT.
+BOOL PlaySoundW(LPCWSTR name, HMODULE module, DWORD flags);
+
 // The program's entry, called by the host room.
 int WINAPI WinMain(HINSTANCE instance, HINSTANCE previous, LPWSTR commandLine, int showCommand);

@@ -159,6 +159,13 @@ constexpr LRESULT DLGC_STATIC = 0x0100;
 constexpr LRESULT DLGC_BUTTON = 0x2000;
 constexpr int IDOK = 1;
 constexpr int IDCANCEL = 2;
+constexpr int IDYES = 6;
+constexpr int IDNO = 7;
+constexpr UINT MB_OK = 0x00000000;
+constexpr UINT MB_OKCANCEL = 0x00000001;
+constexpr UINT MB_YESNO = 0x00000004;
+constexpr UINT MB_ICONEXCLAMATION = 0x00000030;
+constexpr UINT MB_DEFBUTTON2 = 0x00000100;
 
 // ---- buttons and statics ----
 constexpr DWORD BS_PUSHBUTTON = 0x0;

@@ -155,3 +155,5 @@ BOOL KillTimer(HWND window, UINT_PTR id);
 HWND CreateDialogIndirectParamW(HINSTANCE instance, LPCDLGTEMPLATEW dialogTemplate, HWND parent, DLGPROC procedure,
                                 LPARAM parameter);
 BOOL IsDialogMessageW(HWND dialog, LPMSG message);
+// Returns the id of the button that was chosen, or 0 when the box could not be shown or its thread was told to quit.
+int MessageBoxW(HWND owner, LPCWSTR text, LPCWSTR caption, UINT type);

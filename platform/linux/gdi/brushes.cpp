@@ -59,6 +59,12 @@ HBRUSH CreatePatternBrush(HBITMAP handle)
     return static_cast<HBRUSH>(AddObject(std::move(brush)));
 }
 
+HBRUSH GetSysColorBrush(int index)
+{
+    const std::lock_guard lock(RoomLock());
+    return static_cast<HBRUSH>(SystemColorBrush(index));
+}
+
 int FillRect(HDC handle, const RECT* rect, HBRUSH brushHandle)
 {
     const std::lock_guard lock(RoomLock());

@@ -131,3 +131,9 @@ int SetBkMode(HDC handle, int mode)
         return 0;
     return std::exchange(context->backMode, mode);
 }
+
+// Every call draws before it returns.
+BOOL GdiFlush()
+{
+    return TRUE;
+}

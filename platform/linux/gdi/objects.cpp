@@ -9,6 +9,8 @@ namespace {
 
 // The real system stops a process at 10,000 handles; a program that leaks should meet the same wall here.
 constexpr std::size_t kMaxObjects = 10000;
+// Under the black text of a selected row: light, and of the skin's family.
+constexpr COLORREF kHighlightColor = RGB(0x9F, 0xE3, 0xFA);
 
 struct Slot {
     std::unique_ptr<Object> object;
@@ -157,6 +159,12 @@ HANDLE StockObject(int index)
             return handle;
     }
     return nullptr;
+}
+
+HANDLE SystemColorBrush(int index)
+{
+    static const HANDLE highlight = StockBrush(kHighlightColor);
+    return index == COLOR_HIGHLIGHT ? highlight : nullptr;
 }
 
 } // namespace cardsong::gdi

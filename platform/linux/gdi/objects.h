@@ -107,5 +107,7 @@ T* Find(HANDLE handle)
 HANDLE DefaultBitmap();
 // As GetStockObject; null for an index that we do not have.
 HANDLE StockObject(int index);
+// As GetSysColorBrush; null for a colour that we do not have.
+HANDLE SystemColorBrush(int index);
 
 } // namespace cardsong::gdi

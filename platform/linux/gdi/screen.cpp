@@ -11,6 +11,7 @@ namespace {
 constexpr std::size_t kScreenPixels = static_cast<std::size_t>(kScreenWidthPx) * kScreenHeightPx;
 alignas(4) std::uint16_t g_screenPixels[kScreenPixels];
 std::atomic<std::uint64_t> g_screenGeneration{ 0 };
+thread_local bool t_hasDrawnOnScreen = false;
 
 Surface ScreenSurface()
 {
@@ -42,6 +43,7 @@ Context* FindScreenContext(HDC handle)
 void NoteScreenDrawn()
 {
     g_screenGeneration.fetch_add(1, std::memory_order_release);
+    t_hasDrawnOnScreen = true;
 }
 
 HDC CreateScreenContext(POINT origin, const cairo_region_t* visible)
@@ -92,6 +94,11 @@ bool UpdateScreenCopy(std::span<std::uint16_t> pixels)
 std::uint64_t ScreenGeneration()
 {
     return g_screenGeneration.load(std::memory_order_acquire);
+}
+
+bool HasDrawnOnScreen()
+{
+    return t_hasDrawnOnScreen;
 }
 
 void ClearScreen()

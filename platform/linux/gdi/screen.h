@@ -23,6 +23,8 @@ void CopyScreen(std::span<std::uint16_t> pixels);
 bool UpdateScreenCopy(std::span<std::uint16_t> pixels);
 // A number that grows with every drawing call that reached the screen. Thread-safe.
 std::uint64_t ScreenGeneration();
+// Whether the calling thread has ever drawn on the screen.
+bool HasDrawnOnScreen();
 // Fills the screen with black, for a new start of the display and between tests.
 void ClearScreen();
 

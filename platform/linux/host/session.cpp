@@ -12,9 +12,11 @@
 #include "platform/linux/display/screenshot.h"
 #include "platform/linux/host/end_watch.h"
 #include "platform/linux/kernel/start_trace.h"
+#include "platform/linux/sound/sound_player.h"
 #include "platform/linux/user/input.h"
 
 #include <atomic>
+#include <chrono>
 #include <cstdio>
 #include <filesystem>
 #include <thread>
@@ -25,6 +27,9 @@ namespace {
 constexpr int kFailed = 1;
 constexpr int kBadOption = 2;
 constexpr int kDisplayLost = 3;
+
+// What a sound server is given at the end to fall silent in order.
+constexpr std::chrono::milliseconds kServerLimit{ 60 };
 
 int Complain(const std::string& what, int status)
 {
@@ -98,6 +103,7 @@ int RunSession(const Options& options)
     WString commandLine = options.playerCommandLine;
     const int result = WinMain(kernel::ProgramInstance(), nullptr, commandLine.data(), SW_SHOW);
 
+    sound::EndSound(kServerLimit);
     opening.join();
     player.Stop();
     endWatch.Stop();

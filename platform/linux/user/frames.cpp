@@ -1,5 +1,6 @@
 #include "platform/linux/user/frames.h"
 
+#include "platform/linux/gdi/screen.h"
 #include "platform/linux/kernel/rest.h"
 #include "platform/linux/user/input.h"
 #include "platform/linux/user/update_region.h"
@@ -30,9 +31,15 @@ bool IsAnyHalfPainted(Desktop& desktop)
                        [&](WindowRecord* window) { return window->paintHasBegun && OwesPaint(desktop, *window); });
 }
 
+// Of a thread that rests. One that draws on a context of another thread may have none so far.
+ThreadQueue* QueueOfDrawer()
+{
+    return gdi::HasDrawnOnScreen() ? QueueUnlessEnding() : QueueIfAny();
+}
+
 void BeginRest()
 {
-    ThreadQueue* const self = QueueIfAny();
+    ThreadQueue* const self = QueueOfDrawer();
     if (self == nullptr)
         return;
     LockedDesktop desktop;

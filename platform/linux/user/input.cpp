@@ -43,6 +43,20 @@ void Strike(InputKind kind, UINT key)
     }
 }
 
+// They stand in front of the program, and would swallow what is meant for it.
+void CloseWindowsOfOtherThreads()
+{
+    std::vector<HWND> windows;
+    {
+        LockedDesktop desktop;
+        for (const WindowRecord* window : desktop->root->children)
+            if (!window->queue->runsProgram)
+                windows.push_back(window->handle);
+    }
+    for (HWND window : windows)
+        PostMessageW(window, WM_CLOSE, 0, 0);
+}
+
 } // namespace
 
 void PointerDown(POINT at)
@@ -72,6 +86,7 @@ void KeyUp(UINT key)
 
 void PressExitKey()
 {
+    CloseWindowsOfOtherThreads();
     SetDisplayActive(true); // an inactive display's keys are meant for another program
     KeyDown(VK_F24);
     KeyUp(VK_F24);

@@ -132,6 +132,18 @@ void KeepEarlyKey(Desktop& desktop, InputEvent event)
     desktop.earlyKeys.push_back(event);
 }
 
+void PassExitKeyOn(Desktop& desktop, const ThreadQueue& queue)
+{
+    for (const InputEvent& event : queue.input) {
+        if (!event.IsKey() || event.key != VK_F24)
+            continue;
+        if (desktop.foregroundQueue != nullptr)
+            Enqueue(*desktop.foregroundQueue, event);
+        else
+            KeepEarlyKey(desktop, event);
+    }
+}
+
 std::optional<MSG> TakeInput(const std::shared_ptr<ThreadQueue>& queue, const MessageFilter& filter, bool remove)
 {
     std::uint64_t looked = 0;

@@ -11,6 +11,9 @@ namespace cardsong::user {
 void Enqueue(ThreadQueue& queue, InputEvent event);
 // Keeps a key that is struck before there is a window for the first window. Up to 256 are kept.
 void KeepEarlyKey(Desktop& desktop, InputEvent event);
+// Gives the exit key, where the thread has not read it, to whoever keys are meant for: it is told to the program, not
+// to a window. Call it with the desktop locked, when the thread has no window any more.
+void PassExitKeyOn(Desktop& desktop, const ThreadQueue& queue);
 // The thread's next input that `filter` allows, as a message. With `remove` it has its effects: key states, activation.
 std::optional<MSG> TakeInput(const std::shared_ptr<ThreadQueue>& queue, const MessageFilter& filter, bool remove);
 

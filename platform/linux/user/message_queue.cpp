@@ -4,9 +4,11 @@
 #include "platform/linux/kernel/clock.h"
 #include "platform/linux/user/desktop.h"
 #include "platform/linux/user/frames.h"
+#include "platform/linux/user/input_queue.h"
 #include "platform/linux/user/window_lifetime.h"
 
 #include <algorithm>
+#include <unistd.h>
 
 namespace cardsong::user {
 
@@ -15,6 +17,7 @@ namespace {
 constexpr std::size_t kMaxPosted = 10000; // the API's own limit
 
 thread_local ThreadQueue* t_queue = nullptr;
+thread_local bool t_isEnding = false;
 
 // Makes the queue when its thread first asks, and retires it when the thread ends.
 class QueueOfThread {
@@ -22,6 +25,7 @@ public:
     QueueOfThread() : m_queue(std::make_shared<ThreadQueue>())
     {
         m_queue->threadId = GetCurrentThreadId();
+        m_queue->runsProgram = gettid() == getpid();
         LockedDesktop desktop;
         std::erase_if(desktop->queues, [](const auto& known) { return known.expired(); });
         desktop->queues.push_back(m_queue);
@@ -30,12 +34,14 @@ public:
     ~QueueOfThread()
     {
         t_queue = nullptr;
+        t_isEnding = true;
         LockedDesktop desktop;
         RemoveWindowsOfThread(*desktop, m_queue);
         if (desktop->foregroundQueue == m_queue)
             desktop->foregroundQueue = nullptr;
         if (desktop->pointerQueue == m_queue)
             desktop->pointerQueue = nullptr;
+        PassExitKeyOn(*desktop, *m_queue);
         ClearQueue(*m_queue);
         m_queue->isRetired = true;
         ShowFrame(*desktop, *m_queue);
@@ -68,6 +74,11 @@ const std::shared_ptr<ThreadQueue>& CurrentQueue()
 ThreadQueue* QueueIfAny()
 {
     return t_queue;
+}
+
+ThreadQueue* QueueUnlessEnding()
+{
+    return t_isEnding ? nullptr : CurrentQueue().get();
 }
 
 void ClearQueue(ThreadQueue& queue)

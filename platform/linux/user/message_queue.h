@@ -63,8 +63,9 @@ struct Press {
 struct ThreadQueue {
     DWORD threadId = 0;
     std::condition_variable arrived;
-    bool hasNews = false;   // something came since the queue was last searched
-    bool isRetired = false; // its thread has ended
+    bool hasNews = false;     // something came since the queue was last searched
+    bool isRetired = false;   // its thread has ended
+    bool runsProgram = false; // its thread is the process's first
     std::deque<std::shared_ptr<SentMessage>> sent;
     std::deque<MSG> posted;
     std::optional<int> quitCode;
@@ -86,6 +87,8 @@ struct ThreadQueue {
 const std::shared_ptr<ThreadQueue>& CurrentQueue();
 // The same, or null for a thread that never asked for its queue or is about to end.
 ThreadQueue* QueueIfAny();
+// Made on first use, or null for a thread that is about to end.
+ThreadQueue* QueueUnlessEnding();
 // Empties the queue and answers whoever waits for it with 0; the thread may go on using it.
 void ClearQueue(ThreadQueue& queue);
 // Wakes the thread if it waits for a message.

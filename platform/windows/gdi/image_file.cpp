@@ -1,7 +1,8 @@
 // Pictures of any format as bitmaps of the screen's.
+#include "gif/gif_pixels.h"
 #include "platform/device_tree.h"
+#include "platform/imaging/rgb565_section.h"
 #include "platform/windows/gdi/imaging.h"
-#include "platform/windows/gdi/rgb565_section.h"
 
 #include <algorithm>
 
@@ -11,12 +12,12 @@ namespace {
 // Drawn over the bitmap's black.
 std::uint16_t PixelOf(const BYTE* color)
 {
-    const unsigned alpha = color[3];
-    return Rgb565Of(color[2] * alpha / 255, color[1] * alpha / 255, color[0] * alpha / 255);
+    const auto overBlack = [alpha = color[3]](BYTE part) { return static_cast<std::uint8_t>(part * alpha / 255); };
+    return Rgb565(overBlack(color[2]), overBlack(color[1]), overBlack(color[0]));
 }
 
 // What of the frame lies on the picture; the rest of the picture stays black.
-void CopyFrame(const ImageFrame& frame, const ImageFile& file, const Rgb565Section& section)
+void CopyFrame(const ImageFrame& frame, const ImageFile& file, const imaging::Rgb565Section& section)
 {
     const auto left = static_cast<UINT>(frame.corner.x);
     const auto top = static_cast<UINT>(frame.corner.y);
@@ -42,9 +43,10 @@ HBITMAP CreateBitmapFromImageFile(HWND, LPCWSTR path)
     const Apartment apartment;
     ImageFile file;
     ImageFrame frame;
-    if (!hostPath || !file.Open(hostPath->c_str()) || !file.ReadFrame(0, frame))
+    if (!hostPath || !file.Open(hostPath->c_str()) || !file.ReadFrame(frame))
         return nullptr;
-    const Rgb565Section section = MakeRgb565Section(file.WidthPx(), file.HeightPx());
+    const auto section =
+        cardsong::imaging::MakeRgb565Section(static_cast<int>(file.WidthPx()), static_cast<int>(file.HeightPx()));
     if (section.bitmap != nullptr)
         CopyFrame(frame, file, section);
     return section.bitmap;

@@ -26,9 +26,6 @@ void ReadPlace(IWICBitmapFrameDecode* source, ImageFrame& frame)
         return;
     frame.corner = { static_cast<LONG>(Told(reader.Get(), L"/imgdesc/Left")),
                      static_cast<LONG>(Told(reader.Get(), L"/imgdesc/Top")) };
-    frame.disposal = static_cast<FrameDisposal>(Told(reader.Get(), L"/grctlext/Disposal"));
-    constexpr UINT kMsInHundredth = 10;
-    frame.delayMs = Told(reader.Get(), L"/grctlext/Delay") * kMsInHundredth;
 }
 
 bool IsReadable(UINT widthPx, UINT heightPx)
@@ -47,7 +44,8 @@ bool ImageFile::Open(const wchar_t* hostPath)
         return false;
     GUID format{};
     m_isGif = SUCCEEDED(m_decoder->GetContainerFormat(&format)) && IsEqualGUID(format, GUID_ContainerFormatGif);
-    return SUCCEEDED(m_decoder->GetFrameCount(&m_frameCount)) && m_frameCount > 0 && ReadSize() &&
+    UINT frames = 0;
+    return SUCCEEDED(m_decoder->GetFrameCount(&frames)) && frames > 0 && ReadSize() &&
            IsReadable(m_widthPx, m_heightPx);
 }
 
@@ -65,19 +63,16 @@ bool ImageFile::ReadSize()
     return true;
 }
 
-bool ImageFile::ReadFrame(UINT index, ImageFrame& frame) const
+bool ImageFile::ReadFrame(ImageFrame& frame) const
 {
     Component<IWICBitmapFrameDecode> source;
     Component<IWICFormatConverter> converter;
-    if (FAILED(m_decoder->GetFrame(index, source.Receive())) ||
-        FAILED(source->GetSize(&frame.widthPx, &frame.heightPx)) || !IsReadable(frame.widthPx, frame.heightPx) ||
-        FAILED(m_factory->CreateFormatConverter(converter.Receive())) ||
+    if (FAILED(m_decoder->GetFrame(0, source.Receive())) || FAILED(source->GetSize(&frame.widthPx, &frame.heightPx)) ||
+        !IsReadable(frame.widthPx, frame.heightPx) || FAILED(m_factory->CreateFormatConverter(converter.Receive())) ||
         FAILED(converter->Initialize(source.Get(), GUID_WICPixelFormat32bppBGRA, WICBitmapDitherTypeNone, nullptr, 0,
                                      WICBitmapPaletteTypeCustom)))
         return false;
     frame.corner = {};
-    frame.disposal = FrameDisposal::Unspecified;
-    frame.delayMs = 0;
     if (m_isGif)
         ReadPlace(source.Get(), frame);
     const std::size_t rowBytes = frame.widthPx * kImagePixelBytes;

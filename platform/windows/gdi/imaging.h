@@ -1,4 +1,4 @@
-// Picture files through the system's imaging library, one frame at a time. Knows neither bitmaps nor device paths.
+// Picture files through the system's imaging library, their first frame. Knows neither bitmaps nor device paths.
 #pragma once
 
 #include "platform/ce.h"
@@ -58,14 +58,10 @@ private:
     const bool m_entered;
 };
 
-enum class FrameDisposal { Unspecified = 0, Leave = 1, ToBackground = 2, ToPrevious = 3 };
-
 struct ImageFrame {
     POINT corner{}; // on the whole picture; the frame may reach past it
     UINT widthPx = 0;
     UINT heightPx = 0;
-    FrameDisposal disposal = FrameDisposal::Unspecified;
-    UINT delayMs = 0;
     std::vector<BYTE> pixels; // rows without padding, the upper one first
 };
 
@@ -76,9 +72,8 @@ public:
     // Of the whole picture: a GIF's logical screen, otherwise the first frame.
     UINT WidthPx() const { return m_widthPx; }
     UINT HeightPx() const { return m_heightPx; }
-    UINT FrameCount() const { return m_frameCount; }
-    // False, with `frame` in no certain state, when the frame cannot be decoded or is too large.
-    [[nodiscard]] bool ReadFrame(UINT index, ImageFrame& frame) const;
+    // False, with `frame` in no certain state, when the first frame cannot be decoded or is too large.
+    [[nodiscard]] bool ReadFrame(ImageFrame& frame) const;
 
 private:
     bool ReadSize();
@@ -88,7 +83,6 @@ private:
     bool m_isGif = false;
     UINT m_widthPx = 0;
     UINT m_heightPx = 0;
-    UINT m_frameCount = 0;
 };
 
 } // namespace cardsong::gdi

@@ -1,6 +1,6 @@
 // The functions of the API that answer differently on a device than on a desktop: files and modules by device path,
-// stream drivers, the registry's machine keys, programs, the language. platform/ce.h puts them in the place of the
-// system's own functions of the same names; arguments and results are theirs.
+// sounds, stream drivers, the registry's machine keys, programs, the language. platform/ce.h puts them in the place of
+// the system's own functions of the same names; arguments and results are theirs.
 #pragma once
 
 #include <windows.h>
@@ -38,5 +38,8 @@ LSTATUS RegCreateKeyExW(HKEY parent, LPCWSTR path, DWORD reserved, LPWSTR classN
                         SECURITY_ATTRIBUTES* security, HKEY* key, LPDWORD disposition);
 LSTATUS RegQueryValueExW(HKEY key, LPCWSTR name, LPDWORD reserved, LPDWORD type, LPBYTE data, LPDWORD sizeBytes);
 LSTATUS RegSetValueExW(HKEY key, LPCWSTR name, DWORD reserved, DWORD type, const BYTE* data, DWORD sizeBytes);
+
+// ---- sounds ----
+BOOL PlaySoundW(LPCWSTR name, HMODULE module, DWORD flags);
 
 } // namespace cardsong::device

@@ -64,8 +64,13 @@ HWND CreateWindowExW(DWORD exStyle, LPCWSTR className, LPCWSTR text, DWORD style
         widthPx = place.right - place.left;
         heightPx = place.bottom - place.top;
     }
-    return ::CreateWindowExW(exStyle, className, text, style, x, y, widthPx, heightPx, parent, menuOrId, instance,
-                             parameter);
+    // A device has no menus: what a desktop would take for one is the window's id there.
+    const HMENU childId = (style & WS_CHILD) != 0 ? menuOrId : nullptr;
+    const HWND window = ::CreateWindowExW(exStyle, className, text, style, x, y, widthPx, heightPx, parent, childId,
+                                          instance, parameter);
+    if (window != nullptr && childId != menuOrId)
+        ::SetWindowLongPtrW(window, GWLP_ID, reinterpret_cast<LONG_PTR>(menuOrId));
+    return window;
 }
 
 HWND CreateDialogIndirectParamW(HINSTANCE instance, LPCDLGTEMPLATEW dialogTemplate, HWND parent, DLGPROC procedure,

@@ -108,4 +108,22 @@ TEST(PatternBrush, NeedsALivingBitmap)
     EXPECT_EQ(CreatePatternBrush(nullptr), nullptr);
 }
 
+TEST(SystemColorBrush, BelongsToTheSystemAndIsTheSameEachTime)
+{
+    const HBRUSH brush = GetSysColorBrush(COLOR_HIGHLIGHT);
+    ASSERT_NE(brush, nullptr);
+    DeleteObject(brush);
+    EXPECT_EQ(GetSysColorBrush(COLOR_HIGHLIGHT), brush);
+    Canvas canvas(1, 1);
+    const RECT rect = { 0, 0, 1, 1 };
+    EXPECT_NE(FillRect(canvas.Dc(), &rect, brush), 0);
+    EXPECT_NE(canvas.At(0, 0), 0);
+}
+
+TEST(SystemColorBrush, OfAColourThatThereIsNotIsNone)
+{
+    EXPECT_EQ(GetSysColorBrush(1000), nullptr);
+    EXPECT_EQ(GetSysColorBrush(-1), nullptr);
+}
+
 } // namespace

@@ -121,6 +121,18 @@ TEST(ImageFile, NoPathAndNoFileGiveNoBitmap)
     EXPECT_EQ(CreateBitmapFromImageFile(nullptr, device.Path(TEXT("missing.gif")).c_str()), nullptr);
 }
 
+TEST(ImageFile, NeedsNoApartmentOfAKindOnTheCallersThread)
+{
+    constexpr DWORD kApartmentThreaded = 2;
+    const ScratchDevice device;
+    device.WriteFile("user/scratch/a.gif", kOneWhitePixel);
+    ASSERT_TRUE(SUCCEEDED(CoInitializeEx(nullptr, kApartmentThreaded)));
+    const HBITMAP bitmap = CreateBitmapFromImageFile(nullptr, device.Path(TEXT("a.gif")).c_str());
+    EXPECT_NE(bitmap, nullptr);
+    DeleteObject(bitmap);
+    CoUninitialize();
+}
+
 TEST(ImageFile, EveryTruncationOfAGifEndsWell)
 {
     const ScratchDevice device;

@@ -219,4 +219,14 @@ TEST(GdiObjects, AnUnknownAbilityOfADeviceIsNone)
     EXPECT_EQ(GetDeviceCaps(canvas.Dc(), kNoSuchIndex), 0);
 }
 
+TEST(Drawing, IsDoneWhenItIsFlushed)
+{
+    Canvas canvas(2, 1);
+    canvas.Fill(0);
+    const RECT whole = { 0, 0, 2, 1 };
+    FillRect(canvas.Dc(), &whole, static_cast<HBRUSH>(GetStockObject(WHITE_BRUSH)));
+    EXPECT_TRUE(GdiFlush());
+    EXPECT_EQ(canvas.Pixels(), (std::vector<std::uint16_t>{ 0xFFFF, 0xFFFF }));
+}
+
 } // namespace

@@ -152,6 +152,9 @@ TEST_F(HostFileSystem, TheStoredAttributesAreThoseOfFileServers)
         { "WithMore.mp3", "0x1\0\3\0\3\0\0\0"sv, FILE_ATTRIBUTE_READONLY },
         { "Garbage.mp3", "zzz"sv, FILE_ATTRIBUTE_ARCHIVE },
         { "Half.mp3", "0x"sv, FILE_ATTRIBUTE_ARCHIVE },
+        { "NoZero.mp3", "1x2"sv, FILE_ATTRIBUTE_ARCHIVE },
+        { "NoX.mp3", "0y2"sv, FILE_ATTRIBUTE_ARCHIVE },
+        { "Capital.mp3", "0X21"sv, FILE_ATTRIBUTE_ARCHIVE | FILE_ATTRIBUTE_READONLY },
     };
     for (const auto& testCase : kCases) {
         SCOPED_TRACE(testCase.name);

@@ -50,6 +50,7 @@ TEST(TextFormat, TextIsWritten)
     EXPECT_EQ(Format(TEXT("%s|%ls|%S|%hs"), TEXT("wide"), TEXT("long"), "narrow", "half"),
               TEXT("wide|long|narrow|half"));
     EXPECT_EQ(Format(TEXT("[%-5s][%5s][%.3s]"), TEXT("ab"), TEXT("ab"), TEXT("abcdef")), TEXT("[ab   ][   ab][abc]"));
+    EXPECT_EQ(Format(TEXT("[%.2S][%.9S]"), "narrow", "half"), TEXT("[na][half]"));
     EXPECT_EQ(Format(TEXT("%c%c"), TEXT('a'), TEXT('\u6B4C')), TEXT("a\u6B4C"));
     EXPECT_EQ(Format(TEXT("100%%")), TEXT("100%"));
 }
@@ -156,6 +157,8 @@ TEST(WideStrings, CaseIsIgnoredForAsciiLetters)
 {
     EXPECT_EQ(_wcsicmp(TEXT("Song.MP3"), TEXT("sONG.mp3")), 0);
     EXPECT_LT(_wcsicmp(TEXT("a"), TEXT("B")), 0);
+    EXPECT_EQ(_wcsicmp(TEXT("AZ@["), TEXT("az@[")), 0);
+    EXPECT_NE(_wcsicmp(TEXT("@["), TEXT("`{")), 0);
     EXPECT_NE(_wcsicmp(TEXT("\u00C9"), TEXT("\u00E9")), 0);
 }
 

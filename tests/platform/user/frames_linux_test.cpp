@@ -331,6 +331,34 @@ TEST_F(Frames, AThreadAtRestHoldsNobodyBackWithTheContextThatItKeeps)
     }
 }
 
+// As an animation does: it has neither window nor message, and is given a context of the whole screen.
+TEST_F(Frames, AThreadThatDrawsOnTheContextOfAnotherShowsItToo)
+{
+    HDC kept = nullptr;
+    OtherThread other(Shown({ 200, 0, 50, 50 }, [&kept](HWND, UINT message, WPARAM, LPARAM) -> std::optional<LRESULT> {
+        if (message == WM_CLOSE) {
+            ReleaseDC(nullptr, kept);
+            PostQuitMessage(0);
+        }
+        if (message == kDraw)
+            kept = GetDC(nullptr);
+        return std::nullopt;
+    }));
+    SendMessageW(other, kDraw, 0, 0);
+    std::uint16_t shown = 0;
+    std::thread([&] {
+        const DWORD start = GetTickCount();
+        while (Shows(5, 5) != kWhite && GetTickCount() - start < 5000) { // the other is on its way to its next wait
+            Fill(kept, { 0, 0, 10, 10 });
+            Sleep(1);
+        }
+        Fill(kept, { 20, 0, 30, 10 });
+        Sleep(0);
+        shown = Shows(25, 5);
+    }).join();
+    EXPECT_EQ(shown, kWhite);
+}
+
 TEST_F(Frames, AMessageToAnotherThreadShowsTheFrameBeforeItIsAnswered)
 {
     std::uint16_t shown = 0;

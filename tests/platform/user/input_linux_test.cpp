@@ -5,6 +5,7 @@
 
 #include <gtest/gtest.h>
 
+#include <atomic>
 #include <future>
 #include <thread>
 
@@ -651,6 +652,56 @@ TEST_F(InputTest, TheExitKeyIsHeardWhileTheDisplayIsInactive)
     EXPECT_EQ(window.Last(WM_KEYDOWN)->wParam, VK_F24);
     EXPECT_EQ(window.Count(WM_KEYUP), 1);
     EXPECT_EQ(GetForegroundWindow(), static_cast<HWND>(window));
+}
+
+TEST_F(InputTest, TheExitKeyClosesWhatOtherThreadsShowAndReachesTheProgram)
+{
+    TestWindow window(Shown());
+    PumpMessages();
+    std::atomic<bool> isShown = false;
+    int keys = 0;
+    std::thread other([&] {
+        TestWindow above(Shown());
+        above.Handle([](HWND, UINT message, WPARAM, LPARAM) -> std::optional<LRESULT> {
+            if (message == WM_DESTROY)
+                PostQuitMessage(0);
+            return std::nullopt;
+        });
+        isShown = true;
+        MSG message{};
+        while (GetMessageW(&message, nullptr, 0, 0))
+            DispatchMessageW(&message);
+        keys = above.Count(WM_KEYDOWN) + above.Count(WM_SYSKEYDOWN);
+    });
+    while (!isShown)
+        std::this_thread::yield();
+    user::PressExitKey();
+    other.join();
+    PumpMessages();
+    EXPECT_EQ(keys, 0);
+    ASSERT_EQ(window.Count(WM_KEYDOWN), 1);
+    EXPECT_EQ(window.Last(WM_KEYDOWN)->wParam, VK_F24);
+    EXPECT_EQ(window.Count(WM_KEYUP), 1);
+}
+
+TEST_F(InputTest, TheExitKeyWaitsForTheProgramsFirstWindowWhereOnlyAnotherThreadShowsOne)
+{
+    std::atomic<bool> isShown = false;
+    std::thread other([&] {
+        TestWindow alone(Shown());
+        isShown = true;
+        MSG message{};
+        while (IsWindow(alone) != FALSE && GetMessageW(&message, nullptr, 0, 0))
+            DispatchMessageW(&message);
+    });
+    while (!isShown)
+        std::this_thread::yield();
+    user::PressExitKey();
+    other.join();
+    TestWindow window(Shown());
+    PumpMessages();
+    ASSERT_EQ(window.Count(WM_KEYDOWN), 1);
+    EXPECT_EQ(window.Last(WM_KEYDOWN)->wParam, VK_F24);
 }
 
 TEST_F(InputTest, ASystemKeyGoesUpAsASystemKey)

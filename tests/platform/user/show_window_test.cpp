@@ -54,6 +54,19 @@ TEST(Showing, TheWindowHearsOfItBeforeItHappens)
     EXPECT_EQ(visible, (std::vector<BOOL>{ FALSE, TRUE }));
 }
 
+TEST(Showing, AChildKeepsItsPlaceAmongItsSiblings)
+{
+    TestWindow parent(Shown());
+    TestWindow lower(ChildOf(parent));
+    TestWindow upper(ChildOf(parent, WS_VISIBLE));
+    ASSERT_EQ(GetWindow(parent, GW_CHILD), static_cast<HWND>(lower));
+    for (const int command : { SW_SHOW, SW_HIDE }) {
+        ShowWindow(upper, command);
+        EXPECT_EQ(GetWindow(parent, GW_CHILD), static_cast<HWND>(lower)) << command;
+        EXPECT_EQ(GetWindow(lower, GW_HWNDNEXT), static_cast<HWND>(upper)) << command;
+    }
+}
+
 TEST(Showing, HidingAHiddenWindowTellsNothing)
 {
     TestWindow window;

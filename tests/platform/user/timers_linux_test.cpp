@@ -5,6 +5,7 @@
 
 #include <gtest/gtest.h>
 
+#include <ctime>
 #include <thread>
 
 using namespace cardsong;
@@ -341,6 +342,24 @@ TEST_F(TimerTest, AWaitForOtherMessagesIsNotEndedByATimer)
     EXPECT_EQ(message.message, WM_USER);
     poster.join();
     EXPECT_TRUE(PeekMessageW(&message, nullptr, WM_TIMER, WM_TIMER, PM_REMOVE));
+}
+
+// A thread that waits for a timer takes no processor time meanwhile.
+TEST(TimersOnTheRealClock, AreWaitedForAtRest)
+{
+    TestWindow window;
+    PumpMessages();
+    const auto usedMs = [] {
+        timespec used = {};
+        clock_gettime(CLOCK_THREAD_CPUTIME_ID, &used);
+        return used.tv_sec * 1000 + used.tv_nsec / 1'000'000;
+    };
+    SetTimer(window, 1, 400, nullptr);
+    const auto before = usedMs();
+    MSG message = {};
+    ASSERT_TRUE(GetMessageW(&message, nullptr, 0, 0));
+    EXPECT_EQ(message.message, static_cast<UINT>(WM_TIMER));
+    EXPECT_LT(usedMs() - before, 20);
 }
 
 } // namespace

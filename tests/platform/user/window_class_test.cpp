@@ -82,7 +82,9 @@ TEST(WindowClass, AMessageNameGivesTheSameNumberToEverybody)
     EXPECT_LE(first, 0xFFFFU);
     EXPECT_EQ(RegisterWindowMessageW(TEXT("cardsong_test_{1}")), first);
     EXPECT_NE(RegisterWindowMessageW(TEXT("CARDSONG_TEST_{2}")), first);
+    SetLastError(0);
     EXPECT_EQ(RegisterWindowMessageW(TEXT("")), 0U);
+    EXPECT_EQ(GetLastError(), static_cast<DWORD>(ERROR_INVALID_NAME));
 }
 
 TEST(WindowClass, AnIncompleteClassIsNotRegistered)

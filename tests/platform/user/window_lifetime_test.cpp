@@ -64,6 +64,7 @@ TEST(WindowLifetime, ANewWindowHearsOfItsSizeAndPlace)
     EXPECT_EQ(window.Last(WM_SIZE)->wParam, static_cast<WPARAM>(SIZE_RESTORED));
     EXPECT_EQ(window.Last(WM_SIZE)->lParam, MAKELPARAM(30, 20));
     ASSERT_EQ(window.Count(WM_MOVE), 1);
+    EXPECT_EQ(window.Last(WM_MOVE)->wParam, 0U);
     EXPECT_EQ(window.Last(WM_MOVE)->lParam, MAKELPARAM(7, 8));
 }
 

@@ -36,6 +36,17 @@ TEST(WindowLongs, StyleIdAndOwnerAreReadBackAsTheWindowWasMade)
     EXPECT_EQ(GetWindowLongPtrW(child, GWLP_ID), 12);
 }
 
+TEST(WindowLongs, APopUpHasTheIdThatItWasMadeWithForThereAreNoMenus)
+{
+    WindowOptions options;
+    options.style = WS_POPUP;
+    options.id = 50;
+    TestWindow window(options);
+    ASSERT_NE(static_cast<HWND>(window), nullptr);
+    EXPECT_EQ(GetWindowLongPtrW(window, GWLP_ID), 50);
+    EXPECT_EQ(GetDlgCtrlID(window), 50);
+}
+
 TEST(WindowLongs, TheInstanceIsTheOneThatMadeTheWindow)
 {
     int somewhere = 0;

@@ -1,6 +1,7 @@
 #include "lyrics/lyrics_frame.h"
 
 #include "common/rect.h"
+#include "gui/text_line.h"
 
 namespace {
 
@@ -11,15 +12,11 @@ bool IsFirstOfPair(WCHAR unit)
     return unit >= 0xD800 && unit < 0xDC00;
 }
 
-void Write(HDC context, const PlacedText& placed, const RECT& area, UINT format)
+void Write(HDC context, const PlacedText& placed, const RECT& area, HFONT font, UINT placement)
 {
-    RECT rect = placed.rect;
-    rect.left -= area.left;
-    rect.right -= area.left;
-    rect.top -= area.top;
-    rect.bottom -= area.top;
-    const WStringView text = ShownPart(placed.text);
-    DrawTextW(context, text.data(), static_cast<int>(text.size()), &rect, format | DT_NOPREFIX);
+    const RECT& place = placed.rect;
+    const RECT box = { place.left - area.left, place.top - area.top, place.right - area.left, place.bottom - area.top };
+    DrawTextLine(context, ShownPart(placed.text), box, font, kTextColor, placement | DT_NOPREFIX);
 }
 
 } // namespace
@@ -34,43 +31,30 @@ WStringView ShownPart(WStringView text)
 void LyricsFrame::Draw(HDC like, const RECT& area, const LyricsStripBackground& background, HFONT font,
                        const std::optional<PlacedText>& centred, std::span<const PlacedText> others)
 {
-    Prepare(like, WidthOf(area), HeightOf(area));
-    if (!m_bitmap)
+    const SIZE size = { WidthOf(area), HeightOf(area) };
+    m_isDrawn = size.cx > 0 && size.cy > 0;
+    if (!m_isDrawn)
         return;
-    const UniqueMemoryContext context(CreateCompatibleDC(like));
-    const SelectedObject bitmap(context.Get(), m_bitmap.Get());
-    const SelectedObject selectedFont(context.Get(), font);
-    const RECT whole = { 0, 0, m_size.cx, m_size.cy };
-    FillRect(context.Get(), &whole, static_cast<HBRUSH>(GetStockObject(BLACK_BRUSH))); // the last picture goes
-    background.Draw(context.Get());
-    SetBkMode(context.Get(), TRANSPARENT);
-    SetTextColor(context.Get(), kTextColor);
+    if (!m_picture || size.cx != m_size.cx || size.cy != m_size.cy)
+        m_picture.emplace(like, size.cx, size.cy);
+    m_size = size;
+    const HDC context = m_picture->Context();
+    const RECT whole = { 0, 0, size.cx, size.cy };
+    FillRect(context, &whole, static_cast<HBRUSH>(GetStockObject(BLACK_BRUSH))); // the last picture goes
+    background.Draw(context);
     if (centred)
-        Write(context.Get(), *centred, area, DT_CENTER);
+        Write(context, *centred, area, font, DT_CENTER);
     for (const PlacedText& placed : others)
-        Write(context.Get(), placed, area, DT_LEFT);
-    m_isDrawn = true;
+        Write(context, placed, area, font, DT_LEFT);
 }
 
 void LyricsFrame::CopyTo(HDC target) const
 {
-    if (!m_isDrawn)
-        return;
-    const UniqueMemoryContext source(CreateCompatibleDC(target));
-    const SelectedObject bitmap(source.Get(), m_bitmap.Get());
-    BitBlt(target, 0, 0, m_size.cx, m_size.cy, source.Get(), 0, 0, SRCCOPY);
+    if (m_isDrawn)
+        m_picture->CopyTo(target);
 }
 
 void LyricsFrame::Clear()
 {
     m_isDrawn = false;
-}
-
-void LyricsFrame::Prepare(HDC like, int widthPx, int heightPx)
-{
-    if (m_size.cx == widthPx && m_size.cy == heightPx)
-        return;
-    m_isDrawn = false;
-    m_size = { widthPx, heightPx };
-    m_bitmap.Reset(widthPx > 0 && heightPx > 0 ? CreateCompatibleBitmap(like, widthPx, heightPx) : nullptr);
 }

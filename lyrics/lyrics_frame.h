@@ -2,7 +2,7 @@
 // that stands still needs no drawing. It knows no lyrics and no time.
 #pragma once
 
-#include "common/gdi_handles.h"
+#include "gui/paint_buffer.h"
 #include "lyrics/lyrics_strip_background.h"
 
 #include <optional>
@@ -32,9 +32,7 @@ public:
     bool IsDrawn() const { return m_isDrawn; }
 
 private:
-    void Prepare(HDC like, int widthPx, int heightPx);
-
-    UniqueBitmap m_bitmap;
+    std::optional<PaintBuffer> m_picture;
     SIZE m_size = {};
     bool m_isDrawn = false;
 };

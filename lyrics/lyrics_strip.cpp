@@ -2,6 +2,7 @@
 
 #include "common/rect.h"
 #include "common/string_table.h"
+#include "gui/text_line.h"
 
 UINT g_msgLyricsSettingChange;
 
@@ -14,10 +15,9 @@ LyricsStrip* g_strip; // through which the window's procedure reaches it
 UniqueFont MakeFont()
 {
     const HDC screen = GetDC(nullptr);
-    LOGFONTW description{};
-    description.lfHeight = -(kFontPoints * GetDeviceCaps(screen, LOGPIXELSY) / 72);
+    UniqueFont font = CreatePlainFont(screen, kFontPoints);
     ReleaseDC(nullptr, screen);
-    return UniqueFont(CreateFontIndirectW(&description));
+    return font;
 }
 
 SIZE SizeOf(WStringView text, HFONT font)

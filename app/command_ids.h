@@ -14,6 +14,7 @@ constexpr WORD kStopQuietly = 1;
 constexpr int kSeekSliderId = 300;
 constexpr int kSeekSliderMaximum = 400;
 
+constexpr UINT_PTR kLyricsTimer = 200;
 constexpr UINT_PTR kTitleTimer = 1000;
 
 constexpr int kStringNoCardTitle = 17001;

@@ -4,6 +4,7 @@
 #include "app/audio_settings.h"
 #include "app/command_ids.h"
 #include "app/foreground.h"
+#include "app/lyrics_display.h"
 #include "app/main_paint.h"
 #include "app/player_controls.h"
 #include "app/player_keys.h"
@@ -17,6 +18,7 @@
 #include "library/media_scan.h"
 #include "library/saved_play_list.h"
 #include "library/song_list.h"
+#include "lyrics/lyrics_strip.h"
 #include "platform/screen_size.h"
 #include "playback/media_player.h"
 
@@ -79,6 +81,7 @@ void ScrollTitle()
 
 constexpr TimerEntry kTimers[] = {
     { kProgressTimerId, RefreshProgress, AfterTick::RepaintWindow },
+    { kLyricsTimer, RefreshLyrics, AfterTick::Nothing },
     { kTitleTimer, ScrollTitle, AfterTick::RepaintWindow },
 };
 
@@ -94,12 +97,14 @@ LRESULT OnCreate(HWND window, WPARAM, LPARAM)
     LoadBackground();
     DisableFirstSongControls(window);
     g_savedPlayList.Load(PlayList);
+    StartLyrics();
     return 0;
 }
 
 LRESULT OnDestroy(HWND window, WPARAM, LPARAM)
 {
     SendMessageW(window, WM_COMMAND, kCommandStop, 0);
+    EndLyrics();
     SongList(PlayList).FreeAll();
     ShowTaskBar();
     FreeControls();
@@ -208,6 +213,11 @@ constexpr RegisteredMessageEntry kRegisteredMessages[] = {
     { g_msgAreYouMe,
       [](HWND window, WPARAM, LPARAM) -> LRESULT {
           ComeToFront(window);
+          return 0;
+      } },
+    { g_msgLyricsSettingChange,
+      [](HWND, WPARAM, LPARAM) -> LRESULT {
+          TakeLyricsSettings(); // a broadcast reaches no child
           return 0;
       } },
     { g_msgMassStorage, [](HWND window, WPARAM, LPARAM) { return SendMessageW(window, WM_COMMAND, kCommandExit, 0); } },

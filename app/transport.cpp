@@ -4,6 +4,7 @@
 #include "app/command_ids.h"
 #include "app/current_song.h"
 #include "app/interruption.h"
+#include "app/lyrics_display.h"
 #include "app/main_paint.h"
 #include "app/play_list_filling.h"
 #include "app/player_controls.h"
@@ -20,11 +21,12 @@ namespace {
 
 constexpr double kStepSeconds = 5.0;
 
-void PauseSong()
+void PauseSong(HWND window)
 {
     ShowPlayFace();
     g_isPlaying = 0;
     Player().Pause();
+    PauseLyrics(window);
 }
 
 void EnterPlaying(HWND window)
@@ -55,12 +57,19 @@ void BuildTitle(const WString& path)
     g_titleWidthPx = MeasureText(g_titleText.c_str(), TitleFont()).cx;
 }
 
-// Seconds that the song lasts, or a negative code. A song that was only paused goes on where it was.
-double OpenOrResume(HWND window, const WString& path)
+enum class SongStart { Anew, WhereItWas };
+
+// A song that was only paused goes on where it was.
+SongStart StartOf(const WString& path)
+{
+    return Player().GetState() == PLAYER_PAUSED && Player().HasOpen(path) ? SongStart::WhereItWas : SongStart::Anew;
+}
+
+// Seconds that the song lasts, or a negative code.
+double OpenOrResume(HWND window, const WString& path, SongStart start)
 {
     MediaPlayer& player = Player();
-    const bool resumes = player.GetState() == PLAYER_PAUSED && player.HasOpen(path);
-    const int result = resumes ? player.Play() : player.OpenAndPlay(path.c_str(), window);
+    const int result = start == SongStart::WhereItWas ? player.Play() : player.OpenAndPlay(path.c_str(), window);
     return result == 0 ? player.GetDuration() : result;
 }
 
@@ -82,12 +91,17 @@ bool PlayCurrent(HWND window)
     MediaFileEntry& entry = ChooseEntry();
     const WString path = PathOf(entry);
     BuildTitle(path);
-    const double durationSeconds = OpenOrResume(window, path);
+    const SongStart start = StartOf(path);
+    const double durationSeconds = OpenOrResume(window, path, start);
     if (!IsTitleTimerRunning())
         g_titleTimer = SetTimer(window, kTitleTimer, kTitleTimerPeriodMs, nullptr);
     if (!(durationSeconds > 0))
         return false;
     ShowSong(window, entry, durationSeconds);
+    if (start == SongStart::Anew)
+        FindLyrics(window, path);
+    else
+        ShowLyrics(window);
     return true;
 }
 
@@ -97,7 +111,7 @@ void PlayOrPause(HWND window)
 {
     g_songLoaded = 1;
     if (IsPlaying()) {
-        PauseSong();
+        PauseSong(window);
         return;
     }
     TakeBackSavedSongs();
@@ -121,6 +135,7 @@ void StopSong(HWND window, WPARAM request)
     TellAudioManager(request);
     if (IsPlaying())
         ShowPlayFace();
+    StopLyrics(window); // before the title comes back, which the strip covers
     ResetTitleStrips();
     g_elapsedText = TEXT("0:00");
     if (HIWORD(request) != kStopQuietly) {

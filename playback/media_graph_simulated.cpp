@@ -95,6 +95,8 @@ bool MediaGraph::Run()
     NoteCall("Run");
     SetVideoOwner(nullptr);
     m_engine->EnterState(GraphState::Running);
+    if (TheSimulation().runListener)
+        TheSimulation().runListener();
     return true;
 }
 

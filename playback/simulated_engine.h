@@ -6,6 +6,7 @@
 #include "playback/simulated_graph.h"
 
 #include <deque>
+#include <functional>
 #include <initializer_list>
 #include <map>
 #include <mutex>
@@ -50,6 +51,7 @@ struct Simulation {
     std::vector<std::string> calls;
     std::vector<SimulatedEngine*> engines; // those that live
     bool failNextInit = false;
+    std::function<void()> runListener;
 };
 
 Simulation& TheSimulation();

@@ -28,6 +28,13 @@ void ResetSimulatedGraphs()
     TheSimulation().songs.clear();
     TheSimulation().calls.clear();
     TheSimulation().failNextInit = false;
+    TheSimulation().runListener = nullptr;
+}
+
+void OnSimulatedRun(std::function<void()> listener)
+{
+    const SimulationGuard guard(TheSimulation().mutex);
+    TheSimulation().runListener = std::move(listener);
 }
 
 void FailNextSimulatedInit()

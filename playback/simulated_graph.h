@@ -4,6 +4,7 @@
 
 #include "platform/ce.h"
 
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -17,7 +18,9 @@ struct SimulatedSong {
 // What the song of `path` (letters compared without case) is from its next rendering on. Songs not named are a default
 // one.
 void SetSimulatedSong(WStringView path, const SimulatedSong& song);
-// Forgets songs, calls and a failure asked for; graphs that live stay as they are.
+// Called whenever a graph begins to run, on its thread; null: nobody.
+void OnSimulatedRun(std::function<void()> listener);
+// Forgets songs, calls, the listener and a failure asked for; graphs that live stay as they are.
 void ResetSimulatedGraphs();
 void FailNextSimulatedInit();
 

@@ -26,6 +26,7 @@
 #define GetFileAttributesExW cardsong::device::GetFileAttributesExW
 #define DeleteFileW cardsong::device::DeleteFileW
 #define CreateDirectoryW cardsong::device::CreateDirectoryW
+#define SHGetSpecialFolderPathW cardsong::device::SHGetSpecialFolderPathW
 #define _wfopen cardsong::device::_wfopen
 #define CreateProcessW cardsong::device::CreateProcessW
 #define LoadLibraryExW cardsong::device::LoadLibraryExW
@@ -64,6 +65,7 @@
 int WINAPI WinMain(HINSTANCE instance, HINSTANCE previous, LPWSTR commandLine, int showCommand);
 
 constexpr DWORD WS_EX_NOANIMATION = 0x04000000;
+#define CSIDL_PERSONAL 0x0005 // as <shlobj.h> has it, which not everybody includes
 constexpr DWORD EVENT_PULSE = 1;
 constexpr DWORD EVENT_RESET = 2;
 constexpr DWORD EVENT_SET = 3;

@@ -24,14 +24,14 @@ MP3_FORMS = {
 }
 TRADITIONAL = "Traditional"
 
-# id3v1 and lrc name an encoding. The longest songs come first, for the pool.
+# id3v1 and lrc (lyrics in a file beside the song) name an encoding; uslt and lyrics3 are lyrics in the song's own file. The longest songs come first, for the pool.
 CARD = [
     dict(path="Music/送別.mp3", song=melodies.SONG_BIE, form="mp3 vbr", title="送別", artist="李叔同", id3v1="big5", lrc="big5"),
-    dict(path="Music/Folk/Auld Lang Syne.MP3", song=melodies.AULD_LANG_SYNE, form="mp3 cbr", title="Auld Lang Syne", artist=TRADITIONAL, id3v1="ascii"),
+    dict(path="Music/Folk/Auld Lang Syne.MP3", song=melodies.AULD_LANG_SYNE, form="mp3 cbr", title="Auld Lang Syne", artist=TRADITIONAL, id3v1="ascii", lyrics3=True),
     dict(path="Music/Folk/Sakura 樱花.wma", song=melodies.SAKURA, form="wma", title="樱花", artist="日本民歌"),
     dict(path="Music/茉莉花.mp3", song=melodies.MO_LI_HUA, form="mp3 cbr", title="茉莉花", artist="江苏民歌", id3v1="gb2312", lrc="gb2312"),
     dict(path="Music/Classics/欢乐颂.wma", song=melodies.ODE_TO_JOY, form="wma", title="欢乐颂", artist="贝多芬"),
-    dict(path="Music/Folk/Greensleeves.mp3", song=melodies.GREENSLEEVES, form="mp3 vbr", title="Greensleeves", artist=TRADITIONAL, id3v1="ascii", id3v2=True),
+    dict(path="Music/Folk/Greensleeves.mp3", song=melodies.GREENSLEEVES, form="mp3 vbr", title="Greensleeves", artist=TRADITIONAL, id3v1="ascii", id3v2=True, uslt=True),
     dict(path="Music/小星星.mp3", song=melodies.TWINKLE, form="mp3 mpeg-2", title="小星星", artist="法国民歌", id3v1="gb2312"),
     dict(path="Music/Classics/Minuet in G.mp3", song=melodies.MINUET_IN_G, form="mp3 cbr", title="G大调小步舞曲", artist="佩措尔德", id3v1="gb2312", id3v2=True),
     dict(path="Music/兩隻老虎.mp3", song=melodies.TWO_TIGERS, form="mp3 mono", title="兩隻老虎", artist="法國民歌", id3v1="big5"),
@@ -56,6 +56,15 @@ def render_tones(tones):
     return both
 
 
+def lrc_text(entry):
+    song = entry["song"]
+    lines = [f"[ti:{entry['title']}]", f"[ar:{entry['artist']}]"]
+    for beat, text in song["lyrics"]:
+        seconds = synth.LEAD + beat * song["beat"]
+        lines.append(f"[{int(seconds // 60):02d}:{seconds % 60:05.2f}]{text}")
+    return "\r\n".join(lines + [""])
+
+
 def encode_mp3(entry, wav, file, lame):
     # Into a file, not a pipe: lame goes back to the first frame to write its table of contents.
     subprocess.run([lame, "--quiet", "-q", "7", *MP3_FORMS[entry["form"]], "-", str(file)], input=wav, check=True)
@@ -63,7 +72,9 @@ def encode_mp3(entry, wav, file, lame):
     if entry["form"] == "mp3 vbr" and data[36:40] != b"Xing":
         raise ValueError(f"{file}: no Xing header")
     if entry.get("id3v2"):
-        data = song_tags.id3v2(entry["title"], entry["artist"]) + data
+        data = song_tags.id3v2(entry["title"], entry["artist"], lrc_text(entry) if entry.get("uslt") else None) + data
+    if entry.get("lyrics3"):
+        data += song_tags.lyrics3(lrc_text(entry))
     if "id3v1" in entry:
         data += song_tags.id3v1(entry["title"], entry["artist"], entry["id3v1"])
     file.write_bytes(data)
@@ -75,15 +86,6 @@ def encode_wma(entry, wav, file, ffmpeg):
                     "-c:a", "wmav2", "-b:a", "96k", "-ar", "44100", "-fflags", "+bitexact", "-flags:a", "+bitexact",
                     "-f", "asf", str(file)], input=wav, check=True)
     song_tags.check_asf(file.read_bytes())
-
-
-def write_lyrics(entry, file):
-    song = entry["song"]
-    lines = [f"[ti:{entry['title']}]", f"[ar:{entry['artist']}]"]
-    for beat, text in song["lyrics"]:
-        seconds = synth.LEAD + beat * song["beat"]
-        lines.append(f"[{int(seconds // 60):02d}:{seconds % 60:05.2f}]{text}")
-    file.with_suffix(".lrc").write_bytes("\r\n".join(lines + [""]).encode(entry["lrc"]))
 
 
 def make_song(job):
@@ -100,7 +102,7 @@ def make_song(job):
     else:
         encode_mp3(entry, wav, file, lame)
     if "lrc" in entry:
-        write_lyrics(entry, file)
+        file.with_suffix(".lrc").write_bytes(lrc_text(entry).encode(entry["lrc"]))
     return manifest_row(entry, round(len(samples) / 2 / rate * 1000))
 
 
@@ -114,6 +116,9 @@ def manifest_row(entry, duration):
     if "lrc" in entry:
         row["lyrics"] = dict(path=str(pathlib.PurePath(entry["path"]).with_suffix(".lrc")), encoding=entry["lrc"],
                              lines=len(entry["song"]["lyrics"]))
+    for place, encoding in (("uslt", "utf-16"), ("lyrics3", "ascii")):
+        if entry.get(place):
+            row["lyrics"] = dict(path=entry["path"], place=place, encoding=encoding, lines=len(entry["song"]["lyrics"]))
     if "skipped" in entry:
         row["skipped"] = entry["skipped"]
     return row

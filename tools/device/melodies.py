@@ -1,4 +1,5 @@
-"""The songs of the demo card: traditional and other public-domain melodies, as note names with their beats.
+"""The songs of the demo card: traditional and other public-domain melodies, as note names with their beats, and words of our
+own for some.
 
 A voice is (instrument, gain, notes, beats to wait); see synth.parse_melody for the notation. Bars stand between bars.
 """
@@ -16,8 +17,8 @@ MO_LI_HUA = dict(
         A3 E4 D4 A4 | E4 A4 C4 G4 | D4 G4 D4 F4 | C4 E4 F4 A4 | D4 A4 F4 A4 | G3 D4 G4+B4/2""", 0),
             ("bass", .45, """
         C3/4 | C3/4 | C3/4 | C3/4 | C3/4 | F3/2 C3/2 | C3/4 | C3/4 | A2/2 D3/2 | A2/2 C3/2 | D3/2 G2/2 | C3/2 F3/2 | D3/4 | G2/4""", 0)],
-    lyrics=[(0, "好一朵茉莉花"), (8, "好一朵茉莉花"), (16, "满园花草香也香不过它"),
-            (32, "我有心采一朵戴"), (40, "又怕来年不发芽")])
+    lyrics=[(0, "小院清风吹过来"), (8, "白花朵朵夜里开"), (16, "月亮走到我窗前"), (24, "把香气带进梦里来"),
+            (32, "轻轻唱一首老歌"), (40, "等到天亮花还在"), (48, "等到天亮你也在")])
 
 SONG_BIE = dict(
     beat=.46,
@@ -32,8 +33,8 @@ SONG_BIE = dict(
             ("bass", .45, """
         C3/4 | F3/2 C3/2 | C3/2 A2/2 | G2/4 | C3/4 | F3/2 C3/2 | G2/4 | C3/4 |
         F3/4 | G3/2 C3/2 | F3/2 A2/2 | G2/4 | C3/4 | F3/2 C3/2 | G2/4 | C3/4""", 0)],
-    lyrics=[(0, "長亭外,古道邊,"), (8, "芳草碧連天。"), (16, "晚風拂柳笛聲殘,"), (24, "夕陽山外山。"),
-            (32, "天之涯,地之角,"), (40, "知交半零落。"), (48, "一壺濁酒盡餘歡,"), (56, "今宵別夢寒。")])
+    lyrics=[(0, "黃昏的車站燈初亮"), (8, "你背著行囊望遠方"), (16, "話還沒說完風已涼"), (24, "汽笛聲聲長又長"),
+            (32, "山那邊會有新的月光"), (40, "照著你也照著故鄉"), (48, "等到花開的時候"), (56, "我們再一起歌唱")])
 
 GREENSLEEVES = dict(
     beat=.235,
@@ -44,7 +45,11 @@ GREENSLEEVES = dict(
         G5/3 G5/1.5 F#5/.5 E5 | D5/2 B4 G4/1.5 A4/.5 B4 | C5/1.5 B4/.5 A4 G#4/1.5 F#4/.5 G#4 | A4/6""", 0),
             ("strings", .4, """
         -/1 | A3+C4+E4/6 | G3+B3+D4/6 | F3+A3+C4/6 | E3+G#3+B3/6 | A3+C4+E4/6 | G3+B3+D4/6 | F3+A3+C4/3 E3+G#3+B3/3 | A3+C4+E4/6 |
-        C4+E4+G4/6 | G3+B3+D4/6 | F3+A3+C4/6 | E3+G#3+B3/6 | C4+E4+G4/6 | G3+B3+D4/6 | F3+A3+C4/3 E3+G#3+B3/3 | A3+C4+E4/6""", 0)])
+        C4+E4+G4/6 | G3+B3+D4/6 | F3+A3+C4/6 | E3+G#3+B3/6 | C4+E4+G4/6 | G3+B3+D4/6 | F3+A3+C4/3 E3+G#3+B3/3 | A3+C4+E4/6""", 0)],
+    lyrics=[(0, "The river runs beneath the bridge"), (13, "and carries leaves away,"),
+            (25, "the evening lies upon the hills"), (37, "at the ending of the day."),
+            (49, "O stay a while, the moon is high,"), (61, "the fields are silver-grey,"),
+            (73, "and what the willow tells the wind"), (85, "it will not tell the day.")])
 
 AULD_LANG_SYNE = dict(
     beat=.48,
@@ -57,7 +62,11 @@ AULD_LANG_SYNE = dict(
         -/1 | A3+C4+F4/4 | Bb3+C4+E4/4 | A3+C4+F4/4 | Bb3+D4+F4/4 | A3+C4+F4/4 | Bb3+C4+E4/4 | Bb3+D4/2 G3+Bb3+E4/2 | A3+C4+F4/4 |
         A3+C4+F4/4 | Bb3+C4+E4/4 | A3+C4+F4/4 | Bb3+D4+F4/4 | A3+C4+F4/4 | Bb3+C4+E4/4 | Bb3+D4/2 G3+Bb3+E4/2 | A3+C4+F4/3""", 0),
             ("bass", .4, """
-        -/1 | F2/4 | C3/4 | F2/4 | Bb2/4 | F2/4 | C3/4 | Bb2/2 C3/2 | F2/4 | F2/4 | C3/4 | F2/4 | Bb2/4 | F2/4 | C3/4 | Bb2/2 C3/2 | F2/3""", 0)])
+        -/1 | F2/4 | C3/4 | F2/4 | Bb2/4 | F2/4 | C3/4 | Bb2/2 C3/2 | F2/4 | F2/4 | C3/4 | F2/4 | Bb2/4 | F2/4 | C3/4 | Bb2/2 C3/2 | F2/3""", 0)],
+    lyrics=[(0, "The lamps are low, the night is long,"), (8, "our songs are nearly through,"),
+            (16, "so fill the cup and raise it high"), (24, "to old friends and to new."),
+            (32, "To all the roads we walked, my dear,"), (40, "to every sky of blue,"),
+            (48, "we'll keep a light for those who roam"), (56, "until they come home too.")])
 
 ODE_TO_JOY = dict(
     beat=.4,

@@ -19,15 +19,31 @@ def id3v1(title, artist, encoding):
     return b"TAG" + field(title, 30) + field(artist, 30) + field("Cardsong", 30) + field("", 4) + field("", 30) + b"\x0c"
 
 
-def id3v2(title, artist):
+def id3v2(title, artist, lyrics=None):
     """A version 2.3 tag in UTF-16. The padding keeps byte-order marks away from where a search for frames begins."""
     def frame(name, text):
         data = b"\x01" + text.encode("utf-16-le").join((b"\xff\xfe", b"\0\0"))
         return name + struct.pack(">IH", len(data), 0) + data
 
-    body = frame(b"TIT2", title) + frame(b"TPE1", artist) + frame(b"TALB", "Cardsong") + bytes(64)
+    def unsynchronised_lyrics(text):  # with an empty description
+        data = b"\x01eng" + b"\xff\xfe\0\0" + b"\xff\xfe" + text.encode("utf-16-le")
+        return b"USLT" + struct.pack(">IH", len(data), 0) + data
+
+    body = frame(b"TIT2", title) + frame(b"TPE1", artist) + frame(b"TALB", "Cardsong")
+    if lyrics:
+        body += unsynchronised_lyrics(lyrics)
+    body += bytes(64)
     size = bytes(len(body) >> shift & 0x7F for shift in (21, 14, 7, 0))
     return b"ID3\x03\0\0" + size + body
+
+
+def lyrics3(text):
+    """A Lyrics3 v2.00 block of stamped ASCII text, for the place before an ID3v1 tag."""
+    def field(name, data):
+        return name + b"%05d" % len(data) + data
+
+    block = b"LYRICSBEGIN" + field(b"IND", b"11") + field(b"LYR", text.encode("ascii"))
+    return block + b"%06d" % len(block) + b"LYRICS200"
 
 
 def asf_objects(data):

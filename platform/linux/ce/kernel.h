@@ -123,6 +123,10 @@ struct FolderIdentity {
     bool operator==(const FolderIdentity&) const = default;
 };
 BOOL GetFolderIdentity(LPCWSTR path, FolderIdentity* identity);
+constexpr int CSIDL_PERSONAL = 5;
+// The path of a folder by its meaning; `path` has MAX_PATH units. The device has CSIDL_PERSONAL alone, the user's
+// documents; `create` makes it when it is missing. FALSE and an empty path when there is none.
+BOOL SHGetSpecialFolderPathW(HWND owner, LPWSTR path, int folder, BOOL create);
 // C runtime: opens a file of the device's tree. `mode` as for fopen.
 std::FILE* _wfopen(const WCHAR* name, const WCHAR* mode);
 

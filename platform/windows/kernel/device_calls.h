@@ -21,6 +21,8 @@ DWORD GetFileAttributesW(LPCWSTR name);
 BOOL GetFileAttributesExW(LPCWSTR name, GET_FILEEX_INFO_LEVELS level, LPVOID data);
 BOOL DeleteFileW(LPCWSTR name);
 BOOL CreateDirectoryW(LPCWSTR name, SECURITY_ATTRIBUTES* security);
+// The device has CSIDL_PERSONAL alone: \My Documents of its own tree.
+BOOL SHGetSpecialFolderPathW(HWND owner, LPWSTR path, int folder, BOOL create);
 std::FILE* _wfopen(const wchar_t* name, const wchar_t* mode);
 
 // ---- programs, modules, language ----

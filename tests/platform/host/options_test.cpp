@@ -64,6 +64,7 @@ const Sample kSamples[] = {
     { "screenshot", "s.png", [](Options& options) { options.screenshotFile = "s.png"; }, {}, "" },
     { "audio-sink", "null", [](Options& options) { options.audioSink = "null"; }, {}, "" },
     { "fill", nullptr, [](Options& options) { options.playerCommandLine = TEXT("--fill "); }, {}, "" },
+    { "lyrics-utf8", nullptr, [](Options& options) { options.playerCommandLine = TEXT("--lyrics-utf8 "); }, {}, "" },
     { "verbose",
       nullptr,
       [](Options& options) {
@@ -201,6 +202,7 @@ Plays the songs of a memory card.
   --screenshot=FILE    Write the last picture as PNG
   --audio-sink=NAME    Where the sound goes: null (nowhere, in real time) or an output of the system
   --fill               Fill an empty play list from the card at the first play
+  --lyrics-utf8        Take lyrics that are valid UTF-8 for UTF-8
   --verbose            Say what plays and what the debug log says
   --version            Print the version
   -h, --help           Print this help

@@ -3,6 +3,7 @@
 #include "encoding/big5_gb_text.h"
 #include "encoding/code_page.h"
 
+#include <algorithm>
 #include <cstring>
 #include <string_view>
 

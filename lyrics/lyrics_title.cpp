@@ -4,6 +4,7 @@
 #include "encoding/code_page.h"
 #include "tags/byte_text.h"
 
+#include <algorithm>
 #include <cstring>
 #include <span>
 #include <string_view>

@@ -4,6 +4,7 @@
 #include "tags/byte_text.h"
 #include "tags/id3_frame_table.h"
 
+#include <algorithm>
 #include <array>
 #include <string_view>
 

@@ -42,7 +42,7 @@ public:
         GetTextExtentExPointW(m_context, word.data(), static_cast<int>(word.size()), widthPx, &fit, nullptr, &size);
         auto units = std::max<std::size_t>(static_cast<std::size_t>(fit), 1);
         if (units < word.size() && IsSecondOfPair(word[units]))
-            units += units == 1 ? 1 : -1;
+            units = units == 1 ? 2 : units - 1;
         return units;
     }
 

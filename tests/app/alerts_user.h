@@ -7,6 +7,7 @@
 #include "tests/platform/user/window_threads.h"
 
 #include <atomic>
+#include <chrono>
 #include <functional>
 #include <thread>
 
@@ -46,6 +47,15 @@ public:
     {
         user::PointerDown({ 230, 217 });
         user::PointerUp({ 230, 217 });
+    }
+
+    // Whether the alert goes by itself, before its own time is over; gives it ten seconds of the real clock.
+    static bool IsAlertGoneWhileTimeStands()
+    {
+        const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(10);
+        while (FindWindowW(kAlertClass, nullptr) != nullptr && std::chrono::steady_clock::now() < end)
+            std::this_thread::yield();
+        return FindWindowW(kAlertClass, nullptr) == nullptr;
     }
 
 private:

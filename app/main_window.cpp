@@ -2,6 +2,7 @@
 
 #include "app/audio_manager.h"
 #include "app/audio_settings.h"
+#include "app/card_removal.h"
 #include "app/command_ids.h"
 #include "app/foreground.h"
 #include "app/lyrics_display.h"
@@ -192,6 +193,7 @@ constexpr MessageEntry kMessages[] = {
     { WM_GETDLGCODE, OnGetDialogCode },
     { WM_TIMER, OnTimer },
     { WM_DRAWITEM, OnDrawItem },
+    { WM_DEVICECHANGE, TakeDeviceChange },
     { kGraphEventMessage,
       [](HWND window, WPARAM, LPARAM) -> LRESULT {
           TakeGraphEvents(window);

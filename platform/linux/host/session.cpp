@@ -10,6 +10,8 @@
 #include "platform/linux/display/device_hands.h"
 #include "platform/linux/display/headless_display.h"
 #include "platform/linux/display/screenshot.h"
+#include "platform/linux/host/card_broadcast.h"
+#include "platform/linux/host/card_watch.h"
 #include "platform/linux/host/end_watch.h"
 #include "platform/linux/kernel/start_trace.h"
 #include "platform/linux/sound/sound_player.h"
@@ -96,6 +98,8 @@ int RunSession(const Options& options)
     std::thread opening([&] { trouble = OpenDisplay(*display); });
     std::atomic<bool> saved = options.screenshotFile.empty();
     endWatch.Start(options.runForSeconds, [&] { saved = saved || display::SaveScreenshot(options.screenshotFile); });
+    CardWatch cardWatch;
+    cardWatch.Start(options.cardDirectory, BroadcastCardChange);
     display::DeviceHands hands;
     ScriptPlayer player(hands);
     player.Start(std::get<std::vector<ScriptStep>>(std::move(script)));
@@ -106,6 +110,7 @@ int RunSession(const Options& options)
     sound::EndSound(kServerLimit);
     opening.join();
     player.Stop();
+    cardWatch.Stop();
     endWatch.Stop();
     saved = saved || display::SaveScreenshot(options.screenshotFile);
     display->Stop();

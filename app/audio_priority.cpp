@@ -3,8 +3,11 @@
 namespace {
 
 constexpr LPCWSTR kPriority = TEXT("Priority");
+constexpr DWORD kKeptBelow = 5;
 
 } // namespace
+
+DWORD g_audioPriority;
 
 UniqueKey OpenAudioManagementKey()
 {
@@ -36,4 +39,10 @@ LSTATUS ReadAudioPriority(DWORD& priority)
 void WriteAudioPriority(DWORD priority)
 {
     SetAudioValue(OpenAudioManagementKey(), kPriority, priority);
+}
+
+void KeepAudioPriority()
+{
+    if (g_audioPriority < kKeptBelow)
+        WriteAudioPriority(g_audioPriority);
 }

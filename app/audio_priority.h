@@ -15,3 +15,8 @@ LSTATUS SetAudioValue(const UniqueKey& key, LPCWSTR name, DWORD value);
 // Each through a key of its own. Without a key the reading fails and nothing is written.
 LSTATUS ReadAudioPriority(DWORD& priority);
 void WriteAudioPriority(DWORD priority);
+
+extern DWORD g_audioPriority; // what the registry told when the window was made; 0: it told nothing
+
+// Writes g_audioPriority back, but for the values from 5 on, which are the audio manager's own.
+void KeepAudioPriority();

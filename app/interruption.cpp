@@ -12,6 +12,16 @@ bool IsInterrupted()
     return g_interruption.isActive != 0;
 }
 
+void BeginInterruption(double positionSeconds)
+{
+    g_interruption = { 1, positionSeconds };
+}
+
+void EndInterruption()
+{
+    g_interruption = {};
+}
+
 double ShownPosition()
 {
     return IsInterrupted() ? g_interruption.positionSeconds : Player().GetPosition();

@@ -15,6 +15,8 @@ extern std::int32_t& g_pausedByInterruption;
 extern double& g_savedPosition;
 
 [[nodiscard]] bool IsInterrupted();
+void BeginInterruption(double positionSeconds);
+void EndInterruption();
 
 // Seconds: where the song is for all that show it or go on with it. While an interruption lasts, where it came.
 [[nodiscard]] double ShownPosition();

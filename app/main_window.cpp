@@ -1,17 +1,21 @@
 #include "app/main_window.h"
 
 #include "app/audio_manager.h"
+#include "app/audio_priority.h"
 #include "app/audio_settings.h"
 #include "app/card_removal.h"
 #include "app/command_ids.h"
 #include "app/foreground.h"
+#include "app/giving_way.h"
 #include "app/lyrics_display.h"
 #include "app/main_paint.h"
+#include "app/play_mode_commands.h"
 #include "app/player_controls.h"
 #include "app/player_keys.h"
 #include "app/player_state.h"
 #include "app/progress.h"
 #include "app/registered_messages.h"
+#include "app/song_end.h"
 #include "app/song_steps.h"
 #include "app/task_bar.h"
 #include "app/title_ticker.h"
@@ -38,6 +42,7 @@ void ExitPlayer(HWND window, WPARAM request)
 {
     if (IsSongLoaded())
         SendMessageW(window, WM_COMMAND, kCommandStop, 0);
+    KeepAudioPriority();
     TellAudioManager(request);
     g_savedPlayList.Save(PlayList);
     FreeControls();
@@ -62,6 +67,11 @@ constexpr CommandEntry kCommands[] = {
     { kCommandStop, StopSong },
     { kCommandForward5, [](HWND, WPARAM) { StepForward5Seconds(); } },
     { kCommandNext, [](HWND window, WPARAM) { StepToNext(window); } },
+    { kCommandShuffleOff, [](HWND, WPARAM) { ToggleShuffle(); } },
+    { kCommandShuffleOn, [](HWND, WPARAM) { ToggleShuffle(); } },
+    { kCommandRepeatOff, [](HWND, WPARAM) { StepRepeatMode(); } },
+    { kCommandRepeatAll, [](HWND, WPARAM) { StepRepeatMode(); } },
+    { kCommandRepeatSingle, [](HWND, WPARAM) { StepRepeatMode(); } },
 };
 
 // ---- timers ----
@@ -91,12 +101,14 @@ constexpr TimerEntry kTimers[] = {
 LRESULT OnCreate(HWND window, WPARAM, LPARAM)
 {
     RegisterAudioManagerMessage();
+    ForgetOwnNotices();
     SetWindowLongPtrW(window, GWL_EXSTYLE, GetWindowLongPtrW(window, GWL_EXSTYLE) | WS_EX_NOANIMATION);
     MoveWindow(window, 0, 0, kScreenWidthPx, kScreenHeightPx, TRUE);
     HideTaskBar();
     CreateControls(window);
     LoadBackground();
     DisableFirstSongControls(window);
+    ReadAudioPriority(g_audioPriority);
     g_savedPlayList.Load(PlayList);
     StartLyrics();
     return 0;
@@ -113,6 +125,12 @@ LRESULT OnDestroy(HWND window, WPARAM, LPARAM)
     ReleasePlayer();
     PostQuitMessage(0);
     return 0;
+}
+
+LRESULT OnActivate(HWND window, WPARAM wParam, LPARAM lParam)
+{
+    TakeActivation(window, wParam, lParam);
+    return DefWindowProcW(window, WM_ACTIVATE, wParam, lParam); // gives the focus
 }
 
 LRESULT OnCommand(HWND window, WPARAM wParam, LPARAM)
@@ -178,6 +196,7 @@ struct MessageEntry {
 constexpr MessageEntry kMessages[] = {
     { WM_CREATE, OnCreate },
     { WM_DESTROY, OnDestroy },
+    { WM_ACTIVATE, OnActivate },
     { WM_PAINT,
       [](HWND window, WPARAM, LPARAM) -> LRESULT {
           PaintMainWindow(window);
@@ -215,6 +234,11 @@ constexpr RegisteredMessageEntry kRegisteredMessages[] = {
     { g_msgAreYouMe,
       [](HWND window, WPARAM, LPARAM) -> LRESULT {
           ComeToFront(window);
+          return 0;
+      } },
+    { g_msgAudioManager,
+      [](HWND window, WPARAM wParam, LPARAM) -> LRESULT {
+          TakeAudioManagerState(window, wParam);
           return 0;
       } },
     { g_msgLyricsSettingChange,

@@ -47,6 +47,11 @@ void EnableSlider(HWND window, BOOL enable)
     EnableWindow(GetWindow(window, GW_CHILD), enable);
 }
 
+void ShowFace(WORD face, bool isShown)
+{
+    g_controls.buttons.Show(face, isShown ? SW_SHOW : SW_HIDE);
+}
+
 void Change(WORD button, ButtonChange change)
 {
     if (change != ButtonChange::Keep)
@@ -94,14 +99,27 @@ void DisableFirstSongControls(HWND window)
 
 void ShowPlayFace()
 {
-    g_controls.buttons.Show(kCommandPlay, SW_SHOW);
-    g_controls.buttons.Show(kCommandPause, SW_HIDE);
+    ShowFace(kCommandPlay, true);
+    ShowFace(kCommandPause, false);
 }
 
 void ShowPauseFace()
 {
-    g_controls.buttons.Show(kCommandPause, SW_SHOW);
-    g_controls.buttons.Show(kCommandPlay, SW_HIDE);
+    ShowFace(kCommandPause, true);
+    ShowFace(kCommandPlay, false);
+}
+
+void ShowShuffleFace(bool isOn)
+{
+    ShowFace(kCommandShuffleOff, !isOn);
+    ShowFace(kCommandShuffleOn, isOn);
+}
+
+void ShowRepeatFace(Repeat mode)
+{
+    ShowFace(kCommandRepeatOff, mode == Repeat::Off);
+    ShowFace(kCommandRepeatAll, mode == Repeat::All);
+    ShowFace(kCommandRepeatSingle, mode == Repeat::Single);
 }
 
 void ChangeStepButtons(const StepButtonChange& change)

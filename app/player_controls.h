@@ -1,6 +1,7 @@
-// What the main window owns while it lives: controls, pictures, the key row; and the two faces of its play button.
+// What the main window owns while it lives: controls, pictures, the key row; and the faces of its buttons.
 #pragma once
 
+#include "app/play_modes.h"
 #include "app/step_button_rules.h"
 #include "controls/player_buttons.h"
 #include "controls/seek_slider.h"
@@ -30,4 +31,6 @@ void DisableFirstSongControls(HWND window);
 
 void ShowPlayFace();
 void ShowPauseFace();
+void ShowShuffleFace(bool isOn);
+void ShowRepeatFace(Repeat mode);
 void ChangeStepButtons(const StepButtonChange& change);

@@ -3,6 +3,7 @@
 #include "app/command_ids.h"
 #include "app/current_song.h"
 #include "app/player_state.h"
+#include "app/step_choice.h"
 
 namespace {
 
@@ -32,7 +33,7 @@ void ChangeSongs(HWND window)
     const bool wasPlaying = IsPlaying();
     SendMessageW(window, WM_COMMAND, MAKEWPARAM(kCommandStop, kStopQuietly), 0);
     SendMessageW(window, WM_COMMAND, kCommandPlay, 0);
-    if (!wasPlaying)
+    if (!wasPlaying && IsPlaying()) // where nothing could be played, the player has stopped
         SendMessageW(window, WM_COMMAND, kCommandPlay, 0);
 }
 
@@ -43,19 +44,23 @@ void StepToNext(HWND window)
     const StepGuard guard;
     if (!guard.MayStep())
         return;
-    if (g_currentNumber >= PlayList.GetCount()) {
+    const int number = ChooseNext(ConstSongList(PlayList), g_currentNumber, g_playModes);
+    if (number == 0) {
         SendMessageW(window, WM_COMMAND, kCommandStop, 0);
         return;
     }
-    MakeCurrent(g_currentNumber + 1);
+    MakeCurrent(number);
     ChangeSongs(window);
 }
 
 void StepToPrevious(HWND window)
 {
     const StepGuard guard;
-    if (!guard.MayStep() || g_currentNumber <= 1)
+    if (!guard.MayStep())
         return;
-    MakeCurrent(g_currentNumber - 1);
+    const int number = ChoosePrevious(ConstSongList(PlayList), g_currentNumber, g_playModes);
+    if (number == 0)
+        return;
+    MakeCurrent(number);
     ChangeSongs(window);
 }

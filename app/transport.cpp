@@ -1,6 +1,7 @@
 #include "app/transport.h"
 
 #include "app/audio_manager.h"
+#include "app/audio_priority.h"
 #include "app/command_ids.h"
 #include "app/current_song.h"
 #include "app/interruption.h"
@@ -11,6 +12,7 @@
 #include "app/player_state.h"
 #include "app/title_ticker.h"
 #include "app/unplayable_songs.h"
+#include "controls/seek_slider.h"
 #include "library/play_time_text.h"
 #include "library/song_list_rows.h"
 #include "library/song_title.h"
@@ -57,6 +59,21 @@ void BuildTitle(const WString& path)
     g_titleWidthPx = MeasureText(g_titleText.c_str(), TitleFont()).cx;
 }
 
+// In the lists another row may have been marked meanwhile, or none is.
+void ReturnMarkToPausedSong()
+{
+    if (EntryAt(g_currentNumber) != nullptr)
+        MakeCurrent(g_currentNumber);
+}
+
+void GoToWhereInterruptionCame(HWND window)
+{
+    if (!IsInterrupted())
+        return;
+    SendMessageW(window, kSliderMovedMessage, 0, 0);
+    EndInterruption();
+}
+
 enum class SongStart { Anew, WhereItWas };
 
 // A song that was only paused goes on where it was.
@@ -89,7 +106,10 @@ bool PlayCurrent(HWND window)
 {
     EnterPlaying(window);
     MediaFileEntry& entry = ChooseEntry();
+    if (g_playModes.IsShuffleOn())
+        entry.playedInShuffle = 1;
     const WString path = PathOf(entry);
+    GoToWhereInterruptionCame(window);
     BuildTitle(path);
     const SongStart start = StartOf(path);
     const double durationSeconds = OpenOrResume(window, path, start);
@@ -109,11 +129,12 @@ bool PlayCurrent(HWND window)
 
 void PlayOrPause(HWND window)
 {
-    g_songLoaded = 1;
     if (IsPlaying()) {
         PauseSong(window);
         return;
     }
+    if (IsSongLoaded())
+        ReturnMarkToPausedSong();
     TakeBackSavedSongs();
     FillFromCard();
     // A card may hold thousands of files that no decoder takes: one after the other, never one inside the other.
@@ -132,7 +153,9 @@ void PlayOrPause(HWND window)
 
 void StopSong(HWND window, WPARAM request)
 {
+    KeepAudioPriority();
     TellAudioManager(request);
+    EndInterruption(); // whoever was waited for, the song does not come back
     if (IsPlaying())
         ShowPlayFace();
     StopLyrics(window); // before the title comes back, which the strip covers
@@ -152,14 +175,6 @@ void StopSong(HWND window, WPARAM request)
     if (g_controls.slider)
         g_controls.slider->SetPos(0);
     DisableSongControls(window);
-}
-
-void TakeGraphEvents(HWND window)
-{
-    if (!Player().CheckEndOfStream())
-        return;
-    g_controls.buttons.Enable(kCommandForward5, false);
-    SendMessageW(window, WM_COMMAND, kCommandStop, 0);
 }
 
 void SeekToSlider(WPARAM sliderId, LPARAM sliderPosition)

@@ -1,6 +1,7 @@
 #include "app/unplayable_songs.h"
 
 #include "app/current_song.h"
+#include "app/play_modes.h"
 #include "app/player_state.h"
 
 namespace {
@@ -19,5 +20,6 @@ AfterUnplayable TakeUnplayableSongOut(CardOfList& card)
     if (!card.IsThere(g_currentNumber - 1))
         return AfterUnplayable::Stop;
     DropCurrentEntry();
-    return g_currentNumber > 1 ? AfterUnplayable::PlayNext : AfterUnplayable::Stop;
+    const bool goesRound = g_playModes.IsRepeatAllOn() || g_playModes.IsShuffleOn();
+    return g_currentNumber > 1 || goesRound ? AfterUnplayable::PlayNext : AfterUnplayable::Stop;
 }

@@ -6,6 +6,6 @@
 enum class AfterUnplayable { PlayNext, Stop };
 
 // The current song cannot be played. Its entry leaves the list and is freed; the entry that takes its place becomes
-// current, and behind the last one the first, at which the player stops. While the card of the list is away nothing
-// leaves it, and the player stops, too.
+// current, and behind the last one the first, at which the player stops unless it repeats all songs or shuffles them.
+// While the card of the list is away nothing leaves it, and the player stops, too.
 [[nodiscard]] AfterUnplayable TakeUnplayableSongOut(CardOfList& card);

@@ -1,6 +1,6 @@
 #include "lyrics/lyrics_settings.h"
 
-#include "common/unique_handle.h"
+#include "common/registry_key.h"
 #include "lyrics/lyrics_folder.h"
 #include "lyrics/settings_texts.h"
 
@@ -21,31 +21,9 @@ constexpr const WCHAR* kUtf8 = TEXT("Lyrics UTF-8");
 constexpr std::size_t kPathTextUnits = 260;
 constexpr std::size_t kShortTextUnits = 30;
 
-struct KeyTraits : NullWhenNone<HKEY> {
-    static void Close(HKEY key) { RegCloseKey(key); }
-};
-using UniqueKey = UniqueHandle<KeyTraits>;
-
-UniqueKey OpenExistingKey()
-{
-    HKEY key = nullptr;
-    const LSTATUS result = RegOpenKeyExW(HKEY_LOCAL_MACHINE, kKey, 0, KEY_READ | KEY_WRITE, &key);
-    return result == ERROR_SUCCESS ? UniqueKey(key) : UniqueKey();
-}
-
-// None when it can be neither opened nor made.
 UniqueKey OpenKey()
 {
-    UniqueKey key = OpenExistingKey();
-    if (key)
-        return key;
-    HKEY made = nullptr;
-    DWORD disposition = 0;
-    if (RegCreateKeyExW(HKEY_LOCAL_MACHINE, kKey, 0, nullptr, REG_OPTION_NON_VOLATILE, KEY_READ | KEY_WRITE, nullptr,
-                        &made, &disposition) != ERROR_SUCCESS)
-        return {};
-    RegCloseKey(made);
-    return OpenExistingKey();
+    return OpenOrCreateKey(kKey);
 }
 
 void WriteText(const UniqueKey& key, const WCHAR* name, const WString& text)

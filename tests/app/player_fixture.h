@@ -31,6 +31,8 @@ constexpr POINT kPlayKey{ 136, 183 };
 constexpr POINT kStopKey{ 89, 183 };
 constexpr POINT kNextKey{ 183, 183 };
 constexpr POINT kBackKey{ 33, 183 };
+constexpr POINT kRepeatKey{ 230, 183 };
+constexpr POINT kShuffleKey{ 287, 183 };
 constexpr POINT kExitKey{ 50, 224 };
 constexpr LONG kSliderLeft = 17;
 constexpr LONG kSliderWidthPx = 286;
@@ -87,6 +89,16 @@ protected:
         g_hStringModule = LoadStringModule();
         m_window = InitInstance(g_hInstance, SW_SHOW);
         Pump();
+    }
+
+    // Ends the player, whose list is then what it saved, and starts it anew.
+    void StartAgain()
+    {
+        SendMessageW(m_window, WM_COMMAND, kCommandExit, 0);
+        Pump();
+        user::ResetWindows();
+        m_hasQuit = false;
+        Start();
     }
 
     // Handles every message that waits, as the main loop does.

@@ -1,5 +1,9 @@
+#include "app/play_modes.h"
 #include "app/title_ticker.h"
 #include "tests/app/player_fixture.h"
+
+#include <algorithm>
+#include <set>
 
 using namespace cardsong::test;
 
@@ -111,4 +115,45 @@ TEST_F(SongSteps, TheNextAndBackKeysStep)
     EXPECT_EQ(g_currentNumber, 2);
     Tap(kBackKey);
     EXPECT_EQ(g_currentNumber, 1);
+}
+
+TEST_F(SongSteps, NextWhilePausedBeforeUnplayableSongsStaysSilent)
+{
+    AddBadSong("d.mp3");
+    Press(VK_RETURN);
+    Press(VK_RIGHT);
+    Press(VK_RIGHT);
+    EXPECT_EQ(g_currentNumber, 3);
+    Press(VK_RETURN); // paused
+    Press(VK_RIGHT);  // the bad one leaves, and the first song would be next
+    EXPECT_EQ(g_songLoaded, 0);
+    EXPECT_EQ(g_isPlaying, 0);
+    EXPECT_EQ(PlayList.GetCount(), 3);
+}
+
+TEST_F(SongSteps, ShuffleNeverRepeatsASongUntilAllWerePlayed)
+{
+    Press(VK_RETURN);
+    SendMessageW(m_window, WM_COMMAND, kCommandShuffleOff, 0);
+    std::set<int> played{ g_currentNumber };
+    for (int i = 0; i < 2; ++i) {
+        Press(VK_RIGHT);
+        EXPECT_TRUE(played.insert(g_currentNumber).second);
+    }
+    EXPECT_EQ(played.size(), 3U);
+    g_playModes = {};
+}
+
+TEST_F(SongSteps, AfterAPreviousInShuffleNextReturnsToTheSongThatWasLeft)
+{
+    Press(VK_RETURN);
+    SendMessageW(m_window, WM_COMMAND, kCommandShuffleOff, 0);
+    Press(VK_RIGHT);
+    const int left = g_currentNumber;
+    Press(VK_LEFT);
+    EXPECT_EQ(g_currentNumber, 1);
+    Press(VK_RIGHT);
+    EXPECT_EQ(g_currentNumber, left);
+    EXPECT_EQ(std::ranges::count_if(Marks(), [](int mark) { return mark != 0; }), 1);
+    g_playModes = {};
 }

@@ -1,4 +1,5 @@
 #include "app/main_window.h"
+#include "app/play_modes.h"
 #include "app/title_ticker.h"
 #include "controls/seek_slider.h"
 #include "library/song_list_rows.h"
@@ -507,4 +508,65 @@ TEST_F(Transport, ACardOfUnplayableFilesIsOfferedAgainOnlyAtTheNextPlay)
     Press(VK_RETURN);
     EXPECT_EQ(PlayList.GetCount(), 0);
     EXPECT_EQ(g_songLoaded, 0);
+}
+
+TEST_F(Transport, PlayGoesOnWithThePausedSongAlsoWhenAnotherRowIsMarked)
+{
+    Start();
+    AddSong("a.mp3", 30);
+    AddSong("b.mp3", 20);
+    Press(VK_RETURN);
+    Advance(52);
+    Press(VK_RETURN);
+    SongList(PlayList).At(0).playMark = 0;
+    SongList(PlayList).At(1).playMark = 2;
+    TakeSimulatedCalls();
+    Press(VK_RETURN);
+    EXPECT_EQ(TakeSimulatedCalls(), std::vector<std::string>{ "Run" });
+    EXPECT_EQ(g_currentNumber, 1);
+    EXPECT_EQ(SongList(PlayList).At(0).playMark, 1);
+    EXPECT_EQ(SongList(PlayList).At(1).playMark, 0);
+}
+
+TEST_F(Transport, PlayGoesOnWithThePausedSongAlsoWhenNoRowIsMarked)
+{
+    Start();
+    AddSong("a.mp3", 30);
+    AddSong("b.mp3", 20);
+    Press(VK_RETURN);
+    Press(VK_RIGHT);
+    Press(VK_RETURN);
+    SongList(PlayList).At(1).playMark = 0;
+    Press(VK_RETURN);
+    EXPECT_EQ(g_currentNumber, 2);
+    EXPECT_EQ(SongList(PlayList).At(1).playMark, 2);
+    EXPECT_EQ(Narrow(g_titleText), "02.b");
+}
+
+TEST_F(Transport, BehindAnUnplayableLastSongRepeatAllPlaysTheFirst)
+{
+    Start();
+    AddSong("a.mp3", 30);
+    AddBadSong("bad.mp3");
+    SongList(PlayList).At(1).playMark = 2;
+    g_playModes.SetRepeat(Repeat::All);
+    Press(VK_RETURN);
+    EXPECT_EQ(PlayList.GetCount(), 1);
+    EXPECT_EQ(g_currentNumber, 1);
+    EXPECT_EQ(g_isPlaying, 1);
+    g_playModes = {};
+}
+
+TEST_F(Transport, BehindAnUnplayableLastSongShufflePlaysTheFirst)
+{
+    Start();
+    AddSong("a.mp3", 30);
+    AddBadSong("bad.mp3");
+    SongList(PlayList).At(1).playMark = 2;
+    g_shuffle = 1;
+    Press(VK_RETURN);
+    EXPECT_EQ(PlayList.GetCount(), 1);
+    EXPECT_EQ(g_currentNumber, 1);
+    EXPECT_EQ(g_isPlaying, 1);
+    g_playModes = {};
 }

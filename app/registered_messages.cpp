@@ -1,5 +1,7 @@
 #include "app/registered_messages.h"
 
+#include "playback/media_graph.h"
+
 UINT g_msgAreYouMe;
 UINT g_msgUserAddSongs;
 UINT g_msgMassStorage;
@@ -17,7 +19,7 @@ constexpr MessageName kStartMessages[] = {
     { g_msgUserAddSongs, TEXT("WM_USER_!-{{1FCF03ED-B487-4997-8A32-6029F108FA9F}}") },
     { g_msgMassStorage, TEXT("TAVO_MASS_STORAGE_NOTIFICATION") },
 };
-constexpr MessageName kAudioManagerMessage = { g_msgAudioManager, TEXT("TAVO_AUDIOMGR_UPDATESTATE_IND") };
+constexpr MessageName kAudioManagerMessage = { g_msgAudioManager, kAudioManagerMessageName };
 
 void Register(const MessageName& message)
 {

@@ -14,6 +14,13 @@ struct _AMMediaType;
 // Posted, with both parameters 0, to the notify window when an event waits to be taken.
 constexpr UINT kGraphEventMessage = WM_USER + 20;
 
+// The registered message by which the device's audio manager tells its state, in the high word of the first parameter.
+// An engine whose sound server asks the song to give way posts it to the notify window too, and again when the song may
+// go on.
+constexpr const WCHAR* kAudioManagerMessageName = TEXT("TAVO_AUDIOMGR_UPDATESTATE_IND");
+constexpr WORD kSongMaySound = 1;
+constexpr WORD kAnotherSounds = 2;
+
 // Event codes that every engine reports, some among others of their own. A song that breaks off reports
 // kGraphErrorAbort and then kGraphComplete, so that whoever waits for its end goes on.
 constexpr long kGraphComplete = 1;

@@ -120,10 +120,10 @@ TEST_F(TraceLogTest, AModuleWithoutANameIsPrintedByItsNumberAndWithoutALineBreak
 TEST_F(TraceLogTest, NineteenModulesHaveAName)
 {
     const std::map<DWORD, std::string> names = {
-        { 1, "Shell" },    { 2, "Menu" },     { 3, "Settings" }, { 4, "Navigation" },   { 5, "Map" },
-        { 6, "Position" }, { 7, "Phone" },    { 8, "Contacts" }, { 9, "Bluetooth" },    { 10, "Radio" },
-        { 11, "Power" },   { 12, "Storage" }, { 13, "Update" },  { 32, "Video" },       { 33, "Music" },
-        { 34, "Photo" },   { 35, "Audio" },   { 36, "Text" },    { 37, "Transmitter" },
+        { 1, "Shell" },        { 2, "Menu" },     { 3, "Settings" }, { 4, "Navigation" }, { 5, "Map" },
+        { 6, "Position" },     { 7, "Phone" },    { 8, "Contacts" }, { 9, "Bluetooth" },  { 10, "Radio" },
+        { 11, "Transmitter" }, { 12, "Storage" }, { 13, "Update" },  { 32, "Video" },     { 33, "Music" },
+        { 34, "Photo" },       { 35, "Audio" },   { 36, "Text" },    { 37, "Power" },
     };
     SetSwitch(1);
     for (DWORD id = 0; id < 64; ++id) {

@@ -43,7 +43,7 @@ int IsTraceLogSwitchedOn()
     if (result == ERROR_FILE_NOT_FOUND)
         RegSetValueExW(key, TEXT("Activate"), 0, REG_DWORD, reinterpret_cast<const BYTE*>(&active), sizeof(active));
     RegCloseKey(key);
-    return active != 0 ? 1 : 0;
+    return result == ERROR_SUCCESS && active != 0 ? 1 : 0;
 }
 
 void TraceLog(DWORD moduleId, LPCWSTR format, ...)

@@ -93,6 +93,20 @@ TEST_F(TraceLogTest, AnyValueButZeroSwitchesOn)
     EXPECT_EQ(ReadSwitch(), 2);
 }
 
+TEST_F(TraceLogTest, AValueLongerThanANumberLeavesTheLogOffAndStays)
+{
+    HKEY key = nullptr;
+    ASSERT_EQ(RegCreateKeyExW(HKEY_LOCAL_MACHINE, kSwitchKey, 0, nullptr, 0, KEY_WRITE, nullptr, &key, nullptr),
+              LSTATUS{ 0 });
+    const BYTE bytes[] = { 1, 0, 0, 0, 1 };
+    EXPECT_EQ(RegSetValueExW(key, TEXT("Activate"), 0, REG_BINARY, bytes, sizeof bytes), LSTATUS{ 0 });
+    EXPECT_EQ(Logged(33, TEXT("hello")), "");
+    DWORD sizeBytes = 0;
+    EXPECT_EQ(RegQueryValueExW(key, TEXT("Activate"), nullptr, nullptr, nullptr, &sizeBytes), LSTATUS{ 0 });
+    EXPECT_EQ(sizeBytes, 5U);
+    RegCloseKey(key);
+}
+
 TEST_F(TraceLogTest, AMessageOf300UnitsIsCutTo255)
 {
     SetSwitch(1);

@@ -45,6 +45,7 @@ struct Desktop {
     bool pointerDown = false;
     POINT pointer{};
     std::function<void()> presenter;
+    std::function<void()> raiser;
 };
 
 Desktop& TheDesktop();

@@ -14,10 +14,8 @@ struct _AMMediaType;
 // Posted, with both parameters 0, to the notify window when an event waits to be taken.
 constexpr UINT kGraphEventMessage = WM_USER + 20;
 
-// The registered message by which the device's audio manager tells its state, in the high word of the first parameter.
-// An engine whose sound server asks the song to give way posts it to the notify window too, and again when the song may
-// go on.
-constexpr const WCHAR* kAudioManagerMessageName = TEXT("TAVO_AUDIOMGR_UPDATESTATE_IND");
+// States in the message of the device's audio manager. An engine whose sound server asks the song to give way posts
+// that message to the notify window, too, and again when the song may go on.
 constexpr WORD kSongMaySound = 1;
 constexpr WORD kAnotherSounds = 2;
 

@@ -1,5 +1,6 @@
 #include "playback/media_graph_gstreamer_events.h"
 
+#include "common/device_messages.h"
 #include "playback/media_graph.h"
 
 #include <algorithm>
@@ -177,7 +178,7 @@ void GraphEvents::PostAskedStateLocked()
 {
     if (m_window == nullptr || !m_askedState)
         return;
-    PostMessageW(m_window, RegisterWindowMessageW(kAudioManagerMessageName), MAKEWPARAM(0, *m_askedState), 0);
+    PostMessageW(m_window, RegisterWindowMessageW(kAudioManagerMessage), MAKEWPARAM(0, *m_askedState), 0);
     m_askedState.reset();
 }
 

@@ -87,11 +87,13 @@ TEST_F(StartUp, TheAlertOfAMissingCardGoesWhenThePlayerIsToEnd)
     std::filesystem::remove_all(m_device.CardDirectory());
     ::testing::internal::CaptureStderr();
     bool isGone = false;
-    const AlertsUser user(m_clock, [&isGone] {
-        cardsong::user::PressExitKey();
-        isGone = AlertsUser::IsAlertGoneWhileTimeStands();
-    });
-    Start();
+    {
+        const AlertsUser user(m_clock, [&isGone] {
+            cardsong::user::PressExitKey();
+            isGone = AlertsUser::IsAlertGoneWhileTimeStands();
+        });
+        Start();
+    }
     ::testing::internal::GetCapturedStderr();
     EXPECT_EQ(m_window, nullptr);
     EXPECT_TRUE(isGone);

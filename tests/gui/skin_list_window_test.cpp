@@ -466,6 +466,22 @@ TEST(SkinListOwner, AnOwnerThatGoesTakesTheListsWindowAlong)
     EXPECT_EQ(list.Window(), nullptr);
 }
 
+TEST_F(SkinListTest, AboveAnotherWindowGivesItTheKeysBackAndTellsTheOwner)
+{
+    SkinListWnd above;
+    Create(1);
+    Prepare(above);
+    above.SetWindowBelow(m_list.Window());
+    const HWND window = above.Create(m_owner.Get(), TEXT("Above"), SkinListRedraw::AtOnce, 51);
+    EXPECT_EQ(GetWindow(window, GW_OWNER), m_list.Window());
+    EXPECT_EQ(GetActiveWindow(), window);
+    SendMessageW(window, WM_COMMAND, 29, 0);
+    ASSERT_EQ(m_owner.seen.size(), 1U);
+    EXPECT_EQ(m_owner.seen[0].wParam, 29U);
+    above.Close();
+    EXPECT_EQ(GetActiveWindow(), m_list.Window());
+}
+
 TEST(SkinListOwner, AListWithoutAnOwnerTellsNobody)
 {
     SkinDevice skin;

@@ -43,14 +43,15 @@ void Strike(InputKind kind, UINT key)
     }
 }
 
-// They stand in front of the program, and would swallow what is meant for it.
-void CloseWindowsOfOtherThreads()
+// Windows of other threads, and those that another window of the program owns, stand in front of it and would swallow
+// what is meant for it.
+void CloseWindowsInFront()
 {
     std::vector<HWND> windows;
     {
         LockedDesktop desktop;
         for (const WindowRecord* window : desktop->root->children)
-            if (!window->queue->runsProgram)
+            if (!window->queue->runsProgram || window->owner != nullptr)
                 windows.push_back(window->handle);
     }
     for (HWND window : windows)
@@ -86,7 +87,7 @@ void KeyUp(UINT key)
 
 void PressExitKey()
 {
-    CloseWindowsOfOtherThreads();
+    CloseWindowsInFront();
     SetDisplayActive(true); // an inactive display's keys are meant for another program
     KeyDown(VK_F24);
     KeyUp(VK_F24);

@@ -17,8 +17,8 @@ void PointerUp(POINT at);
 void KeyDown(UINT key);
 void KeyUp(UINT key);
 // Strikes the key that asks the player to end; it saves what it has to save. Heard while the display is inactive, too,
-// and before there is a window. What other threads than the program's own show, such as an alert, is closed: it would
-// swallow the key.
+// and before there is a window. What other threads than the program's own show, such as an alert, is closed, and so
+// is what lies above another window of the program and belongs to it, such as a list: it would swallow the key.
 void PressExitKey();
 // The display's own window gained or lost the foreground among the machine's programs.
 void SetDisplayActive(bool active);

@@ -213,6 +213,21 @@ TEST_F(DeviceScreen, ClosingTheWindowPressesTheExitKey)
     EXPECT_EQ(g_seen[0].wParam, static_cast<WPARAM>(VK_F24));
 }
 
+TEST_F(DeviceScreen, ClosingTheWindowClosesWhatItOwnsAndPressesTheExitKeyForItself)
+{
+    const HWND list = CreateWindowExW(0, TEXT("SCREENTEST"), TEXT(""), WS_POPUP | WS_VISIBLE, 0, 0, 320, 240, m_window,
+                                      nullptr, nullptr, nullptr);
+    ASSERT_NE(list, nullptr);
+    SetFocus(list);
+    Pump();
+    g_seen.clear();
+    SendMessageW(m_window, WM_CLOSE, 0, 0);
+    Pump();
+    EXPECT_FALSE(IsWindow(list));
+    ASSERT_EQ(g_seen.size(), 1U);
+    EXPECT_EQ(g_seen[0].wParam, static_cast<WPARAM>(VK_F24));
+}
+
 TEST_F(DeviceScreen, EscapeIsTheExitKey)
 {
     PostMessageW(m_window, WM_KEYDOWN, VK_ESCAPE, 1);

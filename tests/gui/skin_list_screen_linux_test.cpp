@@ -118,6 +118,25 @@ TEST_F(SkinListScreen, OpeningShowsTheWholeListInOneFrame)
     EXPECT_EQ(At(0, 27), m_unchecked);
 }
 
+TEST_F(SkinListScreen, AHeldButtonKeepsItsPressedLookWhileTheOwnerRepaints)
+{
+    Create(9);
+    Press(kDownButton);
+    EXPECT_EQ(At(kDownButton.x, kDownButton.y), m_scrollDownPressed);
+    m_list.SetItemCount(10);
+    m_list.RepaintAll();
+    ParentWindow::Pump();
+    EXPECT_EQ(At(kDownButton.x, kDownButton.y), m_scrollDownPressed);
+    Release(kDownButton);
+    EXPECT_EQ(At(kDownButton.x, kDownButton.y), m_scrollDown);
+    Press(kPlayKey);
+    m_list.RepaintAll();
+    ParentWindow::Pump();
+    EXPECT_EQ(At(kPlayKey.x, kPlayKey.y), m_keyPressed);
+    Release(kPlayKey);
+    EXPECT_EQ(At(kPlayKey.x, kPlayKey.y), m_key);
+}
+
 // ---- touch and keys, as a user has them ----
 
 TEST_F(SkinListScreen, AFingerSelectsTurnsAndCommands)

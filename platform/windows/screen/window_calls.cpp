@@ -44,12 +44,7 @@ ATOM RegisterClassW(const WNDCLASSW* windowClass)
 {
     if (!IsSetUp() || windowClass == nullptr)
         return ::RegisterClassW(windowClass);
-    WNDCLASSW description = *windowClass;
-    description.lpfnWndProc = PlayersProcedure;
-    const ATOM atom = ::RegisterClassW(&description);
-    if (atom != 0)
-        RememberProcedure(atom, windowClass->lpfnWndProc);
-    return atom;
+    return RegisterPlayersClass(*windowClass);
 }
 
 HWND CreateWindowExW(DWORD exStyle, LPCWSTR className, LPCWSTR text, DWORD style, int x, int y, int widthPx,

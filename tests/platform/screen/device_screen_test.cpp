@@ -9,6 +9,11 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <atomic>
+#include <barrier>
+#include <string>
+#include <thread>
 #include <vector>
 
 namespace {
@@ -330,6 +335,52 @@ TEST_F(DeviceScreen, ANamelessFontWritesChinese)
     SelectObject(context, before);
     DeleteDC(context);
     DeleteObject(font);
+}
+
+std::atomic<int> g_begun; // windows whose procedure heard of their beginning
+
+LRESULT CALLBACK CountingProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam)
+{
+    g_begun += message == WM_NCCREATE ? 1 : 0;
+    return DefWindowProcW(window, message, wParam, lParam);
+}
+
+// The class is registered by whoever of two threads comes first, and both make a window of it at once.
+void MakeWindowOfNewClass(const WString& name, std::barrier<>& together)
+{
+    WNDCLASSW description{};
+    description.lpfnWndProc = CountingProcedure;
+    description.lpszClassName = name.c_str();
+    together.arrive_and_wait();
+    RegisterClassW(&description);
+    const HWND window =
+        CreateWindowExW(0, name.c_str(), TEXT(""), WS_POPUP, 0, 0, 10, 10, nullptr, nullptr, nullptr, nullptr);
+    EXPECT_NE(window, nullptr);
+    DestroyWindow(window);
+}
+
+TEST_F(DeviceScreen, WindowsThatTwoThreadsMakeOfANewClassAtTheSameInstantBothHaveItsProcedure)
+{
+    constexpr int kRounds = 50;
+    std::barrier together(2);
+    std::atomic<int> ended = 0;
+    const auto makeAll = [&] {
+        for (int round = 0; round < kRounds; ++round) {
+            const std::wstring number = std::to_wstring(round);
+            MakeWindowOfNewClass(TEXT("RACE") + WString(number.begin(), number.end()), together);
+        }
+        ++ended;
+    };
+    g_begun = 0;
+    std::thread first(makeAll);
+    std::thread second(makeAll);
+    while (ended < 2) { // the screen's window goes on answering
+        Pump();
+        std::this_thread::yield();
+    }
+    first.join();
+    second.join();
+    EXPECT_EQ(g_begun, 2 * kRounds);
 }
 
 TEST(HiddenScreen, IsSeenByNobodyAndTakesNoKeyboard)

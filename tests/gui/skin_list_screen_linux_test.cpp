@@ -139,6 +139,34 @@ TEST_F(SkinListScreen, AHeldButtonKeepsItsPressedLookWhileTheOwnerRepaints)
 
 // ---- touch and keys, as a user has them ----
 
+TEST_F(SkinListScreen, KeysOfADesktopReachAllThatAFingerReaches)
+{
+    Create(9);
+    const auto tap = [](POINT place) {
+        user::TapInFrontOf(TEXT("AnotherClass"), place);
+        ParentWindow::Pump();
+    };
+    tap({ 289, 162 });
+    EXPECT_EQ(m_list.CurrentPage(), 2);
+    tap({ 289, 71 });
+    EXPECT_EQ(m_list.CurrentPage(), 1);
+    tap({ 129, 141 });
+    EXPECT_EQ(m_list.SelectedIndex(), 2);
+    m_owner.seen.clear();
+    for (int number = 1; number <= 4; ++number) { // the scroll buttons are no bottom buttons
+        user::TapBottomButton(number);
+        ParentWindow::Pump();
+    }
+    ASSERT_EQ(m_owner.seen.size(), 3U);
+    EXPECT_EQ(m_owner.seen[0].wParam, 16U);
+    EXPECT_EQ(m_owner.seen[1].wParam, 29U);
+    EXPECT_EQ(m_owner.seen[2].wParam, 33U);
+    EXPECT_EQ(m_owner.seen[2].lParam, 2);
+    user::KeyDown(VK_F24);
+    ParentWindow::Pump();
+    EXPECT_EQ(m_list.Window(), nullptr);
+}
+
 TEST_F(SkinListScreen, AFingerSelectsTurnsAndCommands)
 {
     Create(9);

@@ -61,7 +61,7 @@ std::unique_ptr<display::Display> MakeDisplay(const Options& options)
 {
     if (options.headless)
         return std::make_unique<display::HeadlessDisplay>();
-    return display::MakeSdlDisplay({ options.scale, options.fullScreen });
+    return display::MakeSdlDisplay({ options.scale, options.fullScreen, ProgramDesktopKeys() });
 }
 
 // Opens the display while the player starts. One that cannot be opened ends the player. Returns why, or an empty text.
@@ -79,7 +79,7 @@ std::string OpenDisplay(display::Display& display)
 int RunSession(const Options& options)
 {
     kernel::TraceStart("options read");
-    auto script = ParseInputScript(options.keyScript);
+    auto script = ParseInputScript(options.keyScript, ProgramDesktopKeys().commands);
     if (const auto* const error = std::get_if<ScriptError>(&script))
         return Complain("--keys: " + error->message, kBadOption);
     const auto installedTree = FindInstalledTree(ProgramFile());
@@ -96,7 +96,7 @@ int RunSession(const Options& options)
     std::thread opening([&] { trouble = OpenDisplay(*display); });
     std::atomic<bool> saved = options.screenshotFile.empty();
     endWatch.Start(options.runForSeconds, [&] { saved = saved || display::SaveScreenshot(options.screenshotFile); });
-    display::DeviceHands hands;
+    display::DeviceHands hands(ProgramDesktopKeys().mainWindowClass);
     ScriptPlayer player(hands);
     player.Start(std::get<std::vector<ScriptStep>>(std::move(script)));
 

@@ -210,19 +210,9 @@ LRESULT OnTimer(HWND window, WPARAM id, LPARAM)
     return 0;
 }
 
-// A button draws its pressed look only when it is asked to show a selection. Every tick repaints all buttons, also the
-// one that is held.
-DRAWITEMSTRUCT HeldAsSelected(DRAWITEMSTRUCT request)
-{
-    const bool isHeld = (request.itemState & (ODS_SELECTED | ODS_DISABLED)) == ODS_SELECTED;
-    if (request.itemAction == ODA_DRAWENTIRE && isHeld)
-        request.itemAction = ODA_SELECT;
-    return request;
-}
-
 LRESULT OnDrawItem(HWND, WPARAM, LPARAM lParam)
 {
-    const DRAWITEMSTRUCT request = HeldAsSelected(*reinterpret_cast<const DRAWITEMSTRUCT*>(lParam));
+    const auto& request = *reinterpret_cast<const DRAWITEMSTRUCT*>(lParam);
     if (!g_controls.softKeys.DrawItem(request))
         g_controls.buttons.DrawItem(request);
     return TRUE;

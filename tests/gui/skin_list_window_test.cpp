@@ -348,6 +348,17 @@ TEST_F(SkinListTest, TheExitKeyClosesTheList)
     EXPECT_EQ(VK_F24, 135U);
 }
 
+// A soft key that closes the list is a command of the owner's; these two only take the list away.
+TEST_F(SkinListTest, TheOwnerIsToldNeitherOfTheExitKeyNorOfClose)
+{
+    SendMessageW(Create(9), WM_KEYDOWN, VK_F24, 0);
+    EXPECT_EQ(m_list.Window(), nullptr);
+    Create(9);
+    m_list.Close();
+    EXPECT_EQ(m_list.Window(), nullptr);
+    EXPECT_TRUE(m_owner.seen.empty());
+}
+
 TEST_F(SkinListTest, OtherKeysDoNothing)
 {
     Create(9);

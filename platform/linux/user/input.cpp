@@ -25,6 +25,15 @@ void Point(InputKind kind, POINT at)
     Enqueue(*queue, event);
 }
 
+// To whoever is in the foreground, or to the first window.
+void Give(Desktop& desktop, const InputEvent& event)
+{
+    if (desktop.foregroundQueue != nullptr)
+        Enqueue(*desktop.foregroundQueue, event);
+    else if (desktop.foreground == nullptr)
+        KeepEarlyKey(desktop, event);
+}
+
 void Strike(InputKind kind, UINT key)
 {
     LockedDesktop desktop;
@@ -36,11 +45,7 @@ void Strike(InputKind kind, UINT key)
     event.key = key;
     event.wasDown = desktop->keysDown[key];
     desktop->keysDown[key] = kind == InputKind::KeyDown;
-    if (desktop->foregroundQueue != nullptr) {
-        Enqueue(*desktop->foregroundQueue, event);
-    } else if (desktop->foreground == nullptr) {
-        KeepEarlyKey(*desktop, event);
-    }
+    Give(*desktop, event);
 }
 
 // Windows of other threads, and those that another window of the program owns, stand in front of it and would swallow
@@ -83,6 +88,19 @@ void KeyDown(UINT key)
 void KeyUp(UINT key)
 {
     Strike(InputKind::KeyUp, key);
+}
+
+void GiveCommand(LPCWSTR mainWindowClass, WORD command)
+{
+    LockedDesktop desktop;
+    if (!desktop->displayActive)
+        return;
+    InputEvent event;
+    event.kind = InputKind::Command;
+    event.at = desktop->pointer;
+    event.key = command;
+    event.commandClass = mainWindowClass;
+    Give(*desktop, event);
 }
 
 void PressExitKey()

@@ -167,12 +167,19 @@ LRESULT CALLBACK PlayersProcedure(HWND window, UINT message, WPARAM wParam, LPAR
     return CallWindowProcW(procedure, window, message, wParam, lParam);
 }
 
-void RememberProcedure(ATOM windowClass, WNDPROC procedure)
+// Another thread may make a window of the class as soon as the system knows it: that window waits for its procedure.
+ATOM RegisterPlayersClass(const WNDCLASSW& windowClass)
 {
     const std::lock_guard lock(g_mutex);
+    WNDCLASSW description = windowClass;
+    description.lpfnWndProc = PlayersProcedure;
+    const ATOM atom = RegisterClassW(&description);
+    if (atom == 0)
+        return 0;
     auto& known = Procedures();
-    std::erase_if(known, [windowClass](const auto& entry) { return entry.first == windowClass; });
-    known.emplace_back(windowClass, procedure);
+    std::erase_if(known, [atom](const auto& entry) { return entry.first == atom; });
+    known.emplace_back(atom, windowClass.lpfnWndProc);
+    return atom;
 }
 
 LONG_PTR ReplaceProcedure(HWND window, WNDPROC procedure)

@@ -131,6 +131,25 @@ TEST_F(InputTest, AWindowThatDeclinesActivationStaysInTheBackground)
     EXPECT_EQ(GetForegroundWindow(), static_cast<HWND>(first));
 }
 
+TEST_F(InputTest, TheDisplayRisesWhenTheProgramAsksForTheForegroundAndAtNoOtherTime)
+{
+    int risen = 0;
+    user::InstallRaiser([&risen] { ++risen; });
+    TestWindow first(Shown());
+    TestWindow second(Shown());
+    user::PointerDown({ 5, 5 });
+    PumpMessages();
+    EXPECT_EQ(risen, 0);
+    user::SetDisplayActive(false);
+    EXPECT_TRUE(SetForegroundWindow(first));
+    EXPECT_EQ(risen, 1);
+    EXPECT_FALSE(SetForegroundWindow(nullptr));
+    EXPECT_EQ(risen, 1);
+    user::InstallRaiser({});
+    EXPECT_TRUE(SetForegroundWindow(second));
+    EXPECT_EQ(risen, 1);
+}
+
 TEST_F(InputTest, TwoQuickTapsAreADoubleClickOnlyForClassesThatAskAndInOneWindow)
 {
     auto options = Shown({ 0, 0, 50, 50 });

@@ -498,4 +498,59 @@ TEST(Paint, APaintLeftToTheDefaultIsDone)
     EXPECT_FALSE(GetUpdateRect(window, nullptr, FALSE));
 }
 
+TEST(Paint, InvalidatingNoWindowReachesTheChildrenOfAParentThatClipsThem)
+{
+    TestWindow parent(Shown(WS_CLIPCHILDREN));
+    TestWindow child(ShownChild(parent, { 10, 10, 20, 20 }));
+    PumpMessages();
+    InvalidateRect(nullptr, nullptr, FALSE);
+    EXPECT_EQ(UpdateOf(child), (RECT{ 0, 0, 20, 20 }));
+}
+
+TEST(Paint, InvalidationStopsAtAChildThatClipsItsChildren)
+{
+    TestWindow window(Shown());
+    auto options = ShownChild(window, { 10, 10, 60, 60 });
+    options.style |= WS_CLIPCHILDREN;
+    TestWindow child(options);
+    TestWindow grandchild(ShownChild(child, { 5, 5, 20, 20 }));
+    PumpMessages();
+    InvalidateRect(window, nullptr, FALSE);
+    EXPECT_EQ(UpdateOf(child), (RECT{ 0, 0, 60, 60 }));
+    EXPECT_EQ(UpdateOf(grandchild), (RECT{}));
+}
+
+TEST(Paint, AWindowThatIsShownOwesTheChildrenOfItsChildrenToo)
+{
+    WindowOptions options = Shown(WS_CLIPCHILDREN);
+    options.style &= ~WS_VISIBLE;
+    TestWindow window(options);
+    options = ShownChild(window, { 10, 10, 60, 60 });
+    options.style |= WS_CLIPCHILDREN;
+    TestWindow child(options);
+    TestWindow grandchild(ShownChild(child, { 5, 5, 20, 20 }));
+    ShowWindow(window, SW_SHOW);
+    EXPECT_EQ(UpdateOf(grandchild), (RECT{ 0, 0, 20, 20 }));
+}
+
+TEST(Paint, WhatAHiddenChildUncoversIsErasedByItsParent)
+{
+    TestWindow parent(Shown());
+    TestWindow child(ShownChild(parent, { 5, 6, 20, 20 }));
+    PumpMessages();
+    parent.Forget();
+    ShowWindow(child, SW_HIDE);
+    GetUpdateRect(parent, nullptr, TRUE);
+    EXPECT_EQ(parent.Count(WM_ERASEBKGND), 1);
+}
+
+TEST(Paint, InvalidatingAndValidatingSucceed)
+{
+    TestWindow window(Shown());
+    EXPECT_EQ(InvalidateRect(window, nullptr, FALSE), TRUE);
+    EXPECT_EQ(ValidateRect(window, nullptr), TRUE);
+    EXPECT_EQ(InvalidateRect(nullptr, nullptr, FALSE), TRUE);
+    EXPECT_EQ(ValidateRect(nullptr, nullptr), TRUE);
+}
+
 } // namespace

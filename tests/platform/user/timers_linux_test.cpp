@@ -362,4 +362,74 @@ TEST(TimersOnTheRealClock, AreWaitedForAtRest)
     EXPECT_LT(usedMs() - before, 20);
 }
 
+// Keeps until when its waiters wait. A wait without end is ended by what `post` does.
+class AskedClock final : public kernel::Clock {
+public:
+    std::uint64_t NowMs() const override { return m_nowMs; }
+    bool WaitUntil(std::unique_lock<std::mutex>& lock, std::condition_variable&, std::uint64_t deadlineMs,
+                   const std::function<bool()>& ready) override
+    {
+        deadlines.push_back(deadlineMs);
+        if (deadlineMs == kernel::kNever || deadlines.size() > 9) {
+            lock.unlock();
+            post();
+            lock.lock();
+        }
+        return ready();
+    }
+    void Pass(std::uint64_t milliseconds) { m_nowMs += milliseconds; }
+
+    std::vector<std::uint64_t> deadlines;
+    std::function<void()> post;
+
+private:
+    std::uint64_t m_nowMs = 1000;
+};
+
+class AskedWait : public testing::Test {
+protected:
+    AskedWait()
+    {
+        user::ResetWindows();
+        kernel::InstallClock(&m_clock);
+        m_window = std::make_unique<TestWindow>();
+        m_clock.post = [window = HWND{ *m_window }] { PostMessageW(window, WM_USER, 0, 0); };
+        PumpMessages();
+    }
+    ~AskedWait() override
+    {
+        m_window.reset();
+        user::ResetWindows();
+        kernel::InstallClock(nullptr);
+    }
+
+    AskedClock m_clock;
+    std::unique_ptr<TestWindow> m_window;
+};
+
+TEST_F(AskedWait, ThatATimerMustNotEndIsOneWaitWithoutEnd)
+{
+    SetTimer(*m_window, 1, 100, nullptr);
+    MSG message{};
+    EXPECT_EQ(GetMessageW(&message, nullptr, WM_USER, WM_USER), TRUE);
+    EXPECT_EQ(m_clock.deadlines, (std::vector<std::uint64_t>{ kernel::kNever }));
+}
+
+TEST_F(AskedWait, WithoutATimerIsOneWaitWithoutEnd)
+{
+    MSG message{};
+    EXPECT_EQ(GetMessageW(&message, nullptr, 0, 0), TRUE);
+    EXPECT_EQ(m_clock.deadlines, (std::vector<std::uint64_t>{ kernel::kNever }));
+}
+
+TEST_F(AskedWait, ForAWindowIsNotEndedByTheTimerOfAnother)
+{
+    TestWindow other;
+    SetTimer(other, 1, 100, nullptr);
+    MSG message{};
+    EXPECT_EQ(GetMessageW(&message, *m_window, 0, 0), TRUE);
+    EXPECT_EQ(message.message, WM_USER);
+    EXPECT_EQ(m_clock.deadlines, (std::vector<std::uint64_t>{ kernel::kNever }));
+}
+
 } // namespace

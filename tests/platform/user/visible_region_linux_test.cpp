@@ -458,4 +458,13 @@ TEST_F(VisibleRegionTest, AWindowThatGoesWhileItIsAskedForItsPlaceIsNotPlaced)
     EXPECT_FALSE(IsWindow(window));
 }
 
+TEST_F(VisibleRegionTest, AHiddenChildIsSeenUntilItsParentPaints)
+{
+    TestWindow parent(Shown({ 0, 0, 50, 50 }));
+    TestWindow child(ShownChild(parent, { 10, 10, 10, 10 }));
+    Fill(child);
+    ShowWindow(child, SW_HIDE);
+    EXPECT_EQ(Pixel(15, 15), kWhite);
+}
+
 } // namespace

@@ -1,4 +1,5 @@
 #include "tests/platform/user/pump.h"
+#include "tests/platform/wine.h"
 
 #include <gtest/gtest.h>
 
@@ -165,6 +166,18 @@ TEST(WindowClass, ClassesComeAndGoWithoutEnd)
         ASSERT_TRUE(UnregisterClassW(passing.lpszClassName, nullptr)) << i;
     }
     EXPECT_TRUE(UnregisterClassW(kept.lpszClassName, nullptr));
+}
+
+TEST(WindowClass, AClassNeedsAProcedure)
+{
+    if (cardsong::test::IsWine())
+        GTEST_SKIP() << "Wine registers it";
+    auto incomplete = ClassNamed(TEXT("WithoutProcedure"));
+    incomplete.lpfnWndProc = nullptr;
+    SetLastError(0);
+    EXPECT_EQ(RegisterClassW(&incomplete), 0);
+    EXPECT_EQ(GetLastError(), static_cast<DWORD>(ERROR_INVALID_PARAMETER));
+    EXPECT_FALSE(UnregisterClassW(TEXT("WithoutProcedure"), nullptr));
 }
 
 } // namespace

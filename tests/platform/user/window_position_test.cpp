@@ -308,4 +308,14 @@ TEST(WindowPosition, TheWindowIsToldThePlaceAndTheSizeThatItKeeps)
     EXPECT_EQ(window.changed.cy, 80);
 }
 
+TEST(WindowPosition, AWindowThatMayBecomeActiveGoesToTheTopWhateverPlaceIsNamed)
+{
+    TestWindow window; // hidden, so that nothing but its position raises it
+    TestWindow above;
+    SetWindowPos(window, HWND_BOTTOM, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE);
+    EXPECT_EQ(GetWindow(window, GW_HWNDNEXT), static_cast<HWND>(above));
+    SetWindowPos(window, HWND_BOTTOM, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
+    EXPECT_EQ(GetWindow(above, GW_HWNDNEXT), static_cast<HWND>(window));
+}
+
 } // namespace

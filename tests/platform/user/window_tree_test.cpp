@@ -248,4 +248,32 @@ TEST(WindowTree, SeveralOwnedWindowsKeepTheirOrderAboveTheirOwner)
     EXPECT_EQ(OrderOf(all), (std::vector<HWND>{ second, first, owner, other }));
 }
 
+TEST(WindowTree, AnOwnedWindowGoesNoLowerThanItsOwner)
+{
+    TestWindow lowest;
+    TestWindow owner;
+    TestWindow between;
+    WindowOptions options;
+    options.parent = owner;
+    TestWindow owned(options);
+    const std::vector<HWND> all{ lowest, owner, between, owned };
+    ASSERT_EQ(OrderOf(all), (std::vector<HWND>{ owned, between, owner, lowest }));
+    Put(owned, HWND_BOTTOM);
+    EXPECT_EQ(OrderOf(all), (std::vector<HWND>{ between, owned, owner, lowest }));
+    Put(owned, lowest);
+    EXPECT_EQ(OrderOf(all), (std::vector<HWND>{ between, owned, owner, lowest }));
+    Put(owned, between);
+    EXPECT_EQ(OrderOf(all), (std::vector<HWND>{ between, owned, owner, lowest }));
+}
+
+TEST(WindowTree, ANewOwnedWindowStandsAboveAllOthersNotJustAboveItsOwner)
+{
+    TestWindow owner;
+    TestWindow other;
+    WindowOptions options;
+    options.parent = owner;
+    TestWindow owned(options);
+    EXPECT_EQ(OrderOf({ owner, other, owned }), (std::vector<HWND>{ owned, other, owner }));
+}
+
 } // namespace

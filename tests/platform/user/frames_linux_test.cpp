@@ -507,4 +507,41 @@ TEST_F(Frames, AThreadThatNeverDrewShowsWhatWaitedForIt)
     EXPECT_EQ(Shows(5, 5), kWhite);
 }
 
+struct RestsAtItsEnd {
+    ~RestsAtItsEnd() { Sleep(0); }
+};
+
+// Its queue is gone by then, for it was made later.
+TEST_F(Frames, AThreadMayRestWhileItEnds)
+{
+    TestWindow window(Shown({ 0, 0, 100, 100 }, JustValidate));
+    PumpMessages();
+    std::thread([&] {
+        static thread_local RestsAtItsEnd s_last;
+        EXPECT_NE(&s_last, nullptr);
+        FillWindow(window, { 0, 0, 10, 10 });
+    }).join();
+    EXPECT_EQ(Shows(5, 5), kWhite);
+}
+
+TEST_F(Frames, AResetForgetsWhoWasDrawing)
+{
+    PAINTSTRUCT paint{};
+    auto before = std::make_unique<TestWindow>(Shown({ 200, 0, 50, 50 }, {}));
+    BeginPaint(*before, &paint);
+    GetDC(*before);
+    user::ResetWindows();
+    TestWindow window(Shown({ 0, 0, 100, 100 }, PaintWhite));
+    UpdateWindow(window);
+    EXPECT_EQ(Shows(5, 5), kWhite);
+}
+
+TEST_F(Frames, ErasingWhatIsInvalidIsNoDrawingThatGoesOn)
+{
+    TestWindow window(Shown({ 0, 0, 100, 100 }, PaintWhite));
+    GetUpdateRect(window, nullptr, TRUE);
+    UpdateWindow(window);
+    EXPECT_EQ(Shows(5, 5), kWhite);
+}
+
 } // namespace

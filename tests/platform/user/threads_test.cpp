@@ -208,4 +208,20 @@ TEST(Threads, AWindowThatAnotherThreadInvalidatesIsPaintedByItsOwn)
     }
 }
 
+TEST(Threads, AMessageIsDispatchedByTheThreadOfItsWindowOnly)
+{
+    std::atomic<int> calls{ 0 };
+    WindowThread other([&](HWND, UINT message, WPARAM, LPARAM) -> std::optional<LRESULT> {
+        if (message != kAsk)
+            return std::nullopt;
+        ++calls;
+        return 5;
+    });
+    MSG message{};
+    message.hwnd = other.Window();
+    message.message = kAsk;
+    EXPECT_EQ(DispatchMessageW(&message), 0);
+    EXPECT_EQ(calls, 0);
+}
+
 } // namespace

@@ -3,6 +3,7 @@
 #include "app/audio_manager.h"
 #include "app/audio_priority.h"
 #include "app/audio_settings.h"
+#include "app/card_removal.h"
 #include "app/command_ids.h"
 #include "app/foreground.h"
 #include "app/giving_way.h"
@@ -16,6 +17,7 @@
 #include "app/registered_messages.h"
 #include "app/song_end.h"
 #include "app/song_steps.h"
+#include "app/status_answer.h"
 #include "app/task_bar.h"
 #include "app/title_ticker.h"
 #include "app/transport.h"
@@ -99,7 +101,7 @@ constexpr TimerEntry kTimers[] = {
 
 LRESULT OnCreate(HWND window, WPARAM, LPARAM)
 {
-    RegisterAudioManagerMessage();
+    RegisterWindowMessages();
     ForgetOwnNotices();
     SetWindowLongPtrW(window, GWL_EXSTYLE, GetWindowLongPtrW(window, GWL_EXSTYLE) | WS_EX_NOANIMATION);
     MoveWindow(window, 0, 0, kScreenWidthPx, kScreenHeightPx, TRUE);
@@ -211,6 +213,7 @@ constexpr MessageEntry kMessages[] = {
     { WM_GETDLGCODE, OnGetDialogCode },
     { WM_TIMER, OnTimer },
     { WM_DRAWITEM, OnDrawItem },
+    { WM_DEVICECHANGE, TakeDeviceChange },
     { kGraphEventMessage,
       [](HWND window, WPARAM, LPARAM) -> LRESULT {
           TakeGraphEvents(window);
@@ -245,6 +248,11 @@ constexpr RegisteredMessageEntry kRegisteredMessages[] = {
           return 0;
       } },
     { g_msgMassStorage, [](HWND window, WPARAM, LPARAM) { return SendMessageW(window, WM_COMMAND, kCommandExit, 0); } },
+    { g_msgStatusRequest,
+      [](HWND, WPARAM request, LPARAM) -> LRESULT {
+          AnswerStatusRequest(request);
+          return 0;
+      } },
 };
 
 LRESULT CALLBACK MainWindowProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam)

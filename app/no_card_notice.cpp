@@ -12,6 +12,7 @@
 namespace {
 
 constexpr DWORD kLookAgainMs = 100;
+constexpr std::size_t kMostUnits = 99; // of each text
 
 std::string ToUtf8(const WString& text)
 {
@@ -23,13 +24,18 @@ std::string ToUtf8(const WString& text)
     return bytes;
 }
 
+WString ReadNotice(const UniqueModule& strings, int id)
+{
+    return ReadString(strings.Get(), static_cast<UINT>(id)).substr(0, kMostUnits);
+}
+
 } // namespace
 
 void TellThatNoCardIsThere()
 {
     const UniqueModule strings(LoadStringModule());
-    const WString title = ReadString(strings.Get(), kStringNoCardTitle);
-    const WString message = ReadString(strings.Get(), kStringNoCardMessage);
+    const WString title = ReadNotice(strings, kStringNoCardTitle);
+    const WString message = ReadNotice(strings, kStringNoCardMessage);
     std::fprintf(stderr, "%s: %s\n", ToUtf8(title).c_str(), ToUtf8(message).c_str());
     CAlertMessageWin alert;
     alert.Prepare(nullptr, title.c_str(), message.c_str(), kAlertError, kAlertInfoSound, 0, 0);

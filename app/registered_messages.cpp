@@ -1,9 +1,12 @@
 #include "app/registered_messages.h"
 
+#include "common/device_messages.h"
+
 UINT g_msgAreYouMe;
 UINT g_msgUserAddSongs;
 UINT g_msgMassStorage;
 UINT g_msgAudioManager;
+UINT g_msgStatusRequest;
 
 namespace {
 
@@ -13,11 +16,14 @@ struct MessageName {
 };
 
 constexpr MessageName kStartMessages[] = {
-    { g_msgAreYouMe, TEXT("WM_ARE_YOU_ME-{0F53DE7F-024B-4003-8DE1-545F577398AB}") },
+    { g_msgAreYouMe, kAreYouMeMessage },
     { g_msgUserAddSongs, TEXT("WM_USER_!-{{1FCF03ED-B487-4997-8A32-6029F108FA9F}}") },
-    { g_msgMassStorage, TEXT("TAVO_MASS_STORAGE_NOTIFICATION") },
+    { g_msgMassStorage, kMassStorageMessage },
 };
-constexpr MessageName kAudioManagerMessage = { g_msgAudioManager, TEXT("TAVO_AUDIOMGR_UPDATESTATE_IND") };
+constexpr MessageName kWindowMessages[] = {
+    { g_msgAudioManager, kAudioManagerMessage },
+    { g_msgStatusRequest, kStatusRequestMessage },
+};
 
 void Register(const MessageName& message)
 {
@@ -32,7 +38,8 @@ void RegisterStartMessages()
         Register(message);
 }
 
-void RegisterAudioManagerMessage()
+void RegisterWindowMessages()
 {
-    Register(kAudioManagerMessage);
+    for (const MessageName& message : kWindowMessages)
+        Register(message);
 }

@@ -1,15 +1,11 @@
 #include "common/registry_key.h"
 
-namespace {
-
 UniqueKey OpenExistingKey(LPCWSTR path)
 {
     HKEY key = nullptr;
     const LSTATUS result = RegOpenKeyExW(HKEY_LOCAL_MACHINE, path, 0, KEY_READ | KEY_WRITE, &key);
     return result == ERROR_SUCCESS ? UniqueKey(key) : UniqueKey();
 }
-
-} // namespace
 
 UniqueKey OpenOrCreateKey(LPCWSTR path)
 {

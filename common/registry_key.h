@@ -9,6 +9,9 @@ struct KeyTraits : NullWhenNone<HKEY> {
 };
 using UniqueKey = UniqueHandle<KeyTraits>;
 
+// Opens a key below HKEY_LOCAL_MACHINE for reading and writing. None when it is missing.
+UniqueKey OpenExistingKey(LPCWSTR path);
+
 // Opens a key below HKEY_LOCAL_MACHINE for reading and writing; one that is missing is made first. None when it can be
 // neither opened nor made.
 UniqueKey OpenOrCreateKey(LPCWSTR path);

@@ -19,9 +19,9 @@ struct ModuleName {
 constexpr std::array<ModuleName, 19> kModuleNames = { {
     { 1, TEXT("Shell") },     { 2, TEXT("Menu") },     { 3, TEXT("Settings") },     { 4, TEXT("Navigation") },
     { 5, TEXT("Map") },       { 6, TEXT("Position") }, { 7, TEXT("Phone") },        { 8, TEXT("Contacts") },
-    { 9, TEXT("Bluetooth") }, { 10, TEXT("Radio") },   { 11, TEXT("Power") },       { 12, TEXT("Storage") },
+    { 9, TEXT("Bluetooth") }, { 10, TEXT("Radio") },   { 11, TEXT("Transmitter") }, { 12, TEXT("Storage") },
     { 13, TEXT("Update") },   { 32, TEXT("Video") },   { 33, TEXT("Music") },       { 34, TEXT("Photo") },
-    { 35, TEXT("Audio") },    { 36, TEXT("Text") },    { 37, TEXT("Transmitter") },
+    { 35, TEXT("Audio") },    { 36, TEXT("Text") },    { 37, TEXT("Power") },
 } };
 
 constexpr std::size_t kMessageUnits = 256; // with the terminating zero
@@ -43,7 +43,7 @@ int IsTraceLogSwitchedOn()
     if (result == ERROR_FILE_NOT_FOUND)
         RegSetValueExW(key, TEXT("Activate"), 0, REG_DWORD, reinterpret_cast<const BYTE*>(&active), sizeof(active));
     RegCloseKey(key);
-    return active != 0 ? 1 : 0;
+    return result == ERROR_SUCCESS && active != 0 ? 1 : 0;
 }
 
 void TraceLog(DWORD moduleId, LPCWSTR format, ...)

@@ -3,8 +3,10 @@
 
 #include "platform/ce.h"
 
-// The number by which this program names itself in the log; 1 to 13 and 32 to 37 have a name.
+// The numbers by which this program and the routines for the transmitter name themselves in the log; 1 to 13 and 32 to
+// 37 have a name.
 constexpr DWORD kMusicPlayerTrace = 33;
+constexpr DWORD kFmTransmitterTrace = 11;
 
 // Whether the switch has been read, which happens once a process, and whether the log is on. Without a lock: two
 // threads that log first at the same time read the same answer.

@@ -1,5 +1,6 @@
 #include "ctl/song_listing.h"
 
+#include "ctl/text_forms.h"
 #include "library/file_names.h"
 #include "library/song_facts.h"
 #include "library/song_walk.h"
@@ -8,26 +9,6 @@
 #include <string>
 
 namespace {
-
-// UTF-8; whatever is no text becomes U+FFFD.
-std::string Utf8(WStringView text)
-{
-    const auto units = static_cast<int>(text.size());
-    std::string bytes(text.size() * 3, '\0');
-    const int size = WideCharToMultiByte(CP_UTF8, 0, text.data(), units, bytes.data(), static_cast<int>(bytes.size()),
-                                         nullptr, nullptr);
-    bytes.resize(static_cast<std::size_t>(size > 0 ? size : 0));
-    return bytes;
-}
-
-// The same text with U+FFFD for each byte that is no UTF-8.
-std::string ValidUtf8(const std::string& bytes)
-{
-    WString text(bytes.size(), 0);
-    const int units = MultiByteToWideChar(CP_UTF8, 0, bytes.data(), static_cast<int>(bytes.size()), text.data(),
-                                          static_cast<int>(text.size()));
-    return Utf8(WStringView(text).substr(0, static_cast<std::size_t>(units > 0 ? units : 0)));
-}
 
 // The file's own path on this machine, so that a script can open it, whatever bytes its name has.
 std::string HostPathOf(const WString& devicePath)
@@ -49,25 +30,6 @@ std::string WithEscapes(const std::string& text)
         }
     }
     return line;
-}
-
-// RFC 8259, section 7.
-std::string JsonString(const std::string& utf8)
-{
-    std::string text = "\"";
-    for (const char c : utf8) {
-        if (c == '"' || c == '\\') {
-            text += '\\';
-            text += c;
-        } else if (static_cast<unsigned char>(c) < 0x20) {
-            char escape[8];
-            std::snprintf(escape, sizeof escape, "\\u%04x", static_cast<unsigned>(c));
-            text += escape;
-        } else {
-            text += c;
-        }
-    }
-    return text + '"';
 }
 
 // Path, length in milliseconds and title, parted by tabs; "\t", "\n", "\r" and "\\" stand for what they name.

@@ -90,8 +90,8 @@ std::string OptionLines()
 }
 
 constexpr std::string_view kDescription =
-    R"(Prints a line for each MP3 and WMA song in DIR and its folders: path, length in
-milliseconds, title, parted by tabs. In a path or title, \t, \n, \r and \\ stand
+    R"(songs prints a line for each MP3 and WMA song in DIR and its folders: path, length
+in milliseconds, title, parted by tabs. In a path or title, \t, \n, \r and \\ stand
 for a tab, line ends and a backslash. A song without a title is called like its
 file. The scan is the player's own: navigation maps at the top of a card are
 left out, and a folder that links lead to is listed once.

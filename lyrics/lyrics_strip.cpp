@@ -1,5 +1,6 @@
 #include "lyrics/lyrics_strip.h"
 
+#include "common/device_messages.h"
 #include "common/rect.h"
 #include "common/string_table.h"
 #include "gui/text_line.h"
@@ -38,7 +39,7 @@ LyricsStrip::LyricsStrip(LyricsContext& context)
     : m_context(context), m_marquee(context.Positions()), m_font(MakeFont())
 {
     g_strip = this;
-    g_msgLyricsSettingChange = RegisterWindowMessageW(TEXT("Lyrics Setting Change"));
+    g_msgLyricsSettingChange = RegisterWindowMessageW(kLyricsSettingMessage);
     m_context.ReloadSettings();
 }
 

@@ -22,8 +22,8 @@ struct DeviceTree {
     std::string skinDirectory;   // read only; empty: the installed skin
     std::string systemDirectory; // installed, read only; may be empty
     std::string cardDirectory;   // "\SDMMC"; empty or absent: no card
-    LANGID uiLanguage = 0x0404;
-    bool debugOutput = false; // NKDbgPrintfW writes to standard error
+    LANGID uiLanguage = 0x0404;  // until SetUserDefaultUILanguage
+    bool debugOutput = false;    // NKDbgPrintfW writes to standard error
 };
 
 // Puts `tree` in force for every later call. Call it before the first file call, or between tests.

@@ -80,6 +80,8 @@ struct FolderIdentity {
     bool operator==(const FolderIdentity&) const = default;
 };
 BOOL GetFolderIdentity(LPCWSTR path, FolderIdentity* identity);
+// Sets the language of the user interface for this process, from now on. False, and the language stays, for 0.
+BOOL SetUserDefaultUILanguage(LANGID language);
 BOOL EventModify(HANDLE event, DWORD action);
 DWORD Random();
 void NKDbgPrintfW(LPCWSTR format, ...);

@@ -272,6 +272,7 @@ TEST_F(MainWindow, TheMessagesOfOtherProgramsHaveTheirNames)
     EXPECT_EQ(g_msgUserAddSongs, RegisterWindowMessageW(TEXT("WM_USER_!-{{1FCF03ED-B487-4997-8A32-6029F108FA9F}}")));
     EXPECT_EQ(g_msgMassStorage, RegisterWindowMessageW(TEXT("TAVO_MASS_STORAGE_NOTIFICATION")));
     EXPECT_EQ(g_msgAudioManager, RegisterWindowMessageW(TEXT("TAVO_AUDIOMGR_UPDATESTATE_IND")));
+    EXPECT_EQ(g_msgStatusRequest, RegisterWindowMessageW(TEXT("CARDSONG_STATUS_REQUEST")));
 }
 
 TEST_F(MainWindow, TheProgramHasAnIcon)

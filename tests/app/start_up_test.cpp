@@ -4,6 +4,7 @@
 #include "app/main_window.h"
 #include "app/storage_card.h"
 #include "common/trace_log.h"
+#include "gui/alert_message_window.h"
 #include "tests/app/alerts_user.h"
 #include "tests/app/player_fixture.h"
 
@@ -69,6 +70,31 @@ TEST_F(StartUp, WithoutACardAnAlertIsShownUntilItIsAnswered)
     EXPECT_EQ(m_window, nullptr);
     EXPECT_FALSE(IsWindow(alert));
     EXPECT_NE(std::count(shown.begin(), shown.end(), 0xFFFF), 0); // the title
+}
+
+TEST_F(StartUp, TheAlertOfAMissingCardHasItsTitleAboveItsMessage)
+{
+    std::filesystem::remove_all(m_device.CardDirectory());
+    ::testing::internal::CaptureStderr();
+    Frame shown;
+    {
+        const AlertsUser user(m_clock, [&shown] {
+            shown = Screen();
+            AlertsUser::TapOk();
+        });
+        Start();
+    }
+    ::testing::internal::GetCapturedStderr();
+    const int threads = WindowThreads();
+    CAlertMessageWin alert;
+    alert.Prepare(nullptr, TEXT("Storage card"),
+                  TEXT("No storage card was found.\nPlease insert the card and start again."), kAlertError,
+                  kAlertInfoSound, 0, 0);
+    SendMessageW(alert.Show(), WM_NULL, 0, 0);
+    EXPECT_EQ(Differences(shown, Screen(), { 0, 0, kScreenWidthPx, kScreenHeightPx }), 0);
+    alert.Close();
+    while (WindowThreads() > threads)
+        std::this_thread::yield(); // the alert's thread uses the clock
 }
 
 TEST_F(StartUp, TheAlertOfAMissingCardThatNobodyAnswersCloses)

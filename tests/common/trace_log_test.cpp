@@ -93,6 +93,20 @@ TEST_F(TraceLogTest, AnyValueButZeroSwitchesOn)
     EXPECT_EQ(ReadSwitch(), 2);
 }
 
+TEST_F(TraceLogTest, AValueLongerThanANumberLeavesTheLogOffAndStays)
+{
+    HKEY key = nullptr;
+    ASSERT_EQ(RegCreateKeyExW(HKEY_LOCAL_MACHINE, kSwitchKey, 0, nullptr, 0, KEY_WRITE, nullptr, &key, nullptr),
+              LSTATUS{ 0 });
+    const BYTE bytes[] = { 1, 0, 0, 0, 1 };
+    EXPECT_EQ(RegSetValueExW(key, TEXT("Activate"), 0, REG_BINARY, bytes, sizeof bytes), LSTATUS{ 0 });
+    EXPECT_EQ(Logged(33, TEXT("hello")), "");
+    DWORD sizeBytes = 0;
+    EXPECT_EQ(RegQueryValueExW(key, TEXT("Activate"), nullptr, nullptr, nullptr, &sizeBytes), LSTATUS{ 0 });
+    EXPECT_EQ(sizeBytes, 5U);
+    RegCloseKey(key);
+}
+
 TEST_F(TraceLogTest, AMessageOf300UnitsIsCutTo255)
 {
     SetSwitch(1);
@@ -120,10 +134,10 @@ TEST_F(TraceLogTest, AModuleWithoutANameIsPrintedByItsNumberAndWithoutALineBreak
 TEST_F(TraceLogTest, NineteenModulesHaveAName)
 {
     const std::map<DWORD, std::string> names = {
-        { 1, "Shell" },    { 2, "Menu" },     { 3, "Settings" }, { 4, "Navigation" },   { 5, "Map" },
-        { 6, "Position" }, { 7, "Phone" },    { 8, "Contacts" }, { 9, "Bluetooth" },    { 10, "Radio" },
-        { 11, "Power" },   { 12, "Storage" }, { 13, "Update" },  { 32, "Video" },       { 33, "Music" },
-        { 34, "Photo" },   { 35, "Audio" },   { 36, "Text" },    { 37, "Transmitter" },
+        { 1, "Shell" },        { 2, "Menu" },     { 3, "Settings" }, { 4, "Navigation" }, { 5, "Map" },
+        { 6, "Position" },     { 7, "Phone" },    { 8, "Contacts" }, { 9, "Bluetooth" },  { 10, "Radio" },
+        { 11, "Transmitter" }, { 12, "Storage" }, { 13, "Update" },  { 32, "Video" },     { 33, "Music" },
+        { 34, "Photo" },       { 35, "Audio" },   { 36, "Text" },    { 37, "Power" },
     };
     SetSwitch(1);
     for (DWORD id = 0; id < 64; ++id) {

@@ -13,16 +13,47 @@ PROGRAM = sys.argv.pop(1)
 
 HELP = """\
 usage: cardsongctl songs DIR [--json]
+       cardsongctl play
+       cardsongctl pause
+       cardsongctl next
+       cardsongctl previous
+       cardsongctl stop
+       cardsongctl mass-storage
+       cardsongctl audio-state N
+       cardsongctl lyrics-changed
+       cardsongctl are-you-me
+       cardsongctl status [--json]
+       cardsongctl registry get KEY NAME | set KEY NAME VALUE
 
-Prints a line for each MP3 and WMA song in DIR and its folders: path, length in
-milliseconds, title, parted by tabs. In a path or title, \\t, \\n, \\r and \\\\ stand
+songs prints a line for each MP3 and WMA song in DIR and its folders: path, length
+in milliseconds, title, parted by tabs. In a path or title, \\t, \\n, \\r and \\\\ stand
 for a tab, line ends and a backslash. A song without a title is called like its
 file. The scan is the player's own: navigation maps at the top of a card are
 left out, and a folder that links lead to is listed once.
 
+  play            goes on with the song, or begins; one that plays goes on playing
+  pause           pauses; a player that does not play stays as it is
+  next            steps to the next song
+  previous        steps to the song before
+  stop            stops
+  mass-storage    tells all programs that the card goes to a computer: the player ends
+  audio-state N   tells all programs the audio manager's new state
+  lyrics-changed  tells all programs that the settings of the lyrics have changed
+  are-you-me      calls the player to the front
+
+status prints what the player does: its state, the song and its place in the list, the
+position in it, the play modes; with --json as one JSON object.
+
+registry reads or writes a value of the device's registry. KEY is a path with
+backslashes below HKEY_LOCAL_MACHINE; VALUE is a text, or a number as dword:5 or dword:0x1f.
+A text that begins with dword: or text: is written with text: before it.
+
   --json      one JSON object a line instead: path, length_ms, title
+  --device=DIR for every command but songs: the device, named as for the player
   -h, --help  print this
   --version   print the version
+
+Exit status: 0 done; 1 no player runs, it does not answer, or the work failed; 2 wrong use.
 """
 
 
@@ -65,7 +96,17 @@ class ControlProgram(unittest.TestCase):
                 (("songs", "a", "b"), 2, "songs: takes one folder"), ((), 2, "no command; --help tells which there are"),
                 (("sing",), 2, "unknown command sing"),
                 (("songs", ""), 1, ": no such folder"),
-                (("songs", "--xml", str(self.card)), 2, "songs: unknown option --xml")):
+                (("songs", "--xml", str(self.card)), 2, "songs: unknown option --xml"),
+                (("play", "loud"), 2, "play: takes no loud"),
+                (("play", "--device"), 2, "play: --device needs a value"),
+                (("audio-state",), 2, "audio-state: takes a number from 0 to 65535"),
+                (("audio-state", "65536"), 2, "audio-state: takes a number from 0 to 65535"),
+                (("status", "--xml"), 2, "status: takes no --xml"),
+                (("registry",), 2, "registry: takes get KEY NAME, or set KEY NAME VALUE"),
+                (("registry", "get", "KEY"), 2, "registry: takes get KEY NAME, or set KEY NAME VALUE"),
+                (("registry", "set", "KEY", "NAME", "dword:x"), 2, "registry: dword:x is no number"),
+                (("next", "--device", missing), 1, f"no player runs for {missing}"),
+                (("status", f"--device={missing}"), 1, f"no player runs for {missing}")):
             self.assertEqual(run(*arguments), (status, "", f"cardsongctl: {what}\n"), arguments)
 
     def test_tells_on_a_terminal_how_many_songs_there_are(self):

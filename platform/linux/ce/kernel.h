@@ -197,6 +197,8 @@ LPVOID LockResource(HGLOBAL resource);
 DWORD SizeofResource(HMODULE module, HRSRC resource);
 int LoadStringW(HINSTANCE module, UINT id, LPWSTR buffer, int bufferUnits);
 LANGID GetUserDefaultUILanguage();
+// For this process, from now on. False, and the language stays, for 0.
+BOOL SetUserDefaultUILanguage(LANGID language);
 
 // ---- text ----
 constexpr UINT CP_ACP = 0;

@@ -71,6 +71,7 @@ constexpr WPARAM SIZE_RESTORED = 0;
 constexpr WPARAM MK_LBUTTON = 1;
 
 // ---- device change ----
+constexpr WPARAM DBT_DEVICEARRIVAL = 0x8000;
 constexpr WPARAM DBT_DEVICEREMOVECOMPLETE = 0x8004;
 constexpr DWORD DBT_DEVTYP_PORT = 3;
 struct DEV_BROADCAST_HDR {

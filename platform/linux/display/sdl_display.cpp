@@ -33,6 +33,7 @@ public:
     void FrameReady() override;
 
 private:
+    void AskToRaise();
     void Run();
     std::string Open();
     void HandleEvents();
@@ -59,6 +60,7 @@ private:
     State m_state = State::Opening;
     std::string m_trouble; // why it could not be opened; written before the state says so
     std::atomic<bool> m_stops = false;
+    std::atomic<bool> m_isToRise = false;
     EventWait m_wait;
     FrameBox m_box;
 
@@ -89,6 +91,7 @@ std::string SdlDisplay::Start()
     SetHints();
     // Frames may be finished while the window is still opening; the last of them is shown as soon as it is there.
     user::InstallPresenter([this] { FrameReady(); });
+    user::InstallRaiser([this] { AskToRaise(); });
     m_thread = std::thread([this] { Run(); });
     switch (AwaitEndOf(State::Opening)) {
     case State::Open: return {};
@@ -102,6 +105,7 @@ void SdlDisplay::Stop()
     if (!m_thread.joinable())
         return;
     user::InstallPresenter({});
+    user::InstallRaiser({});
     m_stops = true;
     m_wait.WakeUp();
     if (AwaitEndOf(State::Open) != State::Lost) {
@@ -122,6 +126,12 @@ void SdlDisplay::FrameReady()
 {
     if (m_box.Post())
         m_wait.WakeUp();
+}
+
+void SdlDisplay::AskToRaise()
+{
+    m_isToRise = true;
+    m_wait.WakeUp();
 }
 
 // A lost thread does not touch the object afterwards: its owner may destroy it as soon as the lock is free.
@@ -180,6 +190,8 @@ void SdlDisplay::Run()
 void SdlDisplay::HandleEvents()
 {
     while (!m_stops) {
+        if (m_isToRise.exchange(false))
+            m_window.Raise();
         const bool handled = HandleWaiting();
         const bool shown = ShowFrame();
         // Drawing makes the library read events, too. No wait ends for them: only another look finds them.

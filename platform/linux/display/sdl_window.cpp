@@ -77,6 +77,13 @@ std::string SdlWindow::Open(const DisplayOptions& options)
     return {};
 }
 
+void SdlWindow::Raise()
+{
+    if ((SDL_GetWindowFlags(m_window.get()) & SDL_WINDOW_MINIMIZED) != 0)
+        SDL_RestoreWindow(m_window.get());
+    SDL_RaiseWindow(m_window.get());
+}
+
 SDL_Point SdlWindow::Size() const
 {
     SDL_Point size{};

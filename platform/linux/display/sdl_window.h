@@ -20,6 +20,8 @@ public:
     void Show(Frame& frame);
     // Sends everything again: the window was uncovered, or has a new size.
     void Redraw();
+    // Brings it before the windows of other programs, from the task bar too, as far as the desktop allows.
+    void Raise();
     // Forgets the window without closing it: its server is gone. Any thread.
     void Abandon() { static_cast<void>(m_window.release()); }
     const host::Viewport& Place() const { return m_viewport; }

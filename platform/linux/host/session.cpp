@@ -10,6 +10,9 @@
 #include "platform/linux/display/device_hands.h"
 #include "platform/linux/display/headless_display.h"
 #include "platform/linux/display/screenshot.h"
+#include "platform/linux/host/card_broadcast.h"
+#include "platform/linux/host/card_watch.h"
+#include "platform/linux/host/device_membership.h"
 #include "platform/linux/host/end_watch.h"
 #include "platform/linux/kernel/start_trace.h"
 #include "platform/linux/sound/sound_player.h"
@@ -30,6 +33,8 @@ constexpr int kDisplayLost = 3;
 
 // What a sound server is given at the end to fall silent in order.
 constexpr std::chrono::milliseconds kServerLimit{ 60 };
+// What the message bus is given to carry a second start's call to the player that runs.
+constexpr std::chrono::milliseconds kCallLimit{ 1000 };
 
 int Complain(const std::string& what, int status)
 {
@@ -74,6 +79,55 @@ std::string OpenDisplay(display::Display& display)
     return trouble;
 }
 
+int RunPlayer(const Options& options)
+{
+    WString commandLine = options.playerCommandLine;
+    return WinMain(kernel::ProgramInstance(), nullptr, commandLine.data(), SW_SHOW);
+}
+
+// The player itself finds the other one, calls it and ends. It needs no display for that.
+int CallRunningPlayer(const Options& options, DeviceMembership& membership)
+{
+    const int result = RunPlayer(options);
+    if (!membership.FinishPosting(kCallLimit))
+        Complain("a player for " + options.deviceDirectory + " runs, and could not be called: no message bus", 0);
+    return result;
+}
+
+// The player on a display of its own, from its start to its end.
+int RunOnDisplay(const Options& options, std::vector<ScriptStep> script, EndWatch& endWatch,
+                 DeviceMembership& membership)
+{
+    const auto display = MakeDisplay(options);
+    std::string trouble;
+    std::thread opening([&] { trouble = OpenDisplay(*display); });
+    std::atomic<bool> saved = options.screenshotFile.empty();
+    endWatch.Start(options.runForSeconds, [&] { saved = saved || display::SaveScreenshot(options.screenshotFile); });
+    CardWatch cardWatch;
+    cardWatch.Start(options.cardDirectory, BroadcastCardChange);
+    display::DeviceHands hands;
+    ScriptPlayer player(hands);
+    player.Start(std::move(script));
+
+    const int result = RunPlayer(options);
+    membership.LetNextStart(); // everything is saved: the next start need not wait for the rest
+
+    sound::EndSound(kServerLimit);
+    opening.join();
+    player.Stop();
+    cardWatch.Stop();
+    endWatch.Stop();
+    saved = saved || display::SaveScreenshot(options.screenshotFile);
+    display->Stop();
+    if (display->IsLost())
+        return Complain("the display went away; the play list is saved", kDisplayLost);
+    if (!trouble.empty())
+        return Complain(trouble, kFailed);
+    if (!saved || !player.AllWritten())
+        return Complain("a picture could not be written", kFailed);
+    return result;
+}
+
 } // namespace
 
 int RunSession(const Options& options)
@@ -91,31 +145,10 @@ int RunSession(const Options& options)
     LayOutDevice(options, *installedTree, std::get<std::filesystem::path>(skin));
 
     EndWatch endWatch;
-    const auto display = MakeDisplay(options);
-    std::string trouble;
-    std::thread opening([&] { trouble = OpenDisplay(*display); });
-    std::atomic<bool> saved = options.screenshotFile.empty();
-    endWatch.Start(options.runForSeconds, [&] { saved = saved || display::SaveScreenshot(options.screenshotFile); });
-    display::DeviceHands hands;
-    ScriptPlayer player(hands);
-    player.Start(std::get<std::vector<ScriptStep>>(std::move(script)));
-
-    WString commandLine = options.playerCommandLine;
-    const int result = WinMain(kernel::ProgramInstance(), nullptr, commandLine.data(), SW_SHOW);
-
-    sound::EndSound(kServerLimit);
-    opening.join();
-    player.Stop();
-    endWatch.Stop();
-    saved = saved || display::SaveScreenshot(options.screenshotFile);
-    display->Stop();
-    if (display->IsLost())
-        return Complain("the display went away; the play list is saved", kDisplayLost);
-    if (!trouble.empty())
-        return Complain(trouble, kFailed);
-    if (!saved || !player.AllWritten())
-        return Complain("a picture could not be written", kFailed);
-    return result;
+    DeviceMembership membership(options.deviceDirectory);
+    if (membership.IsSecond())
+        return CallRunningPlayer(options, membership);
+    return RunOnDisplay(options, std::get<std::vector<ScriptStep>>(std::move(script)), endWatch, membership);
 }
 
 } // namespace cardsong::host

@@ -3,6 +3,8 @@
 #include "platform/linux/kernel/device_paths.h"
 #include "platform/linux/kernel/resource_modules.h"
 
+#include <atomic>
+
 namespace cardsong::kernel {
 namespace {
 
@@ -38,5 +40,15 @@ std::optional<std::string> FindHostPath(std::u16string_view devicePath)
 
 LANGID GetUserDefaultUILanguage()
 {
-    return cardsong::kernel::CurrentDeviceTree().uiLanguage;
+    return std::atomic_ref(cardsong::kernel::TheTree().uiLanguage);
+}
+
+BOOL SetUserDefaultUILanguage(LANGID language)
+{
+    if (language == 0) {
+        SetLastError(ERROR_INVALID_PARAMETER);
+        return FALSE;
+    }
+    std::atomic_ref(cardsong::kernel::TheTree().uiLanguage) = language; // alerts read it on threads of their own
+    return TRUE;
 }

@@ -1,44 +1,46 @@
 #include "platform/linux/kernel/devices.h"
 
-#include "platform/linux/kernel/device_paths.h"
+#include "platform/linux/kernel/card_devices.h"
+#include "platform/linux/kernel/fm_transmitter_device.h"
 #include "platform/linux/kernel/unicode.h"
+
+#include <algorithm>
+#include <iterator>
+#include <memory>
+#include <utility>
 
 namespace cardsong::kernel {
 namespace {
 
-constexpr DWORD kCardHostIsReady = 0x9C402008; // the card host's own code: function 0x802, buffered, any access
-
-class DeviceObject final : public KernelObject {
-public:
-    explicit DeviceObject(bool isCardHost) : m_isCardHost(isCardHost) {}
-    bool Answers(DWORD code) const { return m_isCardHost && code == kCardHostIsReady; }
-
-private:
-    const bool m_isCardHost;
+struct Driver {
+    std::u16string_view name;
+    std::shared_ptr<DeviceObject> (*open)(); // null when there is no such device
 };
 
-bool IsCardThere()
-{
-    return !HostFoldersOf(ParseDevicePath(u"\\SDMMC")).empty();
-}
+constexpr Driver kDrivers[] = {
+    { u"DSK3:", OpenCardDisk },
+    { u"SDH1:", OpenCardHost },
+    { u"FMT0:", OpenFmTransmitter },
+};
 
 } // namespace
 
 HANDLE OpenDevice(std::u16string_view name)
 {
-    const bool isDisk = EqualIgnoringCase(name, u"DSK3:");
-    const bool isCardHost = EqualIgnoringCase(name, u"SDH1:");
-    if ((!isDisk && !isCardHost) || !IsCardThere()) {
+    const auto* const driver =
+        std::ranges::find_if(kDrivers, [&](const Driver& row) { return EqualIgnoringCase(name, row.name); });
+    auto device = driver != std::end(kDrivers) ? driver->open() : nullptr;
+    if (!device) {
         SetLastError(ERROR_FILE_NOT_FOUND);
         return INVALID_HANDLE_VALUE;
     }
-    const HANDLE handle = InsertHandle(std::make_shared<DeviceObject>(isCardHost));
+    const HANDLE handle = InsertHandle(std::move(device));
     return handle ? handle : INVALID_HANDLE_VALUE;
 }
 
 } // namespace cardsong::kernel
 
-BOOL DeviceIoControl(HANDLE device, DWORD code, LPVOID, DWORD, LPVOID, DWORD, LPDWORD returnedBytes, OVERLAPPED*)
+BOOL DeviceIoControl(HANDLE device, DWORD code, LPVOID input, DWORD, LPVOID, DWORD, LPDWORD returnedBytes, OVERLAPPED*)
 {
     using namespace cardsong::kernel;
     const auto object = ObjectAs<DeviceObject>(device);
@@ -46,8 +48,8 @@ BOOL DeviceIoControl(HANDLE device, DWORD code, LPVOID, DWORD, LPVOID, DWORD, LP
         return FALSE;
     if (returnedBytes)
         *returnedBytes = 0;
-    if (object->Answers(code) && IsCardThere())
-        return TRUE;
-    SetLastError(ERROR_INVALID_FUNCTION);
-    return FALSE;
+    const DWORD error = object->Control(code, input);
+    if (error != ERROR_SUCCESS)
+        SetLastError(error);
+    return error == ERROR_SUCCESS ? TRUE : FALSE;
 }

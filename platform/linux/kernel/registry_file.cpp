@@ -1,16 +1,17 @@
 #include "platform/linux/kernel/registry_file.h"
 
 #include "platform/device_tree.h"
+#include "platform/linux/kernel/registry_lock.h"
 #include "platform/linux/kernel/registry_text.h"
 #include "platform/linux/kernel/unicode.h"
 
+#include <cstdio>
 #include <fcntl.h>
 #include <filesystem>
 #include <functional>
 #include <glib.h>
 #include <memory>
 #include <mutex>
-#include <sys/file.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -34,20 +35,12 @@ KeyFile NewKeyFile()
     return { g_key_file_new(), g_key_file_free };
 }
 
-// The file as it stands. A missing or foreign file is an empty registry.
-KeyFile ReadKeyFile(const struct stat& facts)
-{
-    auto keyFile = NewKeyFile();
-    const bool isReadable = S_ISREG(facts.st_mode) && facts.st_size <= kMaxFileBytes;
-    if (!isReadable || !g_key_file_load_from_file(keyFile.get(), FilePath().c_str(), G_KEY_FILE_KEEP_COMMENTS, nullptr))
-        return NewKeyFile(); // a failed reading leaves the first groups behind
-    return keyFile;
-}
-
-// The file read last, and what it looked like; every writer replaces the file, so that each version has its own look.
+// The file read last. Every writer replaces the file, and a file that is held open shares its number with no other: so
+// another version always looks different.
 struct Remembered {
     std::mutex mutex;
     std::string path;
+    int descriptor = -1; // of what `keyFile` was read from; -1 when there was nothing to read
     struct stat facts = {};
     KeyFile keyFile = NewKeyFile();
 };
@@ -65,6 +58,47 @@ bool LooksTheSame(const struct stat& a, const struct stat& b)
            a.st_ctim.tv_sec == b.st_ctim.tv_sec && a.st_ctim.tv_nsec == b.st_ctim.tv_nsec;
 }
 
+void Forget(Remembered& remembered)
+{
+    remembered.path.clear();
+    if (remembered.descriptor >= 0)
+        close(remembered.descriptor);
+    remembered.descriptor = -1;
+    remembered.facts = {};
+}
+
+// The first `sizeBytes` of the file, or fewer where it ends before.
+std::string ReadWhole(int descriptor, off_t sizeBytes)
+{
+    std::string text(static_cast<std::size_t>(sizeBytes), '\0');
+    std::size_t done = 0;
+    while (done < text.size()) {
+        const auto got = TEMP_FAILURE_RETRY(read(descriptor, text.data() + done, text.size() - done));
+        if (got <= 0)
+            break;
+        done += static_cast<std::size_t>(got);
+    }
+    text.resize(done);
+    return text;
+}
+
+// The file as it stands. A missing or foreign file is an empty registry.
+void ReadAnew(Remembered& remembered, const std::string& path)
+{
+    Forget(remembered);
+    remembered.keyFile = NewKeyFile();
+    remembered.path = path;
+    remembered.descriptor = open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK); // a pipe must not stop the program
+    auto& facts = remembered.facts;
+    if (remembered.descriptor < 0 || fstat(remembered.descriptor, &facts) != 0 || !S_ISREG(facts.st_mode) ||
+        facts.st_size > kMaxFileBytes)
+        return;
+    const auto text = ReadWhole(remembered.descriptor, facts.st_size);
+    if (!g_key_file_load_from_data(remembered.keyFile.get(), text.data(), text.size(), G_KEY_FILE_KEEP_COMMENTS,
+                                   nullptr))
+        remembered.keyFile = NewKeyFile(); // a failed reading leaves the first groups behind
+}
+
 // The registry as it stands now. The mutex is held.
 GKeyFile* Current(Remembered& remembered)
 {
@@ -72,17 +106,9 @@ GKeyFile* Current(Remembered& remembered)
     const auto path = FilePath();
     if (stat(path.c_str(), &facts) != 0)
         facts = {};
-    if (remembered.path != path || !LooksTheSame(remembered.facts, facts)) {
-        remembered.keyFile = ReadKeyFile(facts);
-        remembered.facts = facts;
-        remembered.path = path;
-    }
+    if (remembered.path != path || !LooksTheSame(remembered.facts, facts))
+        ReadAnew(remembered, path);
     return remembered.keyFile.get();
-}
-
-void Forget(Remembered& remembered)
-{
-    remembered.path.clear();
 }
 
 // The group that bears the key's name, in its own spelling.
@@ -133,31 +159,6 @@ void AddGroup(GKeyFile* keyFile, const std::string& group)
     g_key_file_remove_key(keyFile, group.c_str(), "new", nullptr);
 }
 
-// Held from before the file is read until after it is replaced, by one process at a time.
-class FileLock {
-public:
-    FileLock()
-    {
-        const auto& user = CurrentDeviceTree().userDirectory;
-        std::error_code ignored;
-        std::filesystem::create_directories(user, ignored);
-        m_descriptor = open((user + "/registry.lock").c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0666);
-        m_isHeld = m_descriptor >= 0 && TEMP_FAILURE_RETRY(flock(m_descriptor, LOCK_EX)) == 0;
-    }
-    ~FileLock()
-    {
-        if (m_descriptor >= 0)
-            close(m_descriptor); // lets the lock go
-    }
-    FileLock(const FileLock&) = delete;
-    FileLock& operator=(const FileLock&) = delete;
-    bool IsHeld() const { return m_isHeld; }
-
-private:
-    int m_descriptor = -1;
-    bool m_isHeld = false;
-};
-
 // One blank line between groups and none elsewhere: the library keeps those it read and adds its own. A comment stays
 // above the line that it speaks of.
 std::string WithTidyLines(std::string_view text)
@@ -181,21 +182,45 @@ std::string WithTidyLines(std::string_view text)
     return tidy + comments;
 }
 
+bool WriteWhole(const std::string& path, std::string_view text)
+{
+    const int descriptor = open(path.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC | O_NOFOLLOW, 0666);
+    if (descriptor < 0)
+        return false;
+    while (!text.empty()) {
+        const auto put = TEMP_FAILURE_RETRY(write(descriptor, text.data(), text.size()));
+        if (put <= 0)
+            break;
+        text.remove_prefix(static_cast<std::size_t>(put));
+    }
+    const bool isWhole = text.empty() && fsync(descriptor) == 0;
+    return close(descriptor) == 0 && isWhole;
+}
+
+// The lock is held: the unfinished file has the same name each time, so that a crash leaves one at most.
 bool Replace(GKeyFile* keyFile)
 {
     const OwnedText text(g_key_file_to_data(keyFile, nullptr, nullptr), g_free);
-    const auto contents = WithTidyLines(text.get());
-    return g_file_set_contents_full(FilePath().c_str(), contents.data(), static_cast<gssize>(contents.size()),
-                                    G_FILE_SET_CONTENTS_CONSISTENT, 0666, nullptr) != FALSE;
+    const auto path = FilePath();
+    const auto unfinished = path + ".new";
+    if (WriteWhole(unfinished, WithTidyLines(text.get())) && std::rename(unfinished.c_str(), path.c_str()) == 0)
+        return true;
+    unlink(unfinished.c_str());
+    return false;
 }
 
 bool Change(const std::function<void(GKeyFile*)>& change)
 {
-    auto& remembered = TheRemembered();
-    const std::lock_guard guard(remembered.mutex);
-    const FileLock lock;
+    static auto* const s_writers = new std::mutex; // readers do not wait for the lock of the file
+    const std::lock_guard writer(*s_writers);
+    const auto& user = CurrentDeviceTree().userDirectory;
+    std::error_code ignored;
+    std::filesystem::create_directories(user, ignored);
+    const RegistryLock lock(user + "/registry.lock");
     if (!lock.IsHeld())
         return false;
+    auto& remembered = TheRemembered();
+    const std::lock_guard guard(remembered.mutex);
     GKeyFile* const keyFile = Current(remembered);
     change(keyFile);
     const bool isWritten = Replace(keyFile);

@@ -20,8 +20,9 @@ struct RegistryValue {
 bool RegistryKeyExists(std::u16string_view key);
 std::optional<RegistryValue> ReadRegistryValue(std::u16string_view key, std::u16string_view name);
 
-// Both change the file under its lock, from what stands in it at that moment, and replace it whole. False when it
-// cannot be written; the file is then as it was.
+// Both change the file under its lock, from what stands in it at that moment, and replace it whole; what another
+// program wrote is seen by the next call of any function here. False when the file cannot be written, or another
+// program holds its lock for half a second; the file is then as it was.
 bool CreateRegistryKey(std::u16string_view key);
 bool WriteRegistryValue(std::u16string_view key, std::u16string_view name, const RegistryValue& value);
 

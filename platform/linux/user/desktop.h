@@ -4,6 +4,7 @@
 #pragma once
 
 #include "platform/linux/user/message_queue.h"
+#include "platform/linux/user/other_programs.h"
 #include "platform/linux/user/window.h"
 
 #include <bitset>
@@ -32,6 +33,9 @@ struct Desktop {
     WindowRecord* root = nullptr; // the desktop window
     ClassTable classes;
     std::unordered_map<std::u16string, UINT> registeredMessages; // by folded name
+    std::vector<std::u16string> messageNames;                    // of the same, as first written, by number
+    std::shared_ptr<OtherPrograms> otherPrograms;                // null: there are none
+    std::vector<std::u16string> foreignClasses;                  // of the windows of other programs, by handle
     std::vector<std::weak_ptr<ThreadQueue>> queues;
     std::uint64_t treeVersion = 1; // grows when any window appears, goes, moves, shows or hides
     std::vector<HeldContext> contexts;
@@ -45,6 +49,7 @@ struct Desktop {
     bool pointerDown = false;
     POINT pointer{};
     std::function<void()> presenter;
+    std::function<void()> raiser;
 };
 
 Desktop& TheDesktop();

@@ -35,6 +35,13 @@ HWND ForegroundTarget(HWND window)
     return TopLevelOf(record)->handle;
 }
 
+void RaiseDisplay()
+{
+    LockedDesktop desktop;
+    if (desktop->raiser)
+        desktop->raiser();
+}
+
 } // namespace
 
 void TakeForeground(HWND topLevel, WORD cause)
@@ -86,6 +93,12 @@ void SetDisplayActive(bool active)
         QueueTask(*desktop, queue, [] { ActivateHere(nullptr, WA_INACTIVE, nullptr); });
 }
 
+void InstallRaiser(std::function<void()> raiser)
+{
+    LockedDesktop desktop;
+    desktop->raiser = std::move(raiser);
+}
+
 } // namespace cardsong::user
 
 using namespace cardsong::user;
@@ -102,5 +115,6 @@ BOOL SetForegroundWindow(HWND window)
     if (target == nullptr)
         return FALSE;
     TakeForeground(target, WA_ACTIVE);
+    RaiseDisplay();
     return TRUE;
 }

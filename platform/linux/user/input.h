@@ -29,6 +29,11 @@ void SetDisplayActive(bool active);
 // any more once another is installed; empty: nobody looks.
 void InstallPresenter(std::function<void()> presenter);
 
+// Called when the program asks for the foreground: `raiser` is to bring the display's own window before those of the
+// machine's other programs. The windows are locked meanwhile: it must be quick and must not call them. Empty: nobody
+// does.
+void InstallRaiser(std::function<void()> raiser);
+
 // Destroys every window, class, timer and queue: between tests.
 void ResetWindows();
 

@@ -3,6 +3,7 @@
 #include "platform/linux/ce/kernel.h"
 #include "platform/linux/kernel/clock.h"
 #include "platform/linux/user/desktop.h"
+#include "platform/linux/user/foreign_windows.h"
 #include "platform/linux/user/frames.h"
 #include "platform/linux/user/input_queue.h"
 #include "platform/linux/user/window_lifetime.h"
@@ -54,7 +55,20 @@ private:
     std::shared_ptr<ThreadQueue> m_queue;
 };
 
-bool Post(Desktop& desktop, ThreadQueue& queue, HWND window, UINT message, WPARAM wParam, LPARAM lParam)
+BOOL Broadcast(UINT message, WPARAM wParam, LPARAM lParam)
+{
+    {
+        LockedDesktop desktop;
+        for (const WindowRecord* record : desktop->root->children)
+            PostToQueue(*desktop, *record->queue, record->handle, message, wParam, lParam);
+    }
+    BroadcastToOtherPrograms(message, wParam, lParam);
+    return TRUE;
+}
+
+} // namespace
+
+bool PostToQueue(Desktop& desktop, ThreadQueue& queue, HWND window, UINT message, WPARAM wParam, LPARAM lParam)
 {
     if (queue.posted.size() >= kMaxPosted)
         return false;
@@ -62,8 +76,6 @@ bool Post(Desktop& desktop, ThreadQueue& queue, HWND window, UINT message, WPARA
     Notify(queue);
     return true;
 }
-
-} // namespace
 
 const std::shared_ptr<ThreadQueue>& CurrentQueue()
 {
@@ -143,18 +155,16 @@ using namespace cardsong::user;
 BOOL PostMessageW(HWND window, UINT message, WPARAM wParam, LPARAM lParam)
 {
     const auto& self = CurrentQueue();
+    if (window == HWND_BROADCAST)
+        return Broadcast(message, wParam, lParam);
     LockedDesktop desktop;
     if (window == nullptr)
-        return Post(*desktop, *self, nullptr, message, wParam, lParam) ? TRUE : FALSE;
-    if (window == HWND_BROADCAST) {
-        for (const WindowRecord* record : desktop->root->children)
-            Post(*desktop, *record->queue, record->handle, message, wParam, lParam);
-        return TRUE;
-    }
-    const WindowRecord* const record = desktop.Find(window);
-    if (record == nullptr || record->queue == nullptr)
-        return FALSE;
-    return Post(*desktop, *record->queue, window, message, wParam, lParam) ? TRUE : FALSE;
+        return PostToQueue(*desktop, *self, nullptr, message, wParam, lParam) ? TRUE : FALSE;
+    const WindowRecord* const record = desktop->windows.Find(window);
+    if (record != nullptr && record->queue != nullptr)
+        return PostToQueue(*desktop, *record->queue, window, message, wParam, lParam) ? TRUE : FALSE;
+    desktop.Lock().unlock();
+    return PostToForeignWindow(window, message, wParam, lParam) ? TRUE : FALSE;
 }
 
 void PostQuitMessage(int exitCode)

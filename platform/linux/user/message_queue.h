@@ -91,6 +91,8 @@ ThreadQueue* QueueIfAny();
 ThreadQueue* QueueUnlessEnding();
 // Empties the queue and answers whoever waits for it with 0; the thread may go on using it.
 void ClearQueue(ThreadQueue& queue);
+// False when too many messages wait already.
+bool PostToQueue(Desktop& desktop, ThreadQueue& queue, HWND window, UINT message, WPARAM wParam, LPARAM lParam);
 // Wakes the thread if it waits for a message.
 void Notify(ThreadQueue& queue);
 // Runs `task` on the queue's thread when it next looks for messages; nobody waits for it.

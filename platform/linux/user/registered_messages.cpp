@@ -1,13 +1,35 @@
 // Message numbers by name, the same for everybody who asks.
+#include "platform/linux/user/registered_messages.h"
+
 #include "platform/linux/ce/kernel.h"
-#include "platform/linux/user/desktop.h"
+
+namespace cardsong::user {
+namespace {
+
+constexpr UINT kFirst = 0xC000;
+constexpr UINT kLast = 0xFFFF;
+
+} // namespace
+
+std::optional<std::u16string> NameOfMessage(const Desktop& desktop, UINT number)
+{
+    if (number < kFirst || number - kFirst >= desktop.messageNames.size())
+        return std::nullopt;
+    return desktop.messageNames[number - kFirst];
+}
+
+UINT NumberOfMessage(const Desktop& desktop, std::u16string_view name)
+{
+    const auto found = desktop.registeredMessages.find(FoldName(name));
+    return found == desktop.registeredMessages.end() ? 0 : found->second;
+}
+
+} // namespace cardsong::user
 
 using namespace cardsong::user;
 
 UINT RegisterWindowMessageW(LPCWSTR name)
 {
-    constexpr UINT kFirst = 0xC000;
-    constexpr UINT kLast = 0xFFFF;
     constexpr std::size_t kMaxNameUnits = 255;
     if (name == nullptr || std::u16string_view(name).size() > kMaxNameUnits) {
         SetLastError(ERROR_INVALID_PARAMETER);
@@ -20,10 +42,14 @@ UINT RegisterWindowMessageW(LPCWSTR name)
     const auto folded = FoldName(name);
     LockedDesktop desktop;
     auto& known = desktop->registeredMessages;
+    if (const auto found = known.find(folded); found != known.end())
+        return found->second;
     const auto next = kFirst + static_cast<UINT>(known.size());
-    if (!known.contains(folded) && next > kLast) {
+    if (next > kLast) {
         SetLastError(ERROR_NOT_ENOUGH_MEMORY);
         return 0;
     }
-    return known.try_emplace(folded, next).first->second;
+    desktop->messageNames.emplace_back(name);
+    known.emplace(folded, next);
+    return next;
 }

@@ -1,6 +1,7 @@
 // Messages that wait for their answer, within a thread and across threads.
 #include "platform/linux/kernel/clock.h"
 #include "platform/linux/user/desktop.h"
+#include "platform/linux/user/foreign_windows.h"
 #include "platform/linux/user/frames.h"
 #include "platform/linux/user/window_tree.h"
 
@@ -72,6 +73,7 @@ LRESULT SendMessageW(HWND window, UINT message, WPARAM wParam, LPARAM lParam)
         }
         for (HWND receiver : receivers)
             SendMessageW(receiver, message, wParam, lParam);
+        BroadcastToOtherPrograms(message, wParam, lParam); // whose answers nobody waits for
         return TRUE;
     }
     const auto& self = CurrentQueue();

@@ -1,4 +1,5 @@
 // Questions about windows: places, relations, names.
+#include "platform/linux/user/foreign_windows.h"
 #include "platform/linux/user/visible_region.h"
 #include "platform/linux/user/window_tree.h"
 
@@ -49,6 +50,19 @@ bool Matches(const WindowRecord& record, const WindowClass* wantedClass, const s
     return wantedText == nullptr || FoldName(record.text) == *wantedText;
 }
 
+HWND FindOwnWindow(LPCWSTR className, LPCWSTR text)
+{
+    const auto wantedText = text == nullptr ? std::u16string() : FoldName(text);
+    LockedDesktop desktop;
+    const auto wantedClass = className == nullptr ? nullptr : desktop->classes.Find(className);
+    if (className != nullptr && wantedClass == nullptr)
+        return nullptr;
+    for (const WindowRecord* record : desktop->root->children)
+        if (Matches(*record, wantedClass.get(), text == nullptr ? nullptr : &wantedText))
+            return record->handle;
+    return nullptr;
+}
+
 } // namespace
 
 } // namespace cardsong::user
@@ -57,8 +71,12 @@ using namespace cardsong::user;
 
 BOOL IsWindow(HWND window)
 {
-    LockedDesktop desktop;
-    return desktop.Find(window) != nullptr ? TRUE : FALSE;
+    {
+        LockedDesktop desktop;
+        if (desktop.Find(window) != nullptr)
+            return TRUE;
+    }
+    return IsForeignWindow(window) ? TRUE : FALSE;
 }
 
 BOOL GetWindowRect(HWND window, LPRECT rect)
@@ -125,15 +143,9 @@ HWND GetDesktopWindow()
 
 HWND FindWindowW(LPCWSTR className, LPCWSTR text)
 {
-    const auto wantedText = text == nullptr ? std::u16string() : FoldName(text);
-    LockedDesktop desktop;
-    const auto wantedClass = className == nullptr ? nullptr : desktop->classes.Find(className);
-    if (className != nullptr && wantedClass == nullptr)
-        return nullptr;
-    for (const WindowRecord* record : desktop->root->children)
-        if (Matches(*record, wantedClass.get(), text == nullptr ? nullptr : &wantedText))
-            return record->handle;
-    return nullptr;
+    const HWND own = FindOwnWindow(className, text);
+    // Of windows of other programs nothing but the class is known.
+    return own != nullptr || className == nullptr || text != nullptr ? own : FindForeignWindow(className);
 }
 
 BOOL EnumWindows(WNDENUMPROC callback, LPARAM parameter)

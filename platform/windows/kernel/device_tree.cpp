@@ -1,5 +1,7 @@
 #include "platform/device_tree.h"
 
+#include <atomic>
+
 namespace cardsong::kernel {
 namespace {
 
@@ -31,5 +33,15 @@ HINSTANCE ProgramInstance()
 
 LANGID cardsong::device::GetUserDefaultUILanguage()
 {
-    return kernel::CurrentDeviceTree().uiLanguage;
+    return std::atomic_ref(kernel::TheTree().uiLanguage);
+}
+
+BOOL SetUserDefaultUILanguage(LANGID language)
+{
+    if (language == 0) {
+        SetLastError(ERROR_INVALID_PARAMETER);
+        return FALSE;
+    }
+    std::atomic_ref(cardsong::kernel::TheTree().uiLanguage) = language; // alerts read it on threads of their own
+    return TRUE;
 }

@@ -1,5 +1,7 @@
 #include "platform/linux/host/user_defaults.h"
 
+#include "platform/host/options.h"
+
 #include <gtest/gtest.h>
 
 #include <cstdlib>
@@ -39,6 +41,16 @@ TEST(UserDefaults, AreEnglishWhereThePlayerKnowsNoLanguageOfTheEnvironment)
 {
     EXPECT_EQ(LanguageIn({ "", "", "" }), 0x0409);
     EXPECT_EQ(LanguageIn({ "C", "C", "it_IT.UTF-8" }), 0x0409);
+}
+
+TEST(UserDefaults, GiveWayToTheLanguageOption)
+{
+    setenv("LANG", "de_DE.UTF-8", 1);
+    Options options = UserDefaults();
+    unsetenv("LANG");
+    ASSERT_EQ(options.language, 0x0407);
+    EXPECT_FALSE(ReadOptions({ "--language=zh-CN" }, options));
+    EXPECT_EQ(options.language, 0x0804);
 }
 
 TEST(UserDefaults, AreTheUsersOwnFoldersAndALanguageThatThePlayerKnows)

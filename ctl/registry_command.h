@@ -1,0 +1,6 @@
+// "cardsongctl registry": reads and writes values of the device's registry. A player need not run.
+#pragma once
+
+#include "ctl/command.h"
+
+extern const Command kRegistryCommand;

@@ -1,11 +1,11 @@
 // The player and the model of its rules, side by side through scripts drawn by chance. CONTRIBUTING.md tells how to
 // play more of them, and how to play one again.
 #include "tests/app/model/script.h"
+#include "tests/long_form.h"
 
 #include <gtest/gtest.h>
 
-#include <cstdlib>
-#include <random>
+#include <iostream>
 #include <string>
 
 using namespace cardsong::test;
@@ -16,23 +16,11 @@ constexpr int kSteps = 200;
 constexpr int kScripts = 10;
 constexpr int kScriptsOfTheLongForm = 1000;
 
-std::string Setting(const char* name)
-{
-    const char* const value = std::getenv(name);
-    return value != nullptr ? value : "";
-}
-
-std::uint64_t FirstSeed()
-{
-    const std::string asked = Setting("CARDSONG_SEED");
-    return asked.empty() ? std::random_device{}() : std::stoull(asked);
-}
-
 int ScriptsToPlay()
 {
     if (!Setting("CARDSONG_SCRIPTS").empty())
         return std::stoi(Setting("CARDSONG_SCRIPTS"));
-    return Setting("CARDSONG_LONG").empty() ? kScripts : kScriptsOfTheLongForm;
+    return IsLongForm() ? kScriptsOfTheLongForm : kScripts;
 }
 
 void ExpectAgreement(const Script& script)

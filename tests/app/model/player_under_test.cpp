@@ -7,6 +7,7 @@
 #include "tests/app/model/sown_random.h"
 
 #include <filesystem>
+#include <set>
 
 namespace cardsong::test {
 
@@ -181,6 +182,21 @@ void PlayerUnderTest::TakeWorld(const Step& step)
         PutPriority(step.a);
     if (step.kind == StepKind::AudioState)
         PostMessageW(HWND_BROADCAST, g_msgAudioManager, WordsOf(0, step.a), 0);
+}
+
+void PlayerUnderTest::PutBackSongsThatLeft()
+{
+    std::set<std::string> names;
+    for (const MediaFileEntry& entry : ConstSongList(PlayList))
+        names.insert(Narrow(entry.fileName));
+    for (CardSong& song : m_songs) {
+        if (names.count(song.name) > 0)
+            continue;
+        song.isThere = true;
+        PutSong(song);
+        const WString name(song.name.begin(), song.name.end());
+        SongList(PlayList).Append(NewMediaEntry(name, TEXT("\\SDMMC")));
+    }
 }
 
 void PlayerUnderTest::Wait(int milliseconds)

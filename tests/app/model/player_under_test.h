@@ -26,6 +26,11 @@ public:
     void Exit(int road);
 
     [[nodiscard]] PlayerView View();
+    [[nodiscard]] bool IsPlaying() const { return g_isPlaying != 0; }
+    // Since the last asking.
+    [[nodiscard]] int CountOpenedSongs();
+    // Songs that left the play list are put back on the card, and to the end of the list.
+    void PutBackSongsThatLeft();
     [[nodiscard]] std::uint64_t NowMs() const { return m_clock.NowMs(); }
     // What is left after exit, as text: the saved play list, and whatever should have gone.
     [[nodiscard]] std::string SavedList() const;
@@ -42,11 +47,13 @@ private:
     void SeeState(PlayerView& view) const;
     void SeeScreen(PlayerView& view) const;
     void SeeEngine(PlayerView& view);
+    void HearEngine();
 
     std::vector<CardSong> m_songs;
     HWND m_slider = nullptr;
     bool m_isInFront = true;
     std::string m_rendered; // the last file that an engine took
+    int m_renderings = 0;
 };
 
 // Pixels of a title in the title's font.

@@ -12,6 +12,8 @@
 #include "playback/simulated_engine.h"
 #include "tests/app/model/player_under_test.h"
 
+#include <utility>
+
 namespace cardsong::test {
 
 namespace {
@@ -89,15 +91,29 @@ void PlayerUnderTest::SeeScreen(PlayerView& view) const
     const auto queue = user::CurrentQueue();
     const user::LockedDesktop desktop;
     for (const user::Timer& timer : queue->timers)
-        view.timers[static_cast<int>(timer.id)] = timer.dueMs;
+        if (timer.window == m_window)
+            view.timers[static_cast<int>(timer.id)] = timer.dueMs;
+}
+
+void PlayerUnderTest::HearEngine()
+{
+    const std::string rendering = "RenderFile \\SDMMC\\";
+    for (const std::string& call : TakeSimulatedCalls())
+        if (call.starts_with(rendering)) {
+            m_rendered = call.substr(rendering.size());
+            ++m_renderings;
+        }
+}
+
+int PlayerUnderTest::CountOpenedSongs()
+{
+    HearEngine();
+    return std::exchange(m_renderings, 0);
 }
 
 void PlayerUnderTest::SeeEngine(PlayerView& view)
 {
-    const std::string rendering = "RenderFile \\SDMMC\\";
-    for (const std::string& call : TakeSimulatedCalls())
-        if (call.starts_with(rendering))
-            m_rendered = call.substr(rendering.size());
+    HearEngine();
     const auto& engines = TheSimulation().engines;
     if (engines.empty())
         return;

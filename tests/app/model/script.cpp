@@ -1,6 +1,5 @@
 #include "tests/app/model/script.h"
 
-#include <algorithm>
 #include <array>
 #include <random>
 
@@ -36,7 +35,7 @@ constexpr std::array kWeights{
     Weight{ StepKind::Command, 14 }, Weight{ StepKind::Sent, 6 },       Weight{ StepKind::Key, 16 },
     Weight{ StepKind::HeldKey, 2 },  Weight{ StepKind::Tap, 14 },       Weight{ StepKind::Slide, 3 },
     Weight{ StepKind::Row, 4 },      Weight{ StepKind::Wait, 22 },      Weight{ StepKind::Finish, 3 },
-    Weight{ StepKind::EndWaits, 2 }, Weight{ StepKind::Break, 1 },      Weight{ StepKind::Abort, 1 },
+    Weight{ StepKind::EndWaits, 6 }, Weight{ StepKind::Break, 1 },      Weight{ StepKind::Abort, 1 },
     Weight{ StepKind::Delete, 2 },   Weight{ StepKind::Restore, 3 },    Weight{ StepKind::Become, 2 },
     Weight{ StepKind::FailInit, 1 }, Weight{ StepKind::Focus, 5 },      Weight{ StepKind::Activate, 1 },
     Weight{ StepKind::Priority, 3 }, Weight{ StepKind::AudioState, 5 },
@@ -99,31 +98,6 @@ Script DrawScript(std::uint64_t seed, int steps)
     for (int i = 0; i < steps; ++i)
         script.push_back(DrawStep(numbers));
     script.push_back({ StepKind::Exit, Below(numbers, kExitRoads) });
-    return script;
-}
-
-// Delta debugging (Zeller, Hildebrandt: Simplifying and isolating failure-inducing input), of which the half without
-// complements is enough here.
-Script Shrink(Script script, const std::function<std::optional<Disagreement>(const Script& script)>& fails)
-{
-    if (const auto first = fails(script))
-        script.resize(std::min(script.size(), first->step + 1));
-    for (std::size_t chunk = std::max<std::size_t>(script.size() / 2, 1); chunk > 0;) {
-        bool isShorter = false;
-        for (std::size_t at = 0; at < script.size();) {
-            Script shorter(script.begin(), script.begin() + static_cast<std::ptrdiff_t>(at));
-            const std::size_t behind = std::min(at + chunk, script.size());
-            shorter.insert(shorter.end(), script.begin() + static_cast<std::ptrdiff_t>(behind), script.end());
-            if (fails(shorter)) {
-                script = std::move(shorter);
-                isShorter = true;
-            } else {
-                at += chunk;
-            }
-        }
-        if (chunk > 1 || !isShorter)
-            chunk /= 2;
-    }
     return script;
 }
 

@@ -22,8 +22,10 @@ struct Disagreement {
 // Plays the script by both, and compares after every step. Nothing when the two agree.
 [[nodiscard]] std::optional<Disagreement> PlayScript(const Script& script);
 
-// The shortest script found that fails as `script` does: chunks are left out, then single steps. `fails`: plays one.
-[[nodiscard]] Script Shrink(Script script,
-                            const std::function<std::optional<Disagreement>(const Script& script)>& fails);
+// Plays a script, as PlayScript does.
+using Fails = std::function<std::optional<Disagreement>(const Script& script)>;
+
+// The shortest script found that still fails: chunks are left out, then single steps, then pairs.
+[[nodiscard]] Script Shrink(Script script, const Fails& fails);
 
 } // namespace cardsong::test

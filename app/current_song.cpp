@@ -12,11 +12,16 @@ MediaFileEntry* FindMarkedEntry()
     return nullptr;
 }
 
-void MakeCurrent(int number)
+void MarkEntry(int number)
 {
     int place = 0;
     for (MediaFileEntry& entry : SongList(PlayList))
         entry.playMark = ++place == number ? number : 0;
+}
+
+void MakeCurrent(int number)
+{
+    MarkEntry(number);
     g_currentNumber = number;
 }
 

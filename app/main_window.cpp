@@ -4,11 +4,15 @@
 #include "app/audio_priority.h"
 #include "app/audio_settings.h"
 #include "app/card_removal.h"
+#include "app/card_scan.h"
 #include "app/command_ids.h"
 #include "app/foreground.h"
 #include "app/giving_way.h"
+#include "app/library_window.h"
 #include "app/lyrics_display.h"
 #include "app/main_paint.h"
+#include "app/play_list_edits.h"
+#include "app/play_list_window.h"
 #include "app/play_mode_commands.h"
 #include "app/player_controls.h"
 #include "app/player_keys.h"
@@ -21,7 +25,6 @@
 #include "app/task_bar.h"
 #include "app/title_ticker.h"
 #include "app/transport.h"
-#include "library/media_scan.h"
 #include "library/saved_play_list.h"
 #include "library/song_list.h"
 #include "lyrics/lyrics_strip.h"
@@ -37,6 +40,12 @@ void RepaintNow(HWND window)
     UpdateWindow(window);
 }
 
+void FreeListWindows()
+{
+    FreeLibraryWindow();
+    FreePlayListWindow();
+}
+
 // ---- commands ----
 
 void ExitPlayer(HWND window, WPARAM request)
@@ -46,6 +55,7 @@ void ExitPlayer(HWND window, WPARAM request)
     KeepAudioPriority();
     TellAudioManager(request);
     g_savedPlayList.Save(PlayList);
+    FreeListWindows();
     FreeControls();
     FreeBackground();
     DestroyWindow(window);
@@ -59,8 +69,17 @@ struct CommandEntry {
 };
 
 constexpr CommandEntry kCommands[] = {
+    { kCommandPlayListBack, [](HWND, WPARAM) { LeavePlayListWindow(); } },
     { kCommandExit, ExitPlayer },
     { kCommandAudioSettings, [](HWND, WPARAM) { StartAudioSettings(); } },
+    { kCommandPlayListWindow, [](HWND window, WPARAM) { OpenPlayListWindow(window); } },
+    { kCommandLibraryWindow, [](HWND window, WPARAM) { OpenLibraryWindow(window); } },
+    { kCommandClearPlayList, [](HWND window, WPARAM) { ClearPlayList(window); } },
+    { kCommandPlayMarked, [](HWND window, WPARAM) { PlayFromPlayListWindow(window); } },
+    { kCommandCheckAll, [](HWND, WPARAM) { CheckAllOrNone(); } },
+    { kCommandAddCard, [](HWND, WPARAM) { AddWholeCard(); } },
+    { kCommandRemoveMarked, [](HWND window, WPARAM) { RemoveMarkedSong(window); } },
+    { kCommandLibraryDone, [](HWND window, WPARAM) { LeaveLibraryWindow(window); } },
     { kCommandPrevious, [](HWND window, WPARAM) { StepToPrevious(window); } },
     { kCommandBack5, [](HWND, WPARAM) { StepBack5Seconds(); } },
     { kCommandPlay, [](HWND window, WPARAM) { PlayOrPause(window); } },
@@ -73,6 +92,18 @@ constexpr CommandEntry kCommands[] = {
     { kCommandRepeatOff, [](HWND, WPARAM) { StepRepeatMode(); } },
     { kCommandRepeatAll, [](HWND, WPARAM) { StepRepeatMode(); } },
     { kCommandRepeatSingle, [](HWND, WPARAM) { StepRepeatMode(); } },
+};
+
+// ---- notices of the list windows ----
+
+struct NoticeEntry {
+    UINT controlId;
+    void (*rowTapped)(std::int32_t index);
+};
+
+constexpr NoticeEntry kNotices[] = {
+    { kPlayListWindowId, MarkSongOfRow },
+    { kLibraryWindowId, TurnCheckOfRow },
 };
 
 // ---- timers ----
@@ -120,7 +151,9 @@ LRESULT OnDestroy(HWND window, WPARAM, LPARAM)
     SendMessageW(window, WM_COMMAND, kCommandStop, 0);
     EndLyrics();
     SongList(PlayList).FreeAll();
+    SongList(CardSongList).FreeAll();
     ShowTaskBar();
+    FreeListWindows();
     FreeControls();
     FreeBackground();
     ReleasePlayer();
@@ -139,6 +172,14 @@ LRESULT OnCommand(HWND window, WPARAM wParam, LPARAM)
     for (const auto& command : kCommands)
         if (command.id == LOWORD(wParam))
             command.handler(window, wParam);
+    return 0;
+}
+
+LRESULT OnNotify(HWND, WPARAM controlId, LPARAM index)
+{
+    for (const auto& notice : kNotices)
+        if (notice.controlId == controlId)
+            notice.rowTapped(static_cast<std::int32_t>(index));
     return 0;
 }
 
@@ -169,19 +210,9 @@ LRESULT OnTimer(HWND window, WPARAM id, LPARAM)
     return 0;
 }
 
-// A button draws its pressed look only when it is asked to show a selection. Every tick repaints all buttons, also the
-// one that is held.
-DRAWITEMSTRUCT HeldAsSelected(DRAWITEMSTRUCT request)
-{
-    const bool isHeld = (request.itemState & (ODS_SELECTED | ODS_DISABLED)) == ODS_SELECTED;
-    if (request.itemAction == ODA_DRAWENTIRE && isHeld)
-        request.itemAction = ODA_SELECT;
-    return request;
-}
-
 LRESULT OnDrawItem(HWND, WPARAM, LPARAM lParam)
 {
-    const DRAWITEMSTRUCT request = HeldAsSelected(*reinterpret_cast<const DRAWITEMSTRUCT*>(lParam));
+    const auto& request = *reinterpret_cast<const DRAWITEMSTRUCT*>(lParam);
     if (!g_controls.softKeys.DrawItem(request))
         g_controls.buttons.DrawItem(request);
     return TRUE;
@@ -209,6 +240,7 @@ constexpr MessageEntry kMessages[] = {
           return 1;
       } },
     { WM_COMMAND, OnCommand },
+    { WM_NOTIFY, OnNotify },
     { WM_KEYDOWN, OnKeyDown },
     { WM_GETDLGCODE, OnGetDialogCode },
     { WM_TIMER, OnTimer },
@@ -242,6 +274,11 @@ constexpr RegisteredMessageEntry kRegisteredMessages[] = {
           TakeAudioManagerState(window, wParam);
           return 0;
       } },
+    { g_msgUserAddSongs,
+      [](HWND, WPARAM, LPARAM) -> LRESULT {
+          AddCheckedSongs();
+          return 0;
+      } },
     { g_msgLyricsSettingChange,
       [](HWND, WPARAM, LPARAM) -> LRESULT {
           TakeLyricsSettings(); // a broadcast reaches no child
@@ -257,6 +294,8 @@ constexpr RegisteredMessageEntry kRegisteredMessages[] = {
 
 LRESULT CALLBACK MainWindowProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam)
 {
+    if (WaitsForScan(window, message, wParam, lParam))
+        return 0;
     for (const auto& entry : kMessages)
         if (entry.message == message)
             return entry.handler(window, wParam, lParam);

@@ -1,9 +1,9 @@
 #include "app/play_list_filling.h"
 
+#include "app/card_scan.h"
 #include "app/launch_options.h"
 #include "app/player_state.h"
-#include "library/card_of_list.h"
-#include "library/media_scan.h"
+#include "library/media_entry.h"
 
 void TakeBackSavedSongs()
 {
@@ -14,5 +14,5 @@ void TakeBackSavedSongs()
 void FillFromCard()
 {
     if (PlayList.IsEmpty() && g_launchOptions.fillFromCard)
-        ScanMediaFolder(kCardFolder, &PlayList, true);
+        ScanCard(PlayList);
 }

@@ -8,6 +8,7 @@
 #include "app/lyrics_display.h"
 #include "app/main_paint.h"
 #include "app/play_list_filling.h"
+#include "app/play_list_window.h"
 #include "app/player_controls.h"
 #include "app/player_state.h"
 #include "app/title_ticker.h"
@@ -125,19 +126,9 @@ bool PlayCurrent(HWND window)
     return true;
 }
 
-} // namespace
-
-void PlayOrPause(HWND window)
+// A card may hold thousands of files that no decoder takes: one after the other, never one inside the other.
+void PlayNextPlayable(HWND window)
 {
-    if (IsPlaying()) {
-        PauseSong(window);
-        return;
-    }
-    if (IsSongLoaded())
-        ReturnMarkToPausedSong();
-    TakeBackSavedSongs();
-    FillFromCard();
-    // A card may hold thousands of files that no decoder takes: one after the other, never one inside the other.
     CardOfList card(PlayList);
     while (!PlayList.IsEmpty()) {
         g_songLoaded = 1;
@@ -149,6 +140,23 @@ void PlayOrPause(HWND window)
             return;
     }
     g_songLoaded = 0;
+}
+
+} // namespace
+
+void PlayOrPause(HWND window)
+{
+    if (IsPlaying()) {
+        PauseSong(window);
+        return;
+    }
+    if (IsSongLoaded())
+        ReturnMarkToPausedSong();
+    g_songLoaded = 1;
+    TakeBackSavedSongs();
+    FillFromCard();
+    PlayNextPlayable(window);
+    RefreshOpenPlayListWindow(); // another song may be marked, and songs may have left
 }
 
 void StopSong(HWND window, WPARAM request)

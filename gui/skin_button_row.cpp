@@ -2,6 +2,20 @@
 
 #include <algorithm>
 
+namespace {
+
+// A button draws its pressed look only when it is asked to show a selection. An owner that repaints itself asks for all
+// of every button, also of the one that is held.
+DRAWITEMSTRUCT HeldAsSelected(DRAWITEMSTRUCT request)
+{
+    const bool isHeld = (request.itemState & (ODS_SELECTED | ODS_DISABLED)) == ODS_SELECTED;
+    if (request.itemAction == ODA_DRAWENTIRE && isHeld)
+        request.itemAction = ODA_SELECT;
+    return request;
+}
+
+} // namespace
+
 void SkinButtonRow::MakePlaces(std::size_t count)
 {
     m_buttons = std::make_unique<SkinButton[]>(count);
@@ -21,7 +35,7 @@ bool SkinButtonRow::DrawItem(const DRAWITEMSTRUCT& request)
 {
     SkinButton* button = Find(request.CtlID);
     if (button != nullptr)
-        button->DrawItem(request);
+        button->DrawItem(HeldAsSelected(request));
     return button != nullptr;
 }
 

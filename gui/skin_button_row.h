@@ -9,7 +9,8 @@
 
 class SkinButtonRow {
 public:
-    // Has the button that `request` is about draw itself; false when it is none of this row.
+    // Has the button that `request` is about draw itself, a held one with its pressed look; false when it is none of
+    // this row.
     bool DrawItem(const DRAWITEMSTRUCT& request);
 
     // For all of these: no such button, no effect.

@@ -39,6 +39,14 @@ bool SkinListModel::PageDown()
     return true;
 }
 
+void SkinListModel::TurnToPageOf(std::int32_t item)
+{
+    if (!HasItem(item) || item / kSkinListRows == m_pageIndex)
+        return;
+    m_pageIndex = item / kSkinListRows;
+    ClearRow();
+}
+
 void SkinListModel::Rewind()
 {
     m_pageIndex = 0;
@@ -79,6 +87,16 @@ bool SkinListModel::Select(int row)
     m_selectedItem = *index;
     m_swing.Reset();
     return true;
+}
+
+void SkinListModel::SelectItem(std::int32_t item)
+{
+    const bool isOnPage = HasItem(item) && item / kSkinListRows == m_pageIndex;
+    const int row = isOnPage ? item % kSkinListRows : kNoSelection;
+    if (row != m_selectedRow || item != m_selectedItem)
+        ClearRow(); // a text that swings begins anew only for another item
+    m_selectedItem = HasItem(item) ? item : kNoSelection;
+    m_selectedRow = row;
 }
 
 bool SkinListModel::SwingText(const std::function<int(WStringView)>& widthPx)

@@ -38,6 +38,8 @@ public:
     // Turn the page where there is another. This clears the row selection; the selected item stays.
     bool PageUp();
     bool PageDown();
+    // To the page of that item; no such item leaves the page.
+    void TurnToPageOf(std::int32_t item);
     // First page, nothing selected.
     void Rewind();
 
@@ -47,6 +49,8 @@ public:
     const SkinListItem* RecordOfRow(int row) const;
     // Selects the row and its item, whose text begins at its beginning. False, and nothing changes, when it holds none.
     bool Select(int row);
+    // Selects the item, and its row if it is on the page; no such item: nothing is selected.
+    void SelectItem(std::int32_t item);
     int SelectedRow() const { return m_selectedRow; }            // on this page, or kNoSelection
     std::int32_t SelectedItem() const { return m_selectedItem; } // or kNoSelection
 
@@ -56,6 +60,7 @@ public:
     WStringView ShownText(int row, const SkinListItem& item) const;
 
 private:
+    bool HasItem(std::int32_t item) const { return item >= 0 && item < m_itemCount; }
     void ClearRow();
 
     std::span<const SkinListItem> m_items;

@@ -79,8 +79,8 @@ HWND SkinListWnd::Create(HWND owner, LPCWSTR title, SkinListRedraw redraw, UINT 
         return nullptr;
     // The object goes along, so that each of several lists finds its own.
     return CreateWindowExW(0, m_class.Name(), m_title.c_str(), WS_POPUP | WS_VISIBLE, 0, 0, kScreenWidthPx,
-                           kScreenHeightPx, owner, reinterpret_cast<HMENU>(static_cast<UINT_PTR>(controlId)),
-                           g_hInstance, this);
+                           kScreenHeightPx, m_below != nullptr ? m_below : owner,
+                           reinterpret_cast<HMENU>(static_cast<UINT_PTR>(controlId)), g_hInstance, this);
 }
 
 LRESULT SkinListWnd::OnCreate(WPARAM, LPARAM)
@@ -170,6 +170,24 @@ void SkinListWnd::RepaintItem(std::int32_t index)
     for (int row = 0; row < kSkinListRows; ++row)
         if (m_model.ItemOfRow(row) == index)
             RepaintRow(row);
+}
+
+void SkinListWnd::SelectItem(std::int32_t index)
+{
+    const int before = m_model.SelectedRow();
+    m_model.SelectItem(index);
+    if (m_model.SelectedRow() == before)
+        return;
+    RepaintRow(before);
+    RepaintRow(m_model.SelectedRow());
+}
+
+void SkinListWnd::ShowItem(std::int32_t index)
+{
+    const std::int32_t before = m_model.PageIndex();
+    m_model.TurnToPageOf(index);
+    if (m_model.PageIndex() != before)
+        PageTurned();
 }
 
 // ---- input ----

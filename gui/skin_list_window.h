@@ -36,6 +36,9 @@ public:
     void SetSoftKeys(int count, std::span<const int> ids, std::span<const ButtonCaption> captions = {},
                      std::span<const ButtonImageSet> imageSets = {});
     void SetLongText(SkinListLongText behaviour) { m_longText = behaviour; }
+    // The window that owns the list's window in the owner's place: when the list closes, it is active again. Null: the
+    // owner. The owner is told in any case.
+    void SetWindowBelow(HWND window) { m_below = window; }
 
     // Makes and shows the window, on its first page with nothing selected. `title`: 39 units at most are taken; null:
     // none. Null when mode, count or ids of the soft keys were not set or make no bar, when the list has a window, and
@@ -47,6 +50,10 @@ public:
     void SetItemSource(SkinListSource* source) { m_model.SetSource(source); }
     // Takes no longer for many items than for few.
     void SetItemCount(std::int32_t count);
+    // Selects an item for the owner, who is not told; kNoSelection, or no such item: none. The page stays.
+    void SelectItem(std::int32_t index);
+    // Turns to the page of an item.
+    void ShowItem(std::int32_t index);
     // Shows what the owner has changed in an item, if it is on the page.
     void RepaintItem(std::int32_t index);
     void RepaintAll();
@@ -102,6 +109,7 @@ private:
 
     HWND m_window = nullptr;
     HWND m_owner = nullptr;
+    HWND m_below = nullptr;
     UniqueModule m_strings; // of the user interface's language
     int m_softKeyCount = 0;
     std::vector<int> m_softKeyIds;

@@ -28,9 +28,6 @@ constexpr ButtonImageSet kVolumeSkin = { SKIN("3but_volume_ctrl_normal"), SKIN("
 #undef SKIN_SET
 #undef SKIN
 
-constexpr RECT kScrollUpPlace = { 258, 26, 258 + 62, 26 + 91 };
-constexpr RECT kScrollDownPlace = { 258, 117, 258 + 62, 117 + 91 };
-
 struct Slots {
     int widthPx;
     const ButtonImageSet& skin;

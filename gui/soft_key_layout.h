@@ -11,6 +11,10 @@
 constexpr int kSoftKeyHeightPx = 32;
 constexpr int kSoftKeyTopPx = kScreenHeightPx - kSoftKeyHeightPx;
 
+// The scroll buttons of a list.
+constexpr RECT kScrollUpPlace = { 258, 26, 258 + 62, 26 + 91 };
+constexpr RECT kScrollDownPlace = { 258, 117, 258 + 62, 117 + 91 };
+
 // One button of a bar. An empty slot has id 0.
 struct SoftKeyPlan {
     UINT id = 0;

@@ -3,7 +3,6 @@
 #include "library/song_facts.h"
 #include "library/song_list.h"
 #include "library/song_names.h"
-#include "library/song_walk.h"
 
 std::uint32_t ScannedFileCount = 0;
 
@@ -35,7 +34,7 @@ private:
 
 } // namespace
 
-void ScanMediaFolder(const WCHAR* folder, CPtrListCtrl* list, bool recurse)
+void ScanMediaFolder(const WCHAR* folder, CPtrListCtrl* list, bool recurse, const WalkGoesOn& goesOn)
 {
     if (folder == nullptr)
         return;
@@ -44,9 +43,10 @@ void ScanMediaFolder(const WCHAR* folder, CPtrListCtrl* list, bool recurse)
         root.remove_suffix(1);
     const Subfolders subfolders = recurse ? Subfolders::Walk : Subfolders::LeaveOut;
     if (list == nullptr) {
-        WalkSongs(root, subfolders, nullptr);
+        WalkSongs(root, subfolders, nullptr, goesOn);
         return;
     }
     MediaScan scan(*list);
-    WalkSongs(root, subfolders, [&scan](const FoundSong& song) { scan.Add(song); });
+    WalkSongs(
+        root, subfolders, [&scan](const FoundSong& song) { scan.Add(song); }, goesOn);
 }

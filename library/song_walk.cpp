@@ -27,8 +27,8 @@ bool IsMapFolder(WStringView folder, WStringView name)
 
 class SongWalk {
 public:
-    SongWalk(Subfolders subfolders, const std::function<void(const FoundSong&)>& visit)
-        : m_subfolders(subfolders), m_visit(visit)
+    SongWalk(Subfolders subfolders, const std::function<void(const FoundSong&)>& visit, const WalkGoesOn& goesOn)
+        : m_subfolders(subfolders), m_visit(visit), m_goesOn(goesOn)
     {
     }
 
@@ -37,11 +37,17 @@ public:
         const WString pattern = folder + WString(kEveryFile);
         if (pattern.size() >= kPathUnits || !IsFirstVisit(folder))
             return;
-        for (FileSearch search(pattern.c_str()); search; search.Next())
+        for (FileSearch search(pattern.c_str()); search && GoesOn(); search.Next())
             Visit(folder, search.Entry());
     }
 
 private:
+    bool GoesOn()
+    {
+        m_hasEnded = m_hasEnded || (m_goesOn && !m_goesOn());
+        return !m_hasEnded;
+    }
+
     // A link that leads back up, or to a folder that was walked already, would tell its songs again.
     bool IsFirstVisit(const WString& folder)
     {
@@ -72,12 +78,15 @@ private:
 
     const Subfolders m_subfolders;
     const std::function<void(const FoundSong&)>& m_visit;
+    const WalkGoesOn& m_goesOn;
+    bool m_hasEnded = false;
     std::unordered_set<FolderIdentity, HashOfIdentity> m_walked;
 };
 
 } // namespace
 
-void WalkSongs(WStringView folder, Subfolders subfolders, const std::function<void(const FoundSong&)>& visit)
+void WalkSongs(WStringView folder, Subfolders subfolders, const std::function<void(const FoundSong&)>& visit,
+               const WalkGoesOn& goesOn)
 {
-    SongWalk(subfolders, visit).Walk(WString(folder));
+    SongWalk(subfolders, visit, goesOn).Walk(WString(folder));
 }

@@ -14,6 +14,11 @@ struct _AMMediaType;
 // Posted, with both parameters 0, to the notify window when an event waits to be taken.
 constexpr UINT kGraphEventMessage = WM_USER + 20;
 
+// States in the message of the device's audio manager. An engine whose sound server asks the song to give way posts
+// that message to the notify window, too, and again when the song may go on.
+constexpr WORD kSongMaySound = 1;
+constexpr WORD kAnotherSounds = 2;
+
 // Event codes that every engine reports, some among others of their own. A song that breaks off reports
 // kGraphErrorAbort and then kGraphComplete, so that whoever waits for its end goes on.
 constexpr long kGraphComplete = 1;

@@ -3,6 +3,7 @@
 #include "platform/console_notice.h"
 #include "platform/linux/kernel/start_trace.h"
 #include "platform/linux/sound/audio_sinks.h"
+#include "playback/media_graph.h"
 #include "playback/media_graph_gstreamer_mpeg_source.h"
 
 #include <atomic>
@@ -93,6 +94,14 @@ bool IsBeyondTheMachine(GstMessage* message)
     return isBeyond;
 }
 
+// A sink cannot pause its own song. It asks for the state that the sound server wants.
+void PassStateRequestOn(GstMessage* message, GraphEvents& events)
+{
+    GstState state = GST_STATE_VOID_PENDING;
+    gst_message_parse_request_state(message, &state);
+    events.OnSoundServerAsks(state == GST_STATE_PLAYING ? kSongMaySound : kAnotherSounds);
+}
+
 // Runs on the engine's threads. No message is kept: nobody would ever take it.
 GstBusSyncReply HandleMessage(GstBus*, GstMessage* message, gpointer data)
 {
@@ -100,6 +109,7 @@ GstBusSyncReply HandleMessage(GstBus*, GstMessage* message, gpointer data)
     switch (GST_MESSAGE_TYPE(message)) {
     case GST_MESSAGE_ASYNC_DONE: events->OnCued(); break;
     case GST_MESSAGE_EOS: ReportEndSoon(events); break;
+    case GST_MESSAGE_REQUEST_STATE: PassStateRequestOn(message, *events); break;
     case GST_MESSAGE_ERROR:
         if (IsBeyondTheMachine(message))
             events->OnBeyondTheMachine();
@@ -270,7 +280,7 @@ void PreloadChain(const std::string& sinkName)
     sound::MakeElement("audioconvert", "audioconvert");
     sound::MakeElement("audioresample", "audioresample");
     sound::MakeElement("volume", "volume");
-    if (sound::ElementPtr sink = sound::OpenAudioSink(sinkName))
+    if (sound::ElementPtr sink = sound::OpenAudioSink(sinkName, sound::SoundRole::Music))
         gst_element_set_state(sink.get(), GST_STATE_NULL);
 }
 

@@ -186,7 +186,7 @@ void ChainDriver::Work::Cue(Start start)
         return;
     }
     events->OnWaitForServer();
-    const bool hasSink = built->Connect(sound::OpenAudioSink(start.sinkName));
+    const bool hasSink = built->Connect(sound::OpenAudioSink(start.sinkName, sound::SoundRole::Music));
     events->OnServerAnswered();
     Chain& cued = *built;
     {

@@ -1,5 +1,6 @@
 #include "playback/media_graph_gstreamer_events.h"
 
+#include "common/device_messages.h"
 #include "playback/media_graph.h"
 
 #include <algorithm>
@@ -18,6 +19,7 @@ void GraphEvents::SetWindow(HWND window)
     m_window = window;
     if (window != nullptr && !m_events.empty())
         PostMessageW(window, kGraphEventMessage, 0, 0);
+    PostAskedStateLocked();
 }
 
 bool GraphEvents::Take(long& code)
@@ -40,6 +42,7 @@ void GraphEvents::Forget()
 {
     const std::lock_guard lock(m_mutex);
     m_events.clear();
+    m_askedState.reset();
     ++m_play;
 }
 
@@ -161,6 +164,22 @@ void GraphEvents::OnError()
     m_cueSteps = 0;
     m_changed.notify_all();
     ReportBreakLocked();
+}
+
+void GraphEvents::OnSoundServerAsks(WORD state)
+{
+    const std::lock_guard lock(m_mutex);
+    m_askedState = state;
+    PostAskedStateLocked();
+}
+
+// A server that is busy with a call asks as soon as it knows the song, before the song has a window.
+void GraphEvents::PostAskedStateLocked()
+{
+    if (m_window == nullptr || !m_askedState)
+        return;
+    PostMessageW(m_window, RegisterWindowMessageW(kAudioManagerMessage), MAKEWPARAM(0, *m_askedState), 0);
+    m_askedState.reset();
 }
 
 // Two events and one notice: who takes events takes all.

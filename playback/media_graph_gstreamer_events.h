@@ -62,10 +62,13 @@ public:
     unsigned Play() const;
     void OnEnd(unsigned play);
     void OnError();
+    // The sound server asks the song to give way to another sound, or lets it go on: kAnotherSounds, kSongMaySound.
+    void OnSoundServerAsks(WORD state);
 
 private:
     void ReportLocked(long code);
     void ReportBreakLocked();
+    void PostAskedStateLocked();
 
     mutable std::mutex m_mutex;
     std::condition_variable m_changed;
@@ -78,6 +81,7 @@ private:
     bool m_broken = false;
     bool m_endReported = false;
     bool m_running = false;
+    std::optional<WORD> m_askedState; // what no window has heard yet
 };
 
 } // namespace cardsong::playback

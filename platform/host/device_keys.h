@@ -14,9 +14,9 @@ struct DeviceKey {
     // How input scripts call it; empty: they cannot press it.
     std::string_view scriptName = {};
     // The machine's keys that stand for it, as SDL_GetKeyName calls them; the unused ones are empty.
-    std::array<std::string_view, 3> machineKeys = {};
-    // On a Windows desktop: the virtual key code of another key that stands for it; 0: none does.
-    UINT desktopCode = 0;
+    std::array<std::string_view, 4> machineKeys = {};
+    // On a Windows desktop: the virtual key codes of other keys that stand for it; the unused ones are 0.
+    std::array<UINT, 2> desktopCodes = {};
     // Whether the dialog manager keeps it: it never dispatches the key to a window that did not ask for it.
     bool isUsedUpByDialogs = false;
 };

@@ -33,19 +33,36 @@ std::optional<ScriptStep> ReadTap(std::string_view place)
     return TapStep{ static_cast<int>(*x), static_cast<int>(*y) };
 }
 
-std::string KeyNames()
+std::string KeyNames(std::span<const CommandKey> commands)
 {
     std::string names;
-    for (const DeviceKey& key : DeviceKeys()) {
-        if (!key.scriptName.empty())
-            names += (names.empty() ? "" : " ") + std::string(key.scriptName);
-    }
+    const auto add = [&names](std::string_view name) {
+        if (!name.empty())
+            names += (names.empty() ? "" : " ") + std::string(name);
+    };
+    for (const DeviceKey& key : DeviceKeys())
+        add(key.scriptName);
+    for (const CommandKey& key : commands)
+        add(key.scriptName);
     return names;
+}
+
+std::optional<ScriptStep> ReadKey(std::string_view name, std::span<const CommandKey> commands)
+{
+    for (const DeviceKey& key : DeviceKeys()) {
+        if (key.scriptName == name)
+            return KeyStep{ key.code };
+    }
+    for (const CommandKey& key : commands) {
+        if (key.scriptName == name)
+            return CommandStep{ key.command };
+    }
+    return std::nullopt;
 }
 
 using Word = std::variant<ScriptStep, ScriptError>;
 
-Word ReadWord(std::string_view word)
+Word ReadWord(std::string_view word, std::span<const CommandKey> commands)
 {
     const auto fail = [word](const std::string& why) { return ScriptError{ "\"" + std::string(word) + "\": " + why }; };
     if (word.starts_with("wait:")) {
@@ -58,22 +75,21 @@ Word ReadWord(std::string_view word)
     }
     if (word.starts_with("shot:"))
         return word.size() > 5 ? Word(ShotStep{ std::string(word.substr(5)) }) : fail("shot: takes a file name");
-    for (const DeviceKey& key : DeviceKeys()) {
-        if (key.scriptName == word)
-            return KeyStep{ key.code };
-    }
-    return fail("neither a key (" + KeyNames() + ") nor wait:MS, tap:X,Y or shot:FILE");
+    if (const auto key = ReadKey(word, commands))
+        return *key;
+    return fail("neither a key (" + KeyNames(commands) + ") nor wait:MS, tap:X,Y or shot:FILE");
 }
 
 } // namespace
 
-std::variant<std::vector<ScriptStep>, ScriptError> ParseInputScript(std::string_view text)
+std::variant<std::vector<ScriptStep>, ScriptError> ParseInputScript(std::string_view text,
+                                                                    std::span<const CommandKey> commands)
 {
     constexpr std::string_view kBlanks = " \t\r\n";
     std::vector<ScriptStep> steps;
     for (std::size_t at = text.find_first_not_of(kBlanks); at != std::string_view::npos;) {
         const std::size_t end = std::min(text.find_first_of(kBlanks, at), text.size());
-        Word word = ReadWord(text.substr(at, end - at));
+        Word word = ReadWord(text.substr(at, end - at), commands);
         if (auto* error = std::get_if<ScriptError>(&word))
             return std::move(*error);
         steps.push_back(std::get<ScriptStep>(std::move(word)));

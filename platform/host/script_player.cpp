@@ -39,6 +39,8 @@ void ScriptPlayer::Play(const ScriptStep& step)
 {
     if (const auto* key = std::get_if<KeyStep>(&step)) {
         m_hands.Press(key->key);
+    } else if (const auto* command = std::get_if<CommandStep>(&step)) {
+        m_hands.Command(command->command);
     } else if (const auto* tap = std::get_if<TapStep>(&step)) {
         m_hands.Tap(tap->x, tap->y);
     } else if (const auto* wait = std::get_if<WaitStep>(&step)) {

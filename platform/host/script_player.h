@@ -16,6 +16,7 @@ class InputHands {
 public:
     virtual ~InputHands() = default;
     virtual void Press(UINT key) = 0;
+    virtual void Command(WORD command) = 0; // see CommandKey
     virtual void Tap(int x, int y) = 0;
     // False when the picture could not be written.
     virtual bool Shoot(const std::string& path) = 0;

@@ -59,7 +59,10 @@ public:
     }
 
 private:
-    const int m_threads = WindowThreads();
+    const int m_threads = [] {
+        GetActiveWindow(); // from here on the test's own thread has to do with windows
+        return WindowThreads();
+    }();
     std::atomic<bool> m_isDone = false;
     std::atomic<int> m_waitedMs = 0;
     std::thread m_thread;

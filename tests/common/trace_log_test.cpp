@@ -96,8 +96,9 @@ TEST_F(TraceLogTest, AnyValueButZeroSwitchesOn)
 TEST_F(TraceLogTest, AValueLongerThanANumberLeavesTheLogOffAndStays)
 {
     HKEY key = nullptr;
-    ASSERT_EQ(RegCreateKeyExW(HKEY_LOCAL_MACHINE, kSwitchKey, 0, nullptr, 0, KEY_WRITE, nullptr, &key, nullptr),
-              LSTATUS{ 0 });
+    ASSERT_EQ(
+        RegCreateKeyExW(HKEY_LOCAL_MACHINE, kSwitchKey, 0, nullptr, 0, KEY_READ | KEY_WRITE, nullptr, &key, nullptr),
+        LSTATUS{ 0 });
     const BYTE bytes[] = { 1, 0, 0, 0, 1 };
     EXPECT_EQ(RegSetValueExW(key, TEXT("Activate"), 0, REG_BINARY, bytes, sizeof bytes), LSTATUS{ 0 });
     EXPECT_EQ(Logged(33, TEXT("hello")), "");

@@ -5,17 +5,15 @@ once, the player says so, exits, keeps its list, and plays again when the card i
 card_pulled.py PROGRAM     exit status 0, or 1 with a line that says what did not happen
 """
 
-import array
 import os
 import pathlib
 import shutil
 import subprocess
 import sys
-import threading
 import time
 import wave
 
-from ear import AUDIBLE_DB, RATE, Failure, level_db, wait_for
+from ear import RATE, Failure, StampedEar, wait_for
 from stage import Stage, Window, make_tones
 
 SONG_S = 30
@@ -24,29 +22,6 @@ SAVED = b"".join(f"{number}${name}$\\SDMMC${SONG_S}".encode("utf-16-le") + b"\r\
                  for number, name in enumerate(SONGS, start=1))
 OK_BUTTON = (230, 217)
 MOST_MS = 300
-BLOCK = RATE // 100
-
-
-class StampedEar:
-    """When the loudspeaker was last heard, to ten milliseconds and what the recorder needs."""
-
-    def __init__(self, stage):
-        self.last_sound = 0.0
-        self.recorder = stage.start(["parec", "--device=@DEFAULT_MONITOR@", "--format=s16le", f"--rate={RATE}", "--channels=1",
-                                     "--latency-msec=10"], stdout=subprocess.PIPE, stderr=subprocess.DEVNULL)
-        threading.Thread(target=self._listen, daemon=True).start()
-
-    def _listen(self):
-        while len(sound := self.recorder.stdout.read(BLOCK * 2)) == BLOCK * 2:
-            if level_db(array.array("h", sound)) > AUDIBLE_DB:
-                self.last_sound = time.monotonic()
-
-    def expect_sound(self, what):
-        since = time.monotonic()
-        wait_for(f"{what}: sound", lambda: self.last_sound > since)
-
-    def silent_for(self, seconds):
-        return time.monotonic() - self.last_sound > seconds
 
 
 class MountedCard:
@@ -149,7 +124,8 @@ def run(program, may_mount):
         files.mkdir()
         (files / "play_list.txt").write_bytes(SAVED)
         hush_notices(files)
-        stage.ear = StampedEar(stage)
+        stage.ear = StampedEar(stage.environment)
+        stage.processes.append(stage.ear.recorder)
         notice = picture_of_a_start_without_card(stage, program)
         cards = [FolderCard(stage.root / "folder", songs)]
         if may_mount:

@@ -44,6 +44,36 @@ def frequency_hz(samples):
     return (len(passages) - 1) * RATE / (passages[-1] - passages[0]) if len(passages) > 2 else 0.0
 
 
+class StampedEar:
+    """When the loudspeaker was heard, to ten milliseconds and what the recorder needs, and what it played."""
+
+    def __init__(self, environment):
+        self.samples = array.array("h")
+        self.last_sound = 0.0  # by the monotonic clock
+        self.sound_end = 0  # in samples
+        self.recorder = subprocess.Popen(
+            ["parec", "--device=@DEFAULT_MONITOR@", "--format=s16le", f"--rate={RATE}", "--channels=1", "--latency-msec=10"],
+            stdout=subprocess.PIPE, stderr=subprocess.DEVNULL, env=environment)
+        threading.Thread(target=self._listen, daemon=True).start()
+
+    def _listen(self):
+        size = 2 * (RATE // 100)
+        while len(sound := self.recorder.stdout.read(size)) == size:
+            block = array.array("h", sound)
+            self.samples += block
+            if level_db(block) > AUDIBLE_DB:
+                self.last_sound, self.sound_end = time.monotonic(), len(self.samples)
+
+    def expect_sound(self, what):
+        """From now on; returns about where in the samples it began."""
+        since, place = time.monotonic(), len(self.samples)
+        wait_for(f"{what}: sound", lambda: self.last_sound > since)
+        return place
+
+    def silent_for(self, seconds):
+        return time.monotonic() - self.last_sound > seconds
+
+
 class Ear:
     """What the loudspeaker plays: the last tenths of a second as (Hz, dB)."""
 

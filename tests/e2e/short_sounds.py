@@ -54,11 +54,21 @@ class Sounds:
             raise Failure(f"the program ended with status {self.process.returncode}")
 
 
+def expect_role(stage, role):
+    """Of every stream: by it a sound server tells music, which gives way to a call, from a short sound, which does not."""
+    streams = subprocess.run(["pactl", "list", "sink-inputs"], env=stage.environment, capture_output=True, text=True,
+                             check=True).stdout
+    roles = [line.split('"')[1] for line in streams.splitlines() if "media.role = " in line]
+    if roles != [role]:
+        raise Failure(f"the streams' roles are {roles}, not {role}")
+
+
 def plays_alone(stage, ear, program):
     sounds = Sounds(stage, program)
     ear.expect_silence("before a sound")
     sounds.ask("play long.wav")
     ear.expect_tone("a sound", 500)
+    expect_role(stage, "event")
     sounds.ask("play HIGH.WAV")
     ear.expect_tone("another sound in its place", 900)
     sounds.ask("play none.wav", succeeds=False)

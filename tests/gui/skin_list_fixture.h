@@ -40,7 +40,9 @@ protected:
         m_scrollUpDisabled = m_skin.Add("gui_listscrollup_disable", 62, 91);
         m_scrollDown = m_skin.Add("gui_listscrolldown_normal", 62, 91);
         m_scrollDownDisabled = m_skin.Add("gui_listscrolldown_disable", 62, 91);
+        m_scrollDownPressed = m_skin.Add("gui_listscrolldown_down", 62, 91);
         m_key = m_skin.Add("gui_3but_normal", 106, 32);
+        m_keyPressed = m_skin.Add("gui_3but_down", 106, 32);
         m_barGround = m_skin.Add("gui_softkey_zone_bg", 320, 32);
     }
 
@@ -107,7 +109,7 @@ protected:
     std::vector<SkinListItem> m_items;
     SkinListWnd m_list;
     std::uint16_t m_ground, m_unchecked, m_checked, m_scrollUp, m_scrollUpDisabled, m_scrollDown, m_scrollDownDisabled,
-        m_key, m_barGround;
+        m_scrollDownPressed, m_key, m_keyPressed, m_barGround;
 };
 
 } // namespace cardsong::test

@@ -214,6 +214,42 @@ TEST(SkinListModel, RewindsToTheFirstPageWithNothingSelected)
     EXPECT_EQ(model.ItemCount(), 12);
 }
 
+TEST(SkinListModel, SelectsAnItemForTheOwnerAndItsRowOnThePageOnly)
+{
+    SkinListModel model = OnPage(9, 1);
+    model.SelectItem(6);
+    EXPECT_EQ(model.SelectedItem(), 6);
+    EXPECT_EQ(model.SelectedRow(), 2);
+    model.SelectItem(8);
+    EXPECT_EQ(model.SelectedItem(), 8);
+    EXPECT_EQ(model.SelectedRow(), kNoSelection);
+    EXPECT_EQ(model.PageIndex(), 1);
+    for (const std::int32_t none : { kNoSelection, 9, INT_MAX, INT_MIN }) {
+        model.SelectItem(5);
+        model.SelectItem(none);
+        EXPECT_EQ(model.SelectedItem(), kNoSelection) << none;
+        EXPECT_EQ(model.SelectedRow(), kNoSelection) << none;
+    }
+}
+
+TEST(SkinListModel, TurnsToThePageOfAnItem)
+{
+    SkinListModel model = OnPage(9, 0);
+    const std::pair<std::int32_t, std::int32_t> turns[] = {
+        { 8, 2 }, { 4, 1 }, { 7, 1 }, { 3, 0 }, { 9, 0 }, { -1, 0 }, { INT_MIN, 0 },
+    };
+    for (const auto& [item, page] : turns) {
+        model.TurnToPageOf(item);
+        EXPECT_EQ(model.PageIndex(), page) << item;
+    }
+    model.Select(1);
+    model.TurnToPageOf(2); // it is there already
+    EXPECT_EQ(model.SelectedRow(), 1);
+    model.TurnToPageOf(4);
+    EXPECT_EQ(model.SelectedRow(), kNoSelection);
+    EXPECT_EQ(model.SelectedItem(), 1);
+}
+
 // Whatever is done to a list: its page exists, what is selected exists, and a selected row is that of the selected
 // item.
 TEST(SkinListModel, HoldsTogetherUnderAnySequenceOfChanges)
@@ -354,6 +390,17 @@ TEST_F(SwingingModel, SelectingARowAgainBeginsAnew)
     m_model.SwingText(TenPixelsAUnit);
     m_model.Select(2);
     EXPECT_EQ(Shown(2), TEXT("0123456789abcdefgh"));
+}
+
+TEST_F(SwingingModel, SelectingTheItemAgainForTheOwnerLetsItSwingOn)
+{
+    m_model.Select(0);
+    ASSERT_TRUE(m_model.SwingText(TenPixelsAUnit));
+    m_model.SelectItem(0);
+    EXPECT_EQ(Shown(0), TEXT("123456789abcdefgh"));
+    m_model.SelectItem(1);
+    m_model.SelectItem(0);
+    EXPECT_EQ(Shown(0), TEXT("0123456789abcdefgh"));
 }
 
 TEST_F(SwingingModel, ATextThatTheOwnerShortenedIsShownWhole)

@@ -40,6 +40,27 @@ TEST_F(SkinListPaging, FiveItemsAreTwoPages)
     EXPECT_TRUE(IsEnabled(41));
 }
 
+TEST_F(SkinListPaging, TheOwnerTurnsToAnItemAndSelectsIt)
+{
+    Create(9);
+    m_list.ShowItem(8);
+    EXPECT_EQ(m_list.CurrentPage(), 3);
+    EXPECT_TRUE(IsEnabled(40));
+    EXPECT_FALSE(IsEnabled(41));
+    TakeUpdate();
+    m_list.SelectItem(8);
+    EXPECT_EQ(m_list.SelectedIndex(), 8);
+    EXPECT_EQ(TakeUpdate().bottom, kSkinListRowRects[0].bottom);
+    m_list.SelectItem(0); // on another page: the row of the old one is plain again
+    EXPECT_EQ(m_list.SelectedIndex(), 0);
+    EXPECT_EQ(TakeUpdate().bottom, kSkinListRowRects[0].bottom);
+    m_list.SelectItem(kNoSelection);
+    EXPECT_EQ(m_list.SelectedIndex(), kNoSelection);
+    EXPECT_EQ(TakeUpdate().bottom, 0);
+    m_list.ShowItem(9);
+    EXPECT_EQ(m_list.CurrentPage(), 3);
+}
+
 TEST_F(SkinListPaging, TheScrollButtonsWorkWhereThereIsAPage)
 {
     Create(9);

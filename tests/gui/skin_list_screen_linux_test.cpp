@@ -118,7 +118,54 @@ TEST_F(SkinListScreen, OpeningShowsTheWholeListInOneFrame)
     EXPECT_EQ(At(0, 27), m_unchecked);
 }
 
+TEST_F(SkinListScreen, AHeldButtonKeepsItsPressedLookWhileTheOwnerRepaints)
+{
+    Create(9);
+    Press(kDownButton);
+    EXPECT_EQ(At(kDownButton.x, kDownButton.y), m_scrollDownPressed);
+    m_list.SetItemCount(10);
+    m_list.RepaintAll();
+    ParentWindow::Pump();
+    EXPECT_EQ(At(kDownButton.x, kDownButton.y), m_scrollDownPressed);
+    Release(kDownButton);
+    EXPECT_EQ(At(kDownButton.x, kDownButton.y), m_scrollDown);
+    Press(kPlayKey);
+    m_list.RepaintAll();
+    ParentWindow::Pump();
+    EXPECT_EQ(At(kPlayKey.x, kPlayKey.y), m_keyPressed);
+    Release(kPlayKey);
+    EXPECT_EQ(At(kPlayKey.x, kPlayKey.y), m_key);
+}
+
 // ---- touch and keys, as a user has them ----
+
+TEST_F(SkinListScreen, KeysOfADesktopReachAllThatAFingerReaches)
+{
+    Create(9);
+    const auto tap = [](POINT place) {
+        user::TapInFrontOf(TEXT("AnotherClass"), place);
+        ParentWindow::Pump();
+    };
+    tap({ 289, 162 });
+    EXPECT_EQ(m_list.CurrentPage(), 2);
+    tap({ 289, 71 });
+    EXPECT_EQ(m_list.CurrentPage(), 1);
+    tap({ 129, 141 });
+    EXPECT_EQ(m_list.SelectedIndex(), 2);
+    m_owner.seen.clear();
+    for (int number = 1; number <= 4; ++number) { // the scroll buttons are no bottom buttons
+        user::TapBottomButton(number);
+        ParentWindow::Pump();
+    }
+    ASSERT_EQ(m_owner.seen.size(), 3U);
+    EXPECT_EQ(m_owner.seen[0].wParam, 16U);
+    EXPECT_EQ(m_owner.seen[1].wParam, 29U);
+    EXPECT_EQ(m_owner.seen[2].wParam, 33U);
+    EXPECT_EQ(m_owner.seen[2].lParam, 2);
+    user::KeyDown(VK_F24);
+    ParentWindow::Pump();
+    EXPECT_EQ(m_list.Window(), nullptr);
+}
 
 TEST_F(SkinListScreen, AFingerSelectsTurnsAndCommands)
 {

@@ -348,6 +348,17 @@ TEST_F(SkinListTest, TheExitKeyClosesTheList)
     EXPECT_EQ(VK_F24, 135U);
 }
 
+// A soft key that closes the list is a command of the owner's; these two only take the list away.
+TEST_F(SkinListTest, TheOwnerIsToldNeitherOfTheExitKeyNorOfClose)
+{
+    SendMessageW(Create(9), WM_KEYDOWN, VK_F24, 0);
+    EXPECT_EQ(m_list.Window(), nullptr);
+    Create(9);
+    m_list.Close();
+    EXPECT_EQ(m_list.Window(), nullptr);
+    EXPECT_TRUE(m_owner.seen.empty());
+}
+
 TEST_F(SkinListTest, OtherKeysDoNothing)
 {
     Create(9);
@@ -464,6 +475,22 @@ TEST(SkinListOwner, AnOwnerThatGoesTakesTheListsWindowAlong)
     }
     EXPECT_FALSE(IsWindow(window));
     EXPECT_EQ(list.Window(), nullptr);
+}
+
+TEST_F(SkinListTest, AboveAnotherWindowGivesItTheKeysBackAndTellsTheOwner)
+{
+    SkinListWnd above;
+    Create(1);
+    Prepare(above);
+    above.SetWindowBelow(m_list.Window());
+    const HWND window = above.Create(m_owner.Get(), TEXT("Above"), SkinListRedraw::AtOnce, 51);
+    EXPECT_EQ(GetWindow(window, GW_OWNER), m_list.Window());
+    EXPECT_EQ(GetActiveWindow(), window);
+    SendMessageW(window, WM_COMMAND, 29, 0);
+    ASSERT_EQ(m_owner.seen.size(), 1U);
+    EXPECT_EQ(m_owner.seen[0].wParam, 29U);
+    above.Close();
+    EXPECT_EQ(GetActiveWindow(), m_list.Window());
 }
 
 TEST(SkinListOwner, AListWithoutAnOwnerTellsNobody)

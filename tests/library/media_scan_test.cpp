@@ -153,6 +153,31 @@ TEST_F(MediaScan, AListThatIsNeitherOfTheTwoMayHoldANameTwice)
     SongList(other).FreeAll();
 }
 
+TEST_F(MediaScan, IsAskedBeforeEachFileAndFolderWhetherItGoesOn)
+{
+    device.WriteFile("card/a.mp3");
+    device.WriteFile("card/b.txt");
+    device.WriteFile("card/c/d.mp3");
+    int asked = 0;
+    ScanMediaFolder(TEXT("\\SDMMC\\c"), &CardSongList, true, [&asked] { return ++asked > 0; });
+    const int askedForAFolder = asked; // what the system tells of the folder itself counts too
+    EXPECT_GE(askedForAFolder, 1);
+    asked = 0;
+    ScanMediaFolder(TEXT("\\SDMMC"), &CardSongList, true, [&asked] { return ++asked > 0; });
+    EXPECT_EQ(CardSongList.GetCount(), 2);
+    EXPECT_GE(asked, 3 + askedForAFolder);
+}
+
+TEST_F(MediaScan, EndedFromOutsideKeepsWhatItFound)
+{
+    for (const char* name : { "a.mp3", "b.mp3", "deep/c.mp3", "deep/d.mp3", "z.mp3" })
+        device.WriteFile(std::string("card/") + name);
+    ScannedFileCount = 0;
+    ScanMediaFolder(TEXT("\\SDMMC"), &CardSongList, true, [] { return CardSongList.GetCount() < 3; });
+    EXPECT_EQ(CardSongList.GetCount(), 3);
+    EXPECT_EQ(ScannedFileCount, 3u);
+}
+
 TEST_F(MediaScan, ANullListAddsAndCountsNothing)
 {
     device.WriteFile("card/Music/a.mp3");

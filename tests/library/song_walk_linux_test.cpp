@@ -155,4 +155,21 @@ TEST_F(SongWalk, OfASizeTheLow32BitsAreKept)
     EXPECT_EQ(At(CardSongList, 0).fileSize, 5u);
 }
 
+TEST_F(SongWalk, OfACardPulledMeanwhileEndsWithWhatItFound)
+{
+    const EmptyLists lists;
+    for (const char* name : { "a.mp3", "b.mp3", "c.mp3", "deep/d.mp3", "e.mp3", "f.mp3" })
+        m_device.WriteFile(std::string("card/") + name, SongOfTenSeconds());
+    const fs::path card = Card();
+    ScanMediaFolder(TEXT("\\SDMMC"), &CardSongList, true, [&card] {
+        if (CardSongList.GetCount() == 2 && fs::exists(card))
+            fs::rename(card, card.string() + ".away");
+        return true;
+    });
+    ASSERT_EQ(CardSongList.GetCount(), 3); // the third had been told before
+    EXPECT_EQ(WString(At(CardSongList, 2).fileName), TEXT("c.mp3"));
+    EXPECT_EQ(At(CardSongList, 1).duration, 10.0);
+    EXPECT_EQ(At(CardSongList, 2).duration, 0.0);
+}
+
 } // namespace

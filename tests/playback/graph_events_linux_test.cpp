@@ -25,6 +25,79 @@ std::vector<long> TakeAll(GraphEvents& events)
     return codes;
 }
 
+// The states that a window hears as from the device's audio manager.
+class StateWindow {
+public:
+    StateWindow()
+    {
+        WNDCLASSW windowClass = {};
+        windowClass.lpfnWndProc = Hear;
+        windowClass.lpszClassName = TEXT("StateWindow");
+        RegisterClassW(&windowClass);
+        m_window = CreateWindowExW(0, TEXT("StateWindow"), nullptr, WS_POPUP, 0, 0, 10, 10, nullptr, nullptr, nullptr,
+                                   nullptr);
+        s_states.clear();
+    }
+    ~StateWindow()
+    {
+        DestroyWindow(m_window);
+        UnregisterClassW(TEXT("StateWindow"), nullptr);
+    }
+    StateWindow(const StateWindow&) = delete;
+    StateWindow& operator=(const StateWindow&) = delete;
+    HWND Handle() const { return m_window; }
+    static std::vector<WPARAM> Heard()
+    {
+        for (MSG message; PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE);)
+            DispatchMessageW(&message);
+        return s_states;
+    }
+
+private:
+    static LRESULT CALLBACK Hear(HWND window, UINT message, WPARAM wParam, LPARAM lParam)
+    {
+        if (message == RegisterWindowMessageW(TEXT("TAVO_AUDIOMGR_UPDATESTATE_IND")))
+            s_states.push_back(wParam);
+        return DefWindowProcW(window, message, wParam, lParam);
+    }
+    static inline std::vector<WPARAM> s_states;
+    HWND m_window = nullptr;
+};
+
+TEST(GraphEvents, WhatTheSoundServerAsksIsPostedToTheWindowAsTheAudioManagersState)
+{
+    const StateWindow window;
+    GraphEvents events;
+    events.SetWindow(window.Handle());
+    events.OnSoundServerAsks(kAnotherSounds);
+    events.OnSoundServerAsks(kSongMaySound);
+    EXPECT_EQ(StateWindow::Heard(), (std::vector<WPARAM>{ 0x20000, 0x10000 }));
+    EXPECT_TRUE(TakeAll(events).empty());
+}
+
+TEST(GraphEvents, WhatTheSoundServerAskedLastBeforeThereWasAWindowIsPostedOnceThereIs)
+{
+    const StateWindow window;
+    GraphEvents events;
+    events.OnSoundServerAsks(kAnotherSounds);
+    events.OnSoundServerAsks(kSongMaySound);
+    events.OnSoundServerAsks(kAnotherSounds);
+    EXPECT_TRUE(StateWindow::Heard().empty());
+    events.SetWindow(window.Handle());
+    events.SetWindow(window.Handle());
+    EXPECT_EQ(StateWindow::Heard(), std::vector<WPARAM>{ 0x20000 });
+}
+
+TEST(GraphEvents, WhatTheSoundServerAskedOfASongThatIsGoneIsForgotten)
+{
+    const StateWindow window;
+    GraphEvents events;
+    events.OnSoundServerAsks(kAnotherSounds);
+    events.Forget();
+    events.SetWindow(window.Handle());
+    EXPECT_TRUE(StateWindow::Heard().empty());
+}
+
 TEST(GraphEvents, EndIsReportedOnce)
 {
     GraphEvents events;

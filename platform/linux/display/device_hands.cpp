@@ -12,6 +12,11 @@ void DeviceHands::Press(UINT key)
     user::KeyUp(key);
 }
 
+void DeviceHands::Command(WORD command)
+{
+    user::GiveCommand(m_mainWindowClass, command);
+}
+
 void DeviceHands::Tap(int x, int y)
 {
     user::PointerDown({ x, y });

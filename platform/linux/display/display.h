@@ -2,6 +2,8 @@
 // library behind it.
 #pragma once
 
+#include "platform/desktop_keys.h"
+
 #include <cstdint>
 #include <memory>
 #include <string>
@@ -11,6 +13,7 @@ namespace cardsong::display {
 struct DisplayOptions {
     int scale = 0; // size of one of the screen's pixels; 0: as fits the desktop comfortably
     bool fullScreen = false;
+    DesktopKeys keys = {};
 };
 
 class Display {

@@ -47,6 +47,7 @@ private:
     [[noreturn]] void Lose();
     void HandleWindowEvent(const SDL_WindowEvent& event);
     void HandleKey(const SDL_KeyboardEvent& event);
+    void HandleDesktopKey(const SDL_KeyboardEvent& event);
     void HandleMouse(const SDL_Event& event);
     void HandleFinger(const SDL_TouchFingerEvent& event);
     void Press(int x, int y);
@@ -254,11 +255,28 @@ void SdlDisplay::HandleKey(const SDL_KeyboardEvent& event)
 {
     const auto key = DeviceCodeOf(event.keysym.sym);
     if (!key)
-        return;
-    if (event.type == SDL_KEYDOWN)
+        HandleDesktopKey(event);
+    else if (event.type == SDL_KEYDOWN)
         user::KeyDown(*key);
     else
         user::KeyUp(*key);
+}
+
+// A key that the device does not have: it acts when it goes down.
+void SdlDisplay::HandleDesktopKey(const SDL_KeyboardEvent& event)
+{
+    if (event.type != SDL_KEYDOWN)
+        return;
+    const DesktopKeys& keys = m_options.keys;
+    const bool isHeld = event.repeat != 0;
+    if (const CommandKey* const command = CommandKeyOf(event.keysym.sym, keys)) {
+        if (!isHeld || command->whenHeld == WhenKeyIsHeld::ActsAgain)
+            user::GiveCommand(keys.mainWindowClass, command->command);
+    } else if (const TapKey* const tap = TapKeyOf(event.keysym.sym, keys)) {
+        user::TapInFrontOf(keys.mainWindowClass, tap->place);
+    } else if (const auto number = BottomButtonOf(event.keysym.sym); number && !isHeld) {
+        user::TapBottomButton(*number);
+    }
 }
 
 void SdlDisplay::HandleMouse(const SDL_Event& event)

@@ -66,7 +66,7 @@ std::unique_ptr<display::Display> MakeDisplay(const Options& options)
 {
     if (options.headless)
         return std::make_unique<display::HeadlessDisplay>();
-    return display::MakeSdlDisplay({ options.scale, options.fullScreen });
+    return display::MakeSdlDisplay({ options.scale, options.fullScreen, ProgramDesktopKeys() });
 }
 
 // Opens the display while the player starts. One that cannot be opened ends the player. Returns why, or an empty text.
@@ -105,7 +105,7 @@ int RunOnDisplay(const Options& options, std::vector<ScriptStep> script, EndWatc
     endWatch.Start(options.runForSeconds, [&] { saved = saved || display::SaveScreenshot(options.screenshotFile); });
     CardWatch cardWatch;
     cardWatch.Start(options.cardDirectory, BroadcastCardChange);
-    display::DeviceHands hands;
+    display::DeviceHands hands(ProgramDesktopKeys().mainWindowClass);
     ScriptPlayer player(hands);
     player.Start(std::move(script));
 
@@ -133,7 +133,7 @@ int RunOnDisplay(const Options& options, std::vector<ScriptStep> script, EndWatc
 int RunSession(const Options& options)
 {
     kernel::TraceStart("options read");
-    auto script = ParseInputScript(options.keyScript);
+    auto script = ParseInputScript(options.keyScript, ProgramDesktopKeys().commands);
     if (const auto* const error = std::get_if<ScriptError>(&script))
         return Complain("--keys: " + error->message, kBadOption);
     const auto installedTree = FindInstalledTree(ProgramFile());

@@ -83,28 +83,37 @@ ElementPtr OpenBuffered(ElementPtr sink)
     return Opened(std::move(sink));
 }
 
+void TellRole(GstElement* sink, SoundRole role)
+{
+    GstStructure* const properties =
+        gst_structure_new("props", "media.role", G_TYPE_STRING, role == SoundRole::Music ? "music" : "event", nullptr);
+    g_object_set(sink, "stream-properties", properties, nullptr);
+    gst_structure_free(properties);
+}
+
 // The sound server's clock is a guess between its reports, and now and then a wild one just after a pause or a seek:
 // the song would then stand still for ever. So the server only takes sound, and the system's clock keeps the time.
-ElementPtr OpenPulse()
+ElementPtr OpenPulse(SoundRole role)
 {
     ElementPtr sink = MakeElement("pulsesink", "pulseaudio");
     if (!sink)
         return nullptr;
     gst_util_set_object_arg(G_OBJECT(sink.get()), "slave-method", "none");
     g_object_set(sink.get(), "provide-clock", FALSE, nullptr);
+    TellRole(sink.get(), role);
     return OpenBuffered(std::move(sink));
 }
 
-ElementPtr OpenServer()
+ElementPtr OpenServer(SoundRole role)
 {
-    return HasSoundServer() ? OpenPulse() : nullptr;
+    return HasSoundServer() ? OpenPulse(role) : nullptr;
 }
-ElementPtr OpenCard()
+ElementPtr OpenCard(SoundRole)
 {
     return HasSoundCard() ? OpenBuffered(MakeElement("alsasink", "alsa")) : nullptr;
 }
 
-ElementPtr OpenSilence()
+ElementPtr OpenSilence(SoundRole)
 {
     ElementPtr sink = MakeElement("fakesink", "coreelements");
     if (sink)
@@ -112,12 +121,12 @@ ElementPtr OpenSilence()
     return Opened(std::move(sink));
 }
 
-ElementPtr OpenNamed(const std::string& name)
+ElementPtr OpenNamed(const std::string& name, SoundRole role)
 {
     if (name == "null")
-        return OpenSilence();
+        return OpenSilence(role);
     if (name == "pulse")
-        return OpenPulse();
+        return OpenPulse(role);
     if (name == "alsa")
         return OpenBuffered(MakeElement("alsasink", "alsa"));
     return Opened(MakeElement(name.c_str(), nullptr));
@@ -125,14 +134,14 @@ ElementPtr OpenNamed(const std::string& name)
 
 } // namespace
 
-ElementPtr OpenAudioSink(const std::string& name)
+ElementPtr OpenAudioSink(const std::string& name, SoundRole role)
 {
     ElementPtr sink;
     if (!name.empty())
-        sink = OpenNamed(name);
+        sink = OpenNamed(name, role);
     for (const auto open : { OpenServer, OpenCard, OpenSilence }) {
         if (!sink)
-            sink = open();
+            sink = open(role);
     }
     return sink;
 }

@@ -111,7 +111,7 @@ bool SoundChain::Build(const WaveSound& wave)
     GstElement* const resample = Add(MakePart("audioresample", "audioresample"));
     if (m_source == nullptr || convert == nullptr || resample == nullptr)
         return false;
-    GstElement* const sink = Add(OpenAudioSink(kernel::AudioSink()));
+    GstElement* const sink = Add(OpenAudioSink(kernel::AudioSink(), SoundRole::Event));
     if (sink == nullptr)
         return false;
     GstCaps* const caps = CapsOf(wave);

@@ -25,6 +25,15 @@ void Point(InputKind kind, POINT at)
     Enqueue(*queue, event);
 }
 
+// To whoever is in the foreground, or to the first window.
+void Give(Desktop& desktop, const InputEvent& event)
+{
+    if (desktop.foregroundQueue != nullptr)
+        Enqueue(*desktop.foregroundQueue, event);
+    else if (desktop.foreground == nullptr)
+        KeepEarlyKey(desktop, event);
+}
+
 void Strike(InputKind kind, UINT key)
 {
     LockedDesktop desktop;
@@ -36,21 +45,18 @@ void Strike(InputKind kind, UINT key)
     event.key = key;
     event.wasDown = desktop->keysDown[key];
     desktop->keysDown[key] = kind == InputKind::KeyDown;
-    if (desktop->foregroundQueue != nullptr) {
-        Enqueue(*desktop->foregroundQueue, event);
-    } else if (desktop->foreground == nullptr) {
-        KeepEarlyKey(*desktop, event);
-    }
+    Give(*desktop, event);
 }
 
-// They stand in front of the program, and would swallow what is meant for it.
-void CloseWindowsOfOtherThreads()
+// Windows of other threads, and those that another window of the program owns, stand in front of it and would swallow
+// what is meant for it.
+void CloseWindowsInFront()
 {
     std::vector<HWND> windows;
     {
         LockedDesktop desktop;
         for (const WindowRecord* window : desktop->root->children)
-            if (!window->queue->runsProgram)
+            if (!window->queue->runsProgram || window->owner != nullptr)
                 windows.push_back(window->handle);
     }
     for (HWND window : windows)
@@ -84,9 +90,22 @@ void KeyUp(UINT key)
     Strike(InputKind::KeyUp, key);
 }
 
+void GiveCommand(LPCWSTR mainWindowClass, WORD command)
+{
+    LockedDesktop desktop;
+    if (!desktop->displayActive)
+        return;
+    InputEvent event;
+    event.kind = InputKind::Command;
+    event.at = desktop->pointer;
+    event.key = command;
+    event.commandClass = mainWindowClass;
+    Give(*desktop, event);
+}
+
 void PressExitKey()
 {
-    CloseWindowsOfOtherThreads();
+    CloseWindowsInFront();
     SetDisplayActive(true); // an inactive display's keys are meant for another program
     KeyDown(VK_F24);
     KeyUp(VK_F24);

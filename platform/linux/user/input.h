@@ -16,9 +16,16 @@ void PointerUp(POINT at);
 // without having gone up is told as repeated.
 void KeyDown(UINT key);
 void KeyUp(UINT key);
+// Sends the command to the active window if that is of the class `mainWindowClass`, is enabled, and its control of that
+// id, if it has one, is not disabled. Comes in its turn among taps and keys.
+void GiveCommand(LPCWSTR mainWindowClass, WORD command);
+// Taps what stands in front of the windows of a class; nothing while one of these is active.
+void TapInFrontOf(LPCWSTR mainWindowClass, POINT at);
+// Taps one of the buttons along the bottom edge of the active window, counted from 1, from left to right.
+void TapBottomButton(int number);
 // Strikes the key that asks the player to end; it saves what it has to save. Heard while the display is inactive, too,
-// and before there is a window. What other threads than the program's own show, such as an alert, is closed: it would
-// swallow the key.
+// and before there is a window. What other threads than the program's own show, such as an alert, is closed, and so
+// is what lies above another window of the program and belongs to it, such as a list: it would swallow the key.
 void PressExitKey();
 // The display's own window gained or lost the foreground among the machine's programs.
 void SetDisplayActive(bool active);

@@ -1,6 +1,7 @@
 #include "platform/linux/user/input_queue.h"
 
 #include "platform/linux/kernel/clock.h"
+#include "platform/linux/user/active_window.h"
 #include "platform/linux/user/desktop.h"
 #include "platform/linux/user/double_click.h"
 #include "platform/linux/user/foreground.h"
@@ -32,6 +33,7 @@ bool CouldMatch(const InputEvent& event, const MessageFilter& filter)
     case InputKind::PointerUp: return filter.AllowsMessage(WM_LBUTTONUP);
     case InputKind::KeyDown: return filter.AllowsMessage(WM_KEYDOWN) || filter.AllowsMessage(WM_SYSKEYDOWN);
     case InputKind::KeyUp: return filter.AllowsMessage(WM_KEYUP) || filter.AllowsMessage(WM_SYSKEYUP);
+    case InputKind::Command: return filter.AllowsMessage(WM_COMMAND);
     }
     return false;
 }
@@ -63,6 +65,8 @@ MSG KeyMessage(const ThreadQueue& queue, HWND window, const InputEvent& event)
 
 MSG MakeInputMessage(const Desktop& desktop, const ThreadQueue& queue, HWND window, const InputEvent& event)
 {
+    if (event.kind == InputKind::Command)
+        return { window, WM_COMMAND, event.key, 0, static_cast<DWORD>(event.timeMs), event.at };
     MSG message = event.IsKey() ? KeyMessage(queue, window, event) : PointerMessage(desktop, queue, window, event);
     message.time = static_cast<DWORD>(event.timeMs);
     return message;
@@ -89,6 +93,18 @@ std::optional<InputEvent> FirstMatching(ThreadQueue& queue, const MessageFilter&
         if (event.number > after && CouldMatch(event, filter))
             return event;
     return std::nullopt;
+}
+
+// Null for a command that nobody takes: it is gone.
+HWND ReceiverOf(ThreadQueue& queue, const InputEvent& event, const Target& target)
+{
+    if (event.kind != InputKind::Command)
+        return target.window;
+    LockedDesktop desktop;
+    const HWND window = CommandReceiver(*desktop, queue, event);
+    if (window == nullptr)
+        RemoveEvent(queue, event.number);
+    return window;
 }
 
 // The message, with its effects if it is removed; nothing when the filter does not want it after all.
@@ -154,11 +170,14 @@ std::optional<MSG> TakeInput(const std::shared_ptr<ThreadQueue>& queue, const Me
             PassOn(*queue, *event, target);
             continue;
         }
-        const auto message = Deliver(*queue, target.window, *event, filter, remove);
+        const HWND window = ReceiverOf(*queue, *event, target);
+        if (window == nullptr)
+            continue;
+        const auto message = Deliver(*queue, window, *event, filter, remove);
         if (!message.has_value())
             continue;
         if (remove && event->kind == InputKind::PointerDown)
-            ActivateByTap(target.window);
+            ActivateByTap(window);
         return message;
     }
     return std::nullopt;

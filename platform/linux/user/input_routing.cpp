@@ -35,9 +35,9 @@ Target FindTarget(const std::shared_ptr<ThreadQueue>& queue, const InputEvent& e
     HWND window = nullptr;
     {
         LockedDesktop desktop;
-        window = event.IsKey() ? (queue->focus != nullptr ? queue->focus : queue->active) : queue->capture;
+        window = event.FollowsFocus() ? (queue->focus != nullptr ? queue->focus : queue->active) : queue->capture;
     }
-    if (window != nullptr || event.IsKey())
+    if (window != nullptr || event.FollowsFocus())
         return TargetOf(window);
     return HitTest(queue, event.at, event.handedTo);
 }
@@ -60,7 +60,7 @@ void PassOn(ThreadQueue& queue, const InputEvent& event, const Target& target)
     const auto isEarlier = [](const InputEvent& a, const InputEvent& b) { return a.number < b.number; };
     const auto place = input.insert(std::upper_bound(input.begin(), input.end(), event, isEarlier), event);
     place->handedTo = target.window;
-    if (desktop->pointerDown && !event.IsKey())
+    if (desktop->pointerDown && !event.FollowsFocus())
         desktop->pointerQueue = target.queue;
     Notify(*target.queue);
 }

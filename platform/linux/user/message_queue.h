@@ -38,19 +38,21 @@ struct Timer {
     TIMERPROC procedure = nullptr;
 };
 
-enum class InputKind { PointerDown, PointerMove, PointerUp, KeyDown, KeyUp };
+enum class InputKind { PointerDown, PointerMove, PointerUp, KeyDown, KeyUp, Command };
 
 struct InputEvent {
     std::uint64_t number = 0; // grows from event to event
     InputKind kind = InputKind::PointerMove;
-    POINT at{}; // of the pointer, screen pixels
-    UINT key = 0;
-    bool wasDown = false; // the key, before this
+    POINT at{};                     // of the pointer, screen pixels
+    UINT key = 0;                   // or the command
+    LPCWSTR commandClass = nullptr; // of the window that takes the command; lives as long as the program
+    bool wasDown = false;           // the key, before this
     bool isPointerDown = false;
     std::uint64_t timeMs = 0;
     HWND handedTo = nullptr; // another thread found this window under the pointer; those above it let the event through
 
     bool IsKey() const { return kind == InputKind::KeyDown || kind == InputKind::KeyUp; }
+    bool FollowsFocus() const { return IsKey() || kind == InputKind::Command; } // and not the pointer
 };
 
 // The last press, for telling double clicks.

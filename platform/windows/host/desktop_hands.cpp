@@ -1,5 +1,6 @@
 #include "platform/windows/host/desktop_hands.h"
 
+#include "platform/windows/screen/desktop_keyboard.h"
 #include "platform/windows/screen/device_screen.h"
 #include "platform/windows/screen/screenshot.h"
 #include "platform/windows/screen/window_procedures.h"
@@ -64,6 +65,12 @@ void DesktopHands::Press(UINT key)
 {
     AwaitScreenWindow();
     screen::PressKey(key);
+}
+
+void DesktopHands::Command(WORD command)
+{
+    AwaitScreenWindow();
+    screen::GiveCommand(command);
 }
 
 void DesktopHands::Tap(int x, int y)

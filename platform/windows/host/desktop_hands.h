@@ -9,6 +9,7 @@ namespace cardsong::host {
 class DesktopHands final : public InputHands {
 public:
     void Press(UINT key) override;
+    void Command(WORD command) override;
     void Tap(int x, int y) override;
     bool Shoot(const std::string& path) override;
     void Wait(std::unique_lock<std::mutex>& lock, std::condition_variable& changed, std::uint32_t milliseconds,

@@ -8,6 +8,7 @@
 #include "platform/windows/host/desktop_hands.h"
 #include "platform/windows/host/end_watch.h"
 #include "platform/windows/kernel/utf8.h"
+#include "platform/windows/screen/desktop_keyboard.h"
 #include "platform/windows/screen/device_screen.h"
 #include "platform/windows/screen/screenshot.h"
 
@@ -68,7 +69,7 @@ screen::ScreenOptions ScreenFor(const Options& options)
 
 int RunSession(const Options& options)
 {
-    auto script = ParseInputScript(options.keyScript);
+    auto script = ParseInputScript(options.keyScript, ProgramDesktopKeys().commands);
     if (const auto* const error = std::get_if<ScriptError>(&script))
         return Complain("--keys: " + error->message, kBadOption);
     const auto installedTree = FindInstalledTree(ProgramFile());
@@ -79,6 +80,7 @@ int RunSession(const Options& options)
         return Complain(error->message, kBadOption);
     LayOutDevice(options, *installedTree, std::get<std::filesystem::path>(skin));
     screen::SetUpScreen(ScreenFor(options));
+    screen::SetDesktopKeys(ProgramDesktopKeys());
 
     AllowSetForegroundWindow(ASFW_ANY); // a second start lets the running player come to the front
     EndWatch endWatch;

@@ -1,7 +1,7 @@
 #include "platform/windows/screen/window_calls.h"
 
-#include "platform/host/device_keys.h"
 #include "platform/screen_size.h"
+#include "platform/windows/screen/desktop_keyboard.h"
 #include "platform/windows/screen/device_screen.h"
 #include "platform/windows/screen/window_procedures.h"
 
@@ -17,20 +17,6 @@ bool IsChild(HWND window)
     return (GetWindowLongPtrW(window, GWL_STYLE) & WS_CHILD) != 0;
 }
 
-// A desktop's keyboard lacks keys of the device; others stand for them.
-void TurnIntoDeviceKey(MSG& message)
-{
-    const bool isKey = message.message == WM_KEYDOWN || message.message == WM_KEYUP;
-    if (!IsSetUp() || !isKey)
-        return;
-    for (const host::DeviceKey& key : host::DeviceKeys()) {
-        if (key.desktopCode != 0 && key.desktopCode == message.wParam) {
-            message.wParam = key.code;
-            return;
-        }
-    }
-}
-
 // Where a window that the player places at (x, y) lies on the desktop.
 RECT PlaceOf(bool isChild, int x, int y, int widthPx, int heightPx)
 {
@@ -44,12 +30,7 @@ ATOM RegisterClassW(const WNDCLASSW* windowClass)
 {
     if (!IsSetUp() || windowClass == nullptr)
         return ::RegisterClassW(windowClass);
-    WNDCLASSW description = *windowClass;
-    description.lpfnWndProc = PlayersProcedure;
-    const ATOM atom = ::RegisterClassW(&description);
-    if (atom != 0)
-        RememberProcedure(atom, windowClass->lpfnWndProc);
-    return atom;
+    return RegisterPlayersClass(*windowClass);
 }
 
 HWND CreateWindowExW(DWORD exStyle, LPCWSTR className, LPCWSTR text, DWORD style, int x, int y, int widthPx,
@@ -232,7 +213,7 @@ BOOL GetMessageW(LPMSG message, HWND window, UINT first, UINT last)
 {
     const BOOL got = ::GetMessageW(message, window, first, last);
     if (got > 0)
-        TurnIntoDeviceKey(*message);
+        TurnIntoDeviceInput(*message);
     return got;
 }
 
@@ -240,7 +221,7 @@ BOOL PeekMessageW(LPMSG message, HWND window, UINT first, UINT last, UINT remove
 {
     const BOOL got = ::PeekMessageW(message, window, first, last, remove);
     if (got)
-        TurnIntoDeviceKey(*message);
+        TurnIntoDeviceInput(*message);
     return got;
 }
 

@@ -74,6 +74,21 @@ LRESULT Erase(WNDPROC procedure, HWND window, WPARAM wParam, LPARAM lParam)
     return result;
 }
 
+void PostKey(HWND window, UINT key)
+{
+    PostMessageW(window, WM_KEYDOWN, key, kFirstStroke);
+    PostMessageW(window, WM_KEYUP, key, kFirstStroke | kRelease);
+}
+
+// What lies above the screen's window and belongs to it, such as a list, would take the exit key for itself.
+BOOL CALLBACK CloseIfOwned(HWND window, LPARAM screenWindow)
+{
+    for (HWND owner = GetWindow(window, GW_OWNER); owner != nullptr; owner = GetWindow(owner, GW_OWNER))
+        if (owner == reinterpret_cast<HWND>(screenWindow) && IsWindowVisible(window) != FALSE)
+            PostMessageW(window, WM_CLOSE, 0, 0);
+    return TRUE;
+}
+
 BOOL CALLBACK MoveAlong(HWND window, LPARAM way)
 {
     if (window == ScreenWindow() ||
@@ -152,12 +167,19 @@ LRESULT CALLBACK PlayersProcedure(HWND window, UINT message, WPARAM wParam, LPAR
     return CallWindowProcW(procedure, window, message, wParam, lParam);
 }
 
-void RememberProcedure(ATOM windowClass, WNDPROC procedure)
+// Another thread may make a window of the class as soon as the system knows it: that window waits for its procedure.
+ATOM RegisterPlayersClass(const WNDCLASSW& windowClass)
 {
     const std::lock_guard lock(g_mutex);
+    WNDCLASSW description = windowClass;
+    description.lpfnWndProc = PlayersProcedure;
+    const ATOM atom = RegisterClassW(&description);
+    if (atom == 0)
+        return 0;
     auto& known = Procedures();
-    std::erase_if(known, [windowClass](const auto& entry) { return entry.first == windowClass; });
-    known.emplace_back(windowClass, procedure);
+    std::erase_if(known, [atom](const auto& entry) { return entry.first == atom; });
+    known.emplace_back(atom, windowClass.lpfnWndProc);
+    return atom;
 }
 
 LONG_PTR ReplaceProcedure(HWND window, WNDPROC procedure)
@@ -189,15 +211,18 @@ bool PressKey(UINT key)
     GUITHREADINFO state{};
     state.cbSize = sizeof state;
     GetGUIThreadInfo(GetWindowThreadProcessId(window, nullptr), &state);
-    const HWND target = state.hwndFocus != nullptr ? state.hwndFocus : window;
-    PostMessageW(target, WM_KEYDOWN, key, kFirstStroke);
-    PostMessageW(target, WM_KEYUP, key, kFirstStroke | kRelease);
+    PostKey(state.hwndFocus != nullptr ? state.hwndFocus : window, key);
     return true;
 }
 
 void PressExitKey()
 {
-    g_exitWanted = !PressKey(VK_F24);
+    const HWND window = ScreenWindow();
+    g_exitWanted = window == nullptr;
+    if (window == nullptr)
+        return;
+    EnumWindows(CloseIfOwned, reinterpret_cast<LPARAM>(window));
+    PostKey(window, VK_F24);
 }
 
 } // namespace cardsong::screen

@@ -7,8 +7,8 @@ namespace cardsong::screen {
 
 // The procedure of every class that the player registers while the screen is set up.
 LRESULT CALLBACK PlayersProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
-// Notes the player's own procedure for the windows of a class.
-void RememberProcedure(ATOM windowClass, WNDPROC procedure);
+// Registers a class whose windows have the procedure that `windowClass` names behind ours.
+ATOM RegisterPlayersClass(const WNDCLASSW& windowClass);
 // Puts a procedure of the player's in front of a window's; returns the one that was there.
 LONG_PTR ReplaceProcedure(HWND window, WNDPROC procedure);
 

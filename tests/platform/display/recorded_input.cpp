@@ -1,5 +1,6 @@
 #include "tests/platform/display/recorded_input.h"
 
+#include "platform/ce.h"
 #include "platform/linux/user/input.h"
 
 #include <chrono>
@@ -85,6 +86,20 @@ void KeyDown(UINT key)
 void KeyUp(UINT key)
 {
     Record("key- " + std::to_string(key));
+}
+void GiveCommand(LPCWSTR mainWindowClass, WORD command)
+{
+    const WString name(mainWindowClass);
+    Record("command " + std::to_string(command) + " to " + std::string(name.begin(), name.end()));
+}
+void TapInFrontOf(LPCWSTR mainWindowClass, POINT at)
+{
+    const WString name(mainWindowClass);
+    Record("tap " + Place(at) + " in front of " + std::string(name.begin(), name.end()));
+}
+void TapBottomButton(int number)
+{
+    Record("bottom button " + std::to_string(number));
 }
 void PressExitKey()
 {

@@ -19,7 +19,7 @@ KeyStep Key(WPARAM key)
 class Playing : public testing::Test {
 protected:
     Playing() { ResetRecordedInput(); }
-    cardsong::display::DeviceHands hands;
+    cardsong::display::DeviceHands hands{ TEXT("Main") };
     ScriptPlayer player{ hands };
 };
 
@@ -30,6 +30,13 @@ TEST_F(Playing, PressesAndReleases)
     EXPECT_EQ(WaitForInput(4), expected);
     player.Stop();
     EXPECT_TRUE(player.IsFinished());
+}
+
+TEST_F(Playing, GivesCommandsToTheMainWindow)
+{
+    player.Start({ CommandStep{ 262 } });
+    EXPECT_EQ(WaitForInput(1), std::vector<std::string>{ "command 262 to Main" });
+    player.Stop();
 }
 
 TEST_F(Playing, WaitsOnTheClockInForce)

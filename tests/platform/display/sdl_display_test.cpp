@@ -16,13 +16,20 @@ using cardsong::display::MakeSdlDisplay;
 using Log = std::vector<std::string>;
 
 // The window library's own stand-in for a server: windows have pixels there, and events come from the test.
+constexpr cardsong::CommandKey kCommands[] = {
+    { 260, "Stop", { { "S" } } },
+    { 257, "Back5", { { "," } }, cardsong::WhenKeyIsHeld::ActsAgain },
+};
+constexpr cardsong::TapKey kTaps[] = { { { 3, 4 }, { { "1" } } } };
+constexpr cardsong::DesktopKeys kKeys{ TEXT("Main"), kCommands, kTaps };
+
 class SdlEvents : public testing::Test {
 protected:
     SdlEvents()
     {
         ResetRecordedInput();
         setenv("SDL_VIDEODRIVER", "dummy", 1);
-        display = MakeSdlDisplay({ 2, false });
+        display = MakeSdlDisplay({ 2, false, kKeys });
         EXPECT_EQ(display->Start(), "");
         SDL_Event gained{};
         gained.type = SDL_WINDOWEVENT;
@@ -93,7 +100,7 @@ TEST_F(SdlEvents, KeysBecomeTheDevicesKeys)
 {
     const std::pair<SDL_Keycode, int> keys[] = {
         { SDLK_RETURN, 13 },    { SDLK_KP_ENTER, 13 }, { SDLK_LEFT, 37 },      { SDLK_UP, 38 },
-        { SDLK_RIGHT, 39 },     { SDLK_DOWN, 40 },     { SDLK_SPACE, 32 },     { SDLK_ESCAPE, 135 },
+        { SDLK_RIGHT, 39 },     { SDLK_DOWN, 40 },     { SDLK_SPACE, 13 },     { SDLK_ESCAPE, 135 },
         { SDLK_AUDIOPLAY, 13 }, { SDLK_F24, 135 },     { SDLK_AUDIOPREV, 37 }, { SDLK_AUDIONEXT, 39 },
     };
     Log expected;
@@ -108,7 +115,8 @@ TEST_F(SdlEvents, KeysBecomeTheDevicesKeys)
 
 TEST_F(SdlEvents, OtherKeysAreSilent)
 {
-    PushKey(SDL_KEYDOWN, SDLK_q);
+    PushKey(SDL_KEYDOWN, SDLK_x);
+    PushKey(SDL_KEYUP, SDLK_s);
     EXPECT_EQ(Heard(0), Log{});
 }
 
@@ -117,6 +125,25 @@ TEST_F(SdlEvents, RepeatedKeysPass)
     PushKey(SDL_KEYDOWN, SDLK_RIGHT);
     PushKey(SDL_KEYDOWN, SDLK_RIGHT, true);
     EXPECT_EQ(Heard(2), (Log{ "key+ 39", "key+ 39" }));
+}
+
+TEST_F(SdlEvents, KeysOfTheProgramBecomeCommandsAndTaps)
+{
+    for (const SDL_Keycode key : { SDLK_s, SDLK_1, SDLK_F2 }) {
+        PushKey(SDL_KEYDOWN, key);
+        PushKey(SDL_KEYUP, key);
+    }
+    EXPECT_EQ(Heard(3), (Log{ "command 260 to Main", "tap 3,4 in front of Main", "bottom button 2" }));
+}
+
+TEST_F(SdlEvents, AHeldKeyGivesItsCommandAgainOnlyWhereTheProgramSaysSo)
+{
+    for (const SDL_Keycode key : { SDLK_s, SDLK_COMMA, SDLK_F2 }) {
+        PushKey(SDL_KEYDOWN, key);
+        PushKey(SDL_KEYDOWN, key, true);
+    }
+    EXPECT_EQ(Heard(4),
+              (Log{ "command 260 to Main", "command 257 to Main", "command 257 to Main", "bottom button 2" }));
 }
 
 TEST_F(SdlEvents, TheCloseButtonIsTheExitKey)

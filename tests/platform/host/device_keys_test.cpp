@@ -39,8 +39,10 @@ TEST(DeviceKeys, LetNoKeyOfTheMachineStandForTwo)
                 EXPECT_TRUE(machineKeys.insert(name).second) << name;
             }
         }
-        if (key.desktopCode != 0) {
-            EXPECT_TRUE(desktopCodes.insert(key.desktopCode).second) << key.desktopCode;
+        for (const UINT code : key.desktopCodes) {
+            if (code != 0) {
+                EXPECT_TRUE(desktopCodes.insert(code).second) << code;
+            }
         }
     }
 }
@@ -49,7 +51,8 @@ TEST(DeviceKeys, HaveNoCodeThatADesktopTurnsIntoAnother)
 {
     for (const DeviceKey& key : DeviceKeys()) {
         for (const DeviceKey& other : DeviceKeys())
-            EXPECT_NE(key.code, other.desktopCode);
+            for (const UINT code : other.desktopCodes)
+                EXPECT_NE(key.code, code);
     }
 }
 

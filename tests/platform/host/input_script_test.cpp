@@ -9,9 +9,11 @@ namespace {
 using namespace cardsong::host;
 using Steps = std::vector<ScriptStep>;
 
+constexpr cardsong::CommandKey kCommands[] = { { 260, "Stop" }, { 24, "" }, { 263, "Shuffle" } };
+
 Steps Parsed(std::string_view text)
 {
-    auto result = ParseInputScript(text);
+    auto result = ParseInputScript(text, kCommands);
     if (const auto* error = std::get_if<ScriptError>(&result))
         ADD_FAILURE() << error->message;
     return std::holds_alternative<Steps>(result) ? std::get<Steps>(result) : Steps{};
@@ -19,7 +21,7 @@ Steps Parsed(std::string_view text)
 
 std::string ErrorOf(std::string_view text)
 {
-    const auto result = ParseInputScript(text);
+    const auto result = ParseInputScript(text, kCommands);
     const auto* error = std::get_if<ScriptError>(&result);
     return error != nullptr ? error->message : "no error";
 }
@@ -39,6 +41,11 @@ TEST(InputScript, KnowsTheDevicesKeys)
 {
     const Steps expected = { Key(VK_RETURN), Key(VK_LEFT), Key(VK_RIGHT), Key(VK_UP), Key(VK_DOWN), Key(VK_F24) };
     EXPECT_EQ(Parsed("Enter Left Right Up Down Exit"), expected);
+}
+
+TEST(InputScript, KnowsTheProgramsCommands)
+{
+    EXPECT_EQ(Parsed("Shuffle Stop"), (Steps{ CommandStep{ 263 }, CommandStep{ 260 } }));
 }
 
 TEST(InputScript, ReadsWaitsTapsAndPictures)
@@ -64,7 +71,7 @@ TEST(InputScript, NamesAnUnknownWordAndEveryKey)
             names += std::string(key.scriptName) + ' ';
     }
     EXPECT_TRUE(names.starts_with("Enter Left Right Up Down Exit ")) << names;
-    names.pop_back();
+    names += "Stop Shuffle";
     EXPECT_EQ(ErrorOf("Enter Jump"), "\"Jump\": neither a key (" + names + ") nor wait:MS, tap:X,Y or shot:FILE");
 }
 

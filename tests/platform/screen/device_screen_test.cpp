@@ -2,6 +2,7 @@
 #include "platform/windows/screen/device_screen.h"
 
 #include "platform/ce.h"
+#include "platform/windows/screen/desktop_keyboard.h"
 #include "platform/windows/screen/screenshot.h"
 #include "platform/windows/screen/window_procedures.h"
 #include "tests/platform/scratch_device.h"
@@ -9,6 +10,11 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <atomic>
+#include <barrier>
+#include <string>
+#include <thread>
 #include <vector>
 
 namespace {
@@ -213,6 +219,21 @@ TEST_F(DeviceScreen, ClosingTheWindowPressesTheExitKey)
     EXPECT_EQ(g_seen[0].wParam, static_cast<WPARAM>(VK_F24));
 }
 
+TEST_F(DeviceScreen, ClosingTheWindowClosesWhatItOwnsAndPressesTheExitKeyForItself)
+{
+    const HWND list = CreateWindowExW(0, TEXT("SCREENTEST"), TEXT(""), WS_POPUP | WS_VISIBLE, 0, 0, 320, 240, m_window,
+                                      nullptr, nullptr, nullptr);
+    ASSERT_NE(list, nullptr);
+    SetFocus(list);
+    Pump();
+    g_seen.clear();
+    SendMessageW(m_window, WM_CLOSE, 0, 0);
+    Pump();
+    EXPECT_FALSE(IsWindow(list));
+    ASSERT_EQ(g_seen.size(), 1U);
+    EXPECT_EQ(g_seen[0].wParam, static_cast<WPARAM>(VK_F24));
+}
+
 TEST_F(DeviceScreen, EscapeIsTheExitKey)
 {
     PostMessageW(m_window, WM_KEYDOWN, VK_ESCAPE, 1);
@@ -330,6 +351,117 @@ TEST_F(DeviceScreen, ANamelessFontWritesChinese)
     SelectObject(context, before);
     DeleteDC(context);
     DeleteObject(font);
+}
+
+std::atomic<int> g_begun; // windows whose procedure heard of their beginning
+
+LRESULT CALLBACK CountingProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam)
+{
+    g_begun += message == WM_NCCREATE ? 1 : 0;
+    return DefWindowProcW(window, message, wParam, lParam);
+}
+
+// The class is registered by whoever of two threads comes first, and both make a window of it at once.
+void MakeWindowOfNewClass(const WString& name, std::barrier<>& together)
+{
+    WNDCLASSW description{};
+    description.lpfnWndProc = CountingProcedure;
+    description.lpszClassName = name.c_str();
+    together.arrive_and_wait();
+    RegisterClassW(&description);
+    const HWND window =
+        CreateWindowExW(0, name.c_str(), TEXT(""), WS_POPUP, 0, 0, 10, 10, nullptr, nullptr, nullptr, nullptr);
+    EXPECT_NE(window, nullptr);
+    DestroyWindow(window);
+}
+
+TEST_F(DeviceScreen, WindowsThatTwoThreadsMakeOfANewClassAtTheSameInstantBothHaveItsProcedure)
+{
+    constexpr int kRounds = 50;
+    std::barrier together(2);
+    std::atomic<int> ended = 0;
+    const auto makeAll = [&] {
+        for (int round = 0; round < kRounds; ++round) {
+            const std::wstring number = std::to_wstring(round);
+            MakeWindowOfNewClass(TEXT("RACE") + WString(number.begin(), number.end()), together);
+        }
+        ++ended;
+    };
+    g_begun = 0;
+    std::thread first(makeAll);
+    std::thread second(makeAll);
+    while (ended < 2) { // the screen's window goes on answering
+        Pump();
+        std::this_thread::yield();
+    }
+    first.join();
+    second.join();
+    EXPECT_EQ(g_begun, 2 * kRounds);
+}
+
+TEST_F(DeviceScreen, KeysOfADesktopBecomeTheDevicesKeysCommandsAndTaps)
+{
+    constexpr cardsong::CommandKey commands[] = {
+        { 260, "Stop", { { "S" }, { 'S' } } },
+        { kButton, "Button", { { "B" }, { 'B' } } },
+    };
+    constexpr cardsong::TapKey taps[] = { { { 30, 40 }, { { "1" }, { '1' } } } };
+    screen::SetDesktopKeys({ TEXT("SCREENTEST"), commands, taps });
+    const HWND button = AddButton();
+    EnableWindow(button, FALSE);
+    SetFocus(m_window);
+    g_seen.clear();
+    for (const WPARAM key : { WPARAM{ VK_SPACE }, WPARAM{ 'Q' }, WPARAM{ 'S' }, WPARAM{ 'B' }, WPARAM{ '1' } })
+        PostMessageW(m_window, WM_KEYDOWN, key, 1);
+    PostMessageW(m_window, WM_KEYDOWN, 'S', LPARAM{ 1 } | LPARAM{ KF_REPEAT } << 16);
+    Pump();
+    ASSERT_GE(g_seen.size(), 3U);
+    EXPECT_EQ(g_seen[0].wParam, static_cast<WPARAM>(VK_RETURN));
+    EXPECT_EQ(g_seen[1].wParam, static_cast<WPARAM>(VK_F24));
+    EXPECT_EQ(g_seen[2].message, static_cast<UINT>(WM_COMMAND));
+    EXPECT_EQ(g_seen[2].wParam, 260U);
+    for (std::size_t i = 3; i < g_seen.size(); ++i) // a disabled button, a tap in front of nothing, a key that is held
+        EXPECT_EQ(g_seen[i].message, static_cast<UINT>(WM_KEYDOWN)) << g_seen[i].wParam;
+    screen::SetDesktopKeys({});
+}
+
+TEST_F(DeviceScreen, AWindowInFrontOfTheMainOneIsTappedWhereKeysSay)
+{
+    constexpr cardsong::CommandKey commands[] = { { 260, "Stop", { { "S" }, { 'S' } } } };
+    constexpr cardsong::TapKey taps[] = { { { 30, 40 }, { { "1" }, { '1' } } } };
+    screen::SetDesktopKeys({ TEXT("OTHER"), commands, taps });
+    SetActiveWindow(m_window);
+    g_seen.clear();
+    PostMessageW(m_window, WM_KEYDOWN, '1', 1);
+    PostMessageW(m_window, WM_KEYDOWN, 'S', 1);
+    Pump();
+    const auto isTap = [](const Seen& seen) { return seen.message == WM_LBUTTONDOWN; };
+    const auto tap = std::ranges::find_if(g_seen, isTap);
+    ASSERT_NE(tap, g_seen.end());
+    EXPECT_EQ(tap->lParam, MAKELPARAM(30, 40));
+    EXPECT_EQ(std::ranges::count(g_seen, static_cast<UINT>(WM_COMMAND), &Seen::message), 0);
+    screen::SetDesktopKeys({});
+}
+
+TEST_F(DeviceScreen, AFunctionKeyTapsTheButtonOfItsNumberAlongTheBottomEdge)
+{
+    const auto add = [this](int id, int x, int y) {
+        CreateWindowExW(0, TEXT("button"), TEXT(""), WS_CHILD | WS_VISIBLE, x, y, 50, 32, m_window,
+                        reinterpret_cast<HMENU>(static_cast<LONG_PTR>(id)), nullptr, nullptr);
+    };
+    add(12, 100, 208);
+    add(11, 0, 201);
+    add(13, 50, 150);
+    SetActiveWindow(m_window);
+    g_seen.clear();
+    for (const WPARAM key : { WPARAM{ VK_F1 }, WPARAM{ VK_F2 }, WPARAM{ VK_F3 } })
+        PostMessageW(m_window, WM_KEYDOWN, key, 1);
+    Pump();
+    std::vector<WORD> clicked;
+    for (const Seen& seen : g_seen)
+        if (seen.message == WM_COMMAND)
+            clicked.push_back(LOWORD(seen.wParam));
+    EXPECT_EQ(clicked, (std::vector<WORD>{ 11, 12 }));
 }
 
 TEST(HiddenScreen, IsSeenByNobodyAndTakesNoKeyboard)

@@ -684,6 +684,24 @@ TEST_F(InputTest, TheExitKeyClosesWhatOtherThreadsShowAndReachesTheProgram)
     EXPECT_EQ(window.Count(WM_KEYUP), 1);
 }
 
+TEST_F(InputTest, TheExitKeyClosesWhatThePlayersWindowOwnsAndReachesThatWindow)
+{
+    TestWindow window(Shown());
+    WindowOptions options = Shown();
+    options.parent = window;
+    TestWindow list(options);
+    options.parent = list;
+    TestWindow listAbove(options);
+    PumpMessages();
+    user::PressExitKey();
+    PumpMessages();
+    EXPECT_FALSE(IsWindow(list));
+    EXPECT_FALSE(IsWindow(listAbove));
+    EXPECT_EQ(list.Count(WM_KEYDOWN) + listAbove.Count(WM_KEYDOWN), 0);
+    ASSERT_EQ(window.Count(WM_KEYDOWN), 1);
+    EXPECT_EQ(window.Last(WM_KEYDOWN)->wParam, VK_F24);
+}
+
 TEST_F(InputTest, TheExitKeyWaitsForTheProgramsFirstWindowWhereOnlyAnotherThreadShowsOne)
 {
     std::atomic<bool> isShown = false;

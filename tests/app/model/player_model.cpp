@@ -66,6 +66,12 @@ void PlayerModel::Take(const Step& step)
         if (Count() > 0)
             Mark(step.a % Count() + 1);
         break;
+    case StepKind::Check:
+        if (!m_library.empty()) {
+            bool& isChecked = m_library[static_cast<std::size_t>(step.a) % m_library.size()].isChecked;
+            isChecked = !isChecked;
+        }
+        break;
     case StepKind::Finish:
     case StepKind::Break:
     case StepKind::Abort: EndSong(); break;
@@ -93,13 +99,13 @@ void PlayerModel::Obey(int command)
     case 265:
     case 266:
     case 267: StepRepeat(); break;
-    default: break;
+    default: ObeyList(command);
     }
 }
 
 void PlayerModel::StrikeKey(int key)
 {
-    if (!m_isInFront)
+    if (!IsOnTop())
         return;
     switch (key) {
     case kLeft: Previous(); break;
@@ -115,7 +121,7 @@ void PlayerModel::Tap(TapPlace place)
         { TapPlace::Play, { 258, 259 } }, { TapPlace::Stop, { 260 } },         { TapPlace::Next, { 262 } },
         { TapPlace::Previous, { 256 } },  { TapPlace::Shuffle, { 263, 264 } }, { TapPlace::Repeat, { 265, 266, 267 } },
     };
-    if (!m_isInFront)
+    if (!IsOnTop())
         return;
     for (const int face : kFaces.at(place))
         if (m_buttons.at(face).isShown) {
@@ -145,11 +151,12 @@ void PlayerModel::TakeSong(const Step& step)
 void PlayerModel::TakeWorld(const Step& step)
 {
     if (step.kind == StepKind::Activate) {
-        if (step.a == 1)
+        if (step.a == 1 && IsOnTop())
             RegainForeground();
     } else if (m_isInFront != (step.a != 0)) {
         m_isInFront = step.a != 0;
-        m_isInFront ? RegainForeground() : LoseForeground();
+        if (m_isMainActive)
+            m_isInFront ? RegainForeground() : LoseForeground();
     }
 }
 
@@ -234,52 +241,6 @@ void PlayerModel::StepStrip(Strip& strip, Strip& other) const
         strip.isActive = false;
     else if (strip.isActive && strip.left < 0 && strip.right <= 268 && !other.isActive)
         other = { true, 318, 318 + m_titleWidthPx(m_title) };
-}
-
-// ---- what is seen ----
-
-std::string PlayerModel::SavedList() const
-{
-    std::string text;
-    int number = 0;
-    for (const Entry& entry : m_list)
-        text += std::to_string(++number) + "$" + m_songs[entry.song].name + "$\\SDMMC$" +
-                std::to_string(static_cast<unsigned>(entry.duration)) + "\n";
-    return text;
-}
-
-PlayerView PlayerModel::View() const
-{
-    PlayerView view;
-    view.loaded = m_isLoaded ? 1 : 0;
-    view.playing = m_isPlaying ? 1 : 0;
-    view.current = m_current;
-    view.interrupted = m_isInterrupted ? 1 : 0;
-    view.savedPosition = m_savedPosition;
-    view.shuffle = m_shuffle ? 1 : 0;
-    view.repeatAll = m_repeat == Repeat::All ? 1 : 0;
-    view.repeatOne = m_repeat == Repeat::Single ? 1 : 0;
-    view.shufflePrevious = m_shufflePrevious;
-    view.shuffleNext = m_shuffleNext;
-    for (const Entry& entry : m_list)
-        view.list.push_back({ m_songs[entry.song].name, entry.mark, entry.isPlayed, entry.duration });
-    view.buttons = m_buttons;
-    view.isSliderEnabled = m_isSliderEnabled;
-    view.sliderPosition = m_sliderPosition;
-    view.title = m_title;
-    view.elapsed = m_elapsed;
-    view.total = m_total;
-    view.strips = { StripView{ m_stripA.isActive, m_stripA.left, m_stripA.right },
-                    StripView{ m_stripB.isActive, m_stripB.left, m_stripB.right } };
-    view.timers = m_timers;
-    view.lyricsShown = m_hasLyrics ? 1 : 0;
-    view.openSong = m_engine.Name();
-    constexpr const char* kStates[] = { "", "stopped", "paused", "running" };
-    view.engine = kStates[static_cast<int>(m_engine.State())];
-    view.position = m_engine.Position(Now());
-    view.priority = m_priority.value_or(-1);
-    view.keptPriority = m_keptPriority;
-    return view;
 }
 
 } // namespace cardsong::test

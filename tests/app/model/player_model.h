@@ -42,6 +42,10 @@ private:
         bool isPlayed = false;
         double duration = 0;
     };
+    struct LibraryEntry {
+        std::size_t song;
+        bool isChecked = false;
+    };
     struct Strip {
         bool isActive;
         long left, right;
@@ -83,7 +87,22 @@ private:
     void RegainForeground();
     void HearAudioManager(int state);
 
-    // player_model_order.cpp: next, previous, modes, the end of a song, list edits
+    // player_model_lists.cpp: the two list windows and what they do to the lists
+    void ObeyList(int command);
+    void OpenPlayList();
+    void ClosePlayList();
+    void OpenLibrary();
+    void CloseLibrary();
+    void ActivateMain();
+    void ScanCard(bool intoPlayList);
+    void AddWholeCard();
+    void MoveFromLibrary(bool all);
+    void CheckAllOrNone();
+    void ClearList();
+    void RemoveMarked();
+    [[nodiscard]] bool IsOnTop() const { return m_isInFront && !m_isPlayListOpen && !m_isLibraryOpen; }
+
+    // player_model_order.cpp: next, previous, modes, the end of a song
     void Next();
     void Previous();
     void ChangeSongs();
@@ -120,7 +139,12 @@ private:
     int m_shuffleNext = 0;
     std::optional<int> m_priority;
     int m_keptPriority = 0;
-    bool m_isInFront = true;
+    bool m_isInFront = true; // the program
+    std::vector<LibraryEntry> m_library;
+    bool m_isPlayListOpen = false;
+    bool m_isLibraryOpen = false;
+    bool m_isLibraryOnList = false; // the library window belongs to the play list window
+    bool m_isMainActive = true;     // when the program is in front
 
     std::map<int, ButtonView> m_buttons;
     bool m_isSliderEnabled = false;

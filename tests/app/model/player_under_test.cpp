@@ -6,6 +6,7 @@
 #include "controls/seek_slider.h"
 #include "tests/app/model/sown_random.h"
 
+#include <algorithm>
 #include <filesystem>
 #include <set>
 
@@ -59,6 +60,7 @@ void ForgetEarlierPlayers()
     g_playModes = {};
     g_interruption = {};
     g_audioPriority = 0;
+    SongList(CardSongList).FreeAll();
     g_elapsedText = TEXT("0:00");
     g_totalText = TEXT("0:00");
 }
@@ -111,7 +113,8 @@ void PlayerUnderTest::Take(const Step& step)
     case StepKind::Command:
     case StepKind::Sent: SendMessageW(m_window, WM_COMMAND, WordsOf(step.a, step.b), 0); break;
     case StepKind::Slide: SendMessageW(m_window, kSliderMovedMessage, kSeekSliderId, step.a); break;
-    case StepKind::Row: TapRow(step.a); break;
+    case StepKind::Row: TapRow(kPlayListWindowId, PlayList, step.a); break;
+    case StepKind::Check: TapRow(kLibraryWindowId, CardSongList, step.a); break;
     default:
         TakeInput(step);
         TakeSound(step);
@@ -122,18 +125,16 @@ void PlayerUnderTest::Take(const Step& step)
         Pump();
 }
 
-void PlayerUnderTest::TapRow(int index)
+void PlayerUnderTest::TapRow(UINT window, const CPtrListCtrl& list, int index)
 {
-    const int count = PlayList.GetCount();
-    for (int i = 0; i < count; ++i)
-        SongList(PlayList).At(i).playMark = i == index % count ? i + 1 : 0;
+    SendMessageW(m_window, WM_NOTIFY, window, index % std::max(list.GetCount(), 1));
 }
 
-// While another program is in front, keys and taps are meant for it.
+// What another program, or a list, is in front of gets neither keys nor taps.
 void PlayerUnderTest::TakeInput(const Step& step)
 {
     static constexpr POINT kPlaces[] = { kPlayKey, kStopKey, kNextKey, kBackKey, kRepeatKey, kShuffleKey };
-    if (!m_isInFront)
+    if (!IsOnTop())
         return;
     const auto key = static_cast<UINT>(step.a);
     if (step.kind == StepKind::HeldKey)
@@ -176,7 +177,7 @@ void PlayerUnderTest::TakeWorld(const Step& step)
         m_isInFront = step.a != 0;
         user::SetDisplayActive(m_isInFront);
     }
-    if (step.kind == StepKind::Activate)
+    if (step.kind == StepKind::Activate && IsOnTop())
         SendMessageW(m_window, WM_ACTIVATE, static_cast<WPARAM>(step.a), 0);
     if (step.kind == StepKind::Priority)
         PutPriority(step.a);
@@ -208,8 +209,6 @@ void PlayerUnderTest::Wait(int milliseconds)
 
 void PlayerUnderTest::Exit(int road)
 {
-    user::SetDisplayActive(true);
-    Pump();
     switch (road) {
     case 1: Press(VK_F24); break;
     case 2: Tap(kExitKey); break;

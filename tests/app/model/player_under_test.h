@@ -39,11 +39,13 @@ public:
 private:
     void TestBody() override {}
     void PutSong(const CardSong& song);
-    static void TapRow(int index);
+    void TapRow(UINT window, const CPtrListCtrl& list, int index);
     void TakeInput(const Step& step);
     void TakeSound(const Step& step);
     void TakeFile(const Step& step);
     void TakeWorld(const Step& step);
+    // Nothing is above the main window.
+    [[nodiscard]] bool IsOnTop() const;
     void SeeState(PlayerView& view) const;
     void SeeScreen(PlayerView& view) const;
     void SeeEngine(PlayerView& view);

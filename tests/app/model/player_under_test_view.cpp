@@ -32,6 +32,11 @@ int PriorityInRegistry()
     return result == ERROR_SUCCESS ? static_cast<int>(number) : -1;
 }
 
+bool IsListOpen(LPCWSTR title)
+{
+    return FindWindowW(title, nullptr) != nullptr;
+}
+
 } // namespace
 
 long TitleWidthPx(const std::string& title)
@@ -70,6 +75,10 @@ void PlayerUnderTest::SeeState(PlayerView& view) const
     view.shuffleNext = g_shuffleNext;
     for (const MediaFileEntry& entry : ConstSongList(PlayList))
         view.list.push_back({ Narrow(entry.fileName), entry.playMark, entry.playedInShuffle != 0, entry.duration });
+    for (const MediaFileEntry& entry : ConstSongList(CardSongList))
+        view.library.push_back({ Narrow(entry.fileName), entry.isChecked != 0 });
+    view.isPlayListOpen = IsListOpen(TEXT("Play list"));
+    view.isLibraryOpen = IsListOpen(TEXT("Songs on the card"));
     view.lyricsShown = g_lyricsShown;
     view.priority = PriorityInRegistry();
     view.keptPriority = static_cast<int>(g_audioPriority);
@@ -103,6 +112,11 @@ void PlayerUnderTest::HearEngine()
             m_rendered = call.substr(rendering.size());
             ++m_renderings;
         }
+}
+
+bool PlayerUnderTest::IsOnTop() const
+{
+    return m_isInFront && !IsListOpen(TEXT("Play list")) && !IsListOpen(TEXT("Songs on the card"));
 }
 
 int PlayerUnderTest::CountOpenedSongs()
@@ -143,8 +157,8 @@ std::string PlayerUnderTest::LeftOver() const
         text += "  the program goes on\n";
     if (LiveSimulatedGraphs() != 0)
         text += "  a graph lives\n";
-    if (!PlayList.IsEmpty())
-        text += "  the play list is not freed\n";
+    if (!PlayList.IsEmpty() || !CardSongList.IsEmpty())
+        text += "  a list is not freed\n";
     const auto queue = user::CurrentQueue();
     const user::LockedDesktop desktop;
     if (!queue->timers.empty())

@@ -26,6 +26,14 @@ std::string TextOf(const std::vector<EntryView>& list)
     return text.str();
 }
 
+std::string TextOf(const std::vector<LibraryView>& library)
+{
+    std::string text;
+    for (const LibraryView& entry : library)
+        text += entry.name + (entry.isChecked ? " checked, " : ", ");
+    return text;
+}
+
 std::string TextOf(const StripView& strip)
 {
     return (strip.isActive ? "active " : "inactive ") + std::to_string(strip.left) + ".." + std::to_string(strip.right);
@@ -45,6 +53,9 @@ void AddState(Rows& rows, const PlayerView& view)
     rows.emplace_back("shuffle's previous", Text(view.shufflePrevious));
     rows.emplace_back("shuffle's next", Text(view.shuffleNext));
     rows.emplace_back("play list", TextOf(view.list));
+    rows.emplace_back("library", TextOf(view.library));
+    rows.emplace_back("play list window", view.isPlayListOpen ? "open" : "closed");
+    rows.emplace_back("library window", view.isLibraryOpen ? "open" : "closed");
     rows.emplace_back("lyrics shown", Text(view.lyricsShown));
     rows.emplace_back("priority in the registry", Text(view.priority));
     rows.emplace_back("kept priority", Text(view.keptPriority));

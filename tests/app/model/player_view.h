@@ -17,6 +17,12 @@ struct EntryView {
     bool operator==(const EntryView&) const = default;
 };
 
+struct LibraryView {
+    std::string name;
+    bool isChecked = false;
+    bool operator==(const LibraryView&) const = default;
+};
+
 struct ButtonView {
     bool isEnabled = true;
     bool isShown = true;
@@ -43,6 +49,9 @@ struct PlayerView {
     int shufflePrevious = 0;
     int shuffleNext = 0;
     std::vector<EntryView> list;
+    std::vector<LibraryView> library;
+    bool isPlayListOpen = false; // its window
+    bool isLibraryOpen = false;
     std::map<int, ButtonView> buttons; // by command
     bool isSliderEnabled = false;
     int sliderPosition = 0;

@@ -21,6 +21,7 @@ int OneOf(Numbers& numbers, const std::array<int, Count>& choices)
 }
 
 constexpr std::array kCommands{ 256, 257, 258, 259, 260, 261, 262, 263, 264, 265, 266, 267, 22, 999 };
+constexpr std::array kListCommands{ 16, 16, 24, 24, 25, 25, 28, 29, 30, 31, 33, 33, 35, 35 };
 constexpr std::array kKeys{ 37, 39, 13, 38, 40, 65 }; // left, right, Enter, up, down, A
 constexpr std::array kWaits{ 10, 30, 50, 70, 100, 100, 200, 300, 1000, 2500 };
 constexpr std::array kHighWords{ 0, 0, 0, 1, 2 };
@@ -32,13 +33,13 @@ struct Weight {
     int weight;
 };
 constexpr std::array kWeights{
-    Weight{ StepKind::Command, 14 }, Weight{ StepKind::Sent, 6 },       Weight{ StepKind::Key, 16 },
-    Weight{ StepKind::HeldKey, 2 },  Weight{ StepKind::Tap, 14 },       Weight{ StepKind::Slide, 3 },
-    Weight{ StepKind::Row, 4 },      Weight{ StepKind::Wait, 22 },      Weight{ StepKind::Finish, 3 },
-    Weight{ StepKind::EndWaits, 6 }, Weight{ StepKind::Break, 1 },      Weight{ StepKind::Abort, 1 },
-    Weight{ StepKind::Delete, 2 },   Weight{ StepKind::Restore, 3 },    Weight{ StepKind::Become, 2 },
-    Weight{ StepKind::FailInit, 1 }, Weight{ StepKind::Focus, 5 },      Weight{ StepKind::Activate, 1 },
-    Weight{ StepKind::Priority, 3 }, Weight{ StepKind::AudioState, 5 },
+    Weight{ StepKind::Command, 20 }, Weight{ StepKind::Sent, 8 },     Weight{ StepKind::Key, 16 },
+    Weight{ StepKind::HeldKey, 2 },  Weight{ StepKind::Tap, 14 },     Weight{ StepKind::Slide, 3 },
+    Weight{ StepKind::Row, 4 },      Weight{ StepKind::Check, 3 },    Weight{ StepKind::Wait, 22 },
+    Weight{ StepKind::Finish, 3 },   Weight{ StepKind::EndWaits, 6 }, Weight{ StepKind::Break, 1 },
+    Weight{ StepKind::Abort, 1 },    Weight{ StepKind::Delete, 2 },   Weight{ StepKind::Restore, 3 },
+    Weight{ StepKind::Become, 2 },   Weight{ StepKind::FailInit, 1 }, Weight{ StepKind::Focus, 5 },
+    Weight{ StepKind::Activate, 1 }, Weight{ StepKind::Priority, 3 }, Weight{ StepKind::AudioState, 5 },
 };
 
 StepKind DrawKind(Numbers& numbers)
@@ -59,7 +60,7 @@ Step DrawStep(Numbers& numbers)
     switch (kind) {
     case StepKind::Command:
     case StepKind::Sent: {
-        const int command = OneOf(numbers, kCommands);
+        const int command = Below(numbers, 2) == 0 ? OneOf(numbers, kListCommands) : OneOf(numbers, kCommands);
         return { kind, command, command == 260 ? OneOf(numbers, kHighWords) : 0 };
     }
     case StepKind::Key:
@@ -68,6 +69,7 @@ Step DrawStep(Numbers& numbers)
     case StepKind::Slide: return { kind, Below(numbers, 401) };
     case StepKind::Wait: return { kind, OneOf(numbers, kWaits) };
     case StepKind::Row:
+    case StepKind::Check:
     case StepKind::Delete:
     case StepKind::Restore: return { kind, Below(numbers, 12) };
     case StepKind::Become: return { kind, Below(numbers, 12), Below(numbers, kSongKinds) };

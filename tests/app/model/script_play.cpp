@@ -73,10 +73,16 @@ public:
         return Compare();
     }
 
+    // A key or a tap needs the main window in front; the other roads end whatever is open.
     std::string Exit(int road)
     {
+        std::string what;
+        if (road == 1 || road == 2)
+            for (const Step& step :
+                 { Step{ StepKind::Focus, 1 }, { StepKind::Command, 35 }, { StepKind::Command, 16 } })
+                what += Take(step);
         m_player.Exit(road);
-        std::string what = m_player.LeftOver();
+        what += m_player.LeftOver();
         if (m_player.SavedList() != m_model.SavedList())
             what += "  saved play list: should be\n" + m_model.SavedList() + "  is\n" + m_player.SavedList();
         return what;

@@ -20,7 +20,8 @@ enum class StepKind {
     HeldKey, // repeats once
     Tap,     // on a TapPlace
     Slide,   // the seek slider asks for this position
-    Row,     // the row of this index is tapped in the play list
+    Row,     // the play list window tells that this row was tapped
+    Check,   // the library window tells it
     // What happens to it.
     Wait,     // milliseconds
     Finish,   // the song ends now

@@ -721,6 +721,22 @@ TEST_F(InputTest, TheExitKeyClosesWhatThePlayersWindowOwnsAndReachesThatWindow)
     EXPECT_EQ(window.Last(WM_KEYDOWN)->wParam, VK_F24);
 }
 
+TEST_F(InputTest, TheExitKeyReachesThePlayersWindowAlsoWhenAListOpensBeforeItIsRead)
+{
+    TestWindow window(Shown());
+    PumpMessages();
+    user::PressExitKey(); // while the program is busy
+    WindowOptions options = Shown();
+    options.parent = window;
+    TestWindow list(options);
+    TestWindow child(ShownChild(list, { 0, 0, 10, 10 }));
+    SetFocus(child);
+    PumpMessages();
+    EXPECT_EQ(list.Count(WM_KEYDOWN) + child.Count(WM_KEYDOWN), 0);
+    EXPECT_EQ(window.Count(WM_KEYDOWN), 1);
+    EXPECT_EQ(window.Count(WM_KEYUP), 1);
+}
+
 TEST_F(InputTest, TheExitKeyWaitsForTheProgramsFirstWindowWhereOnlyAnotherThreadShowsOne)
 {
     std::atomic<bool> isShown = false;

@@ -155,7 +155,7 @@ void PlayerModel::TakeWorld(const Step& step)
             RegainForeground();
     } else if (m_isInFront != (step.a != 0)) {
         m_isInFront = step.a != 0;
-        if (m_isMainActive)
+        if (m_active == Top::Main)
             m_isInFront ? RegainForeground() : LoseForeground();
     }
 }

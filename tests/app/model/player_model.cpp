@@ -72,6 +72,10 @@ void PlayerModel::Take(const Step& step)
             isChecked = !isChecked;
         }
         break;
+    case StepKind::CloseLists:
+        CloseLibrary();
+        ClosePlayList();
+        break;
     case StepKind::Finish:
     case StepKind::Break:
     case StepKind::Abort: EndSong(); break;

@@ -21,6 +21,7 @@ SONGS = {"a.mp3": 440, "b.mp3": 660}
 SAVED = b"".join(f"{number}${name}$\\SDMMC${SONG_S}".encode("utf-16-le") + b"\r\n"
                  for number, name in enumerate(SONGS, start=1))
 OK_BUTTON = (230, 217)
+LIST_PAPER = (20, 190)  # white in the list, dark in the main window
 MOST_MS = 300
 
 
@@ -81,12 +82,15 @@ def expect_list_kept(stage):
         raise Failure("the saved list is another one")
 
 
-def pull_while_it_plays(stage, program, card, notice):
+def pull_while_it_plays(stage, program, card, notice, open_list=False):
     card.put()
     player = stage.start_player(program, "--card", card.folder, stderr=subprocess.DEVNULL)
     window = Window(stage, player)
     window.press("Return")
     stage.ear.expect_sound("the song plays")
+    if open_list:
+        window.press("l")
+        wait_for("the play list", lambda: min(window.look().getpixel(LIST_PAPER)) > 200)
     time.sleep(1)
     pulled = time.monotonic()
     card.pull()
@@ -133,6 +137,7 @@ def run(program, may_mount):
         for card in cards:
             pull_while_it_plays(stage, program, card, notice)
             play_again(stage, program, card)
+        pull_while_it_plays(stage, program, cards[0], notice, open_list=True)
 
 
 def main():

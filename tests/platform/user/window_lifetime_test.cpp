@@ -270,7 +270,7 @@ TEST(WindowLifetime, WhyAWindowWasNotMadeIsTold)
     }
     EXPECT_EQ(make(TEXT("NoSuchClassAtAll"), WS_POPUP, nullptr), nullptr);
     EXPECT_EQ(GetLastError(), static_cast<DWORD>(ERROR_CANNOT_FIND_WND_CLASS));
-    for (const DWORD style : { WS_POPUP, WS_CHILD }) {
+    for (const auto style : { DWORD{ WS_POPUP }, DWORD{ WS_CHILD } }) {
         EXPECT_EQ(make(TEXT("static"), style, dead), nullptr);
         EXPECT_EQ(GetLastError(), static_cast<DWORD>(ERROR_INVALID_WINDOW_HANDLE)) << style;
     }

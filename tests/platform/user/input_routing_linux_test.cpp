@@ -290,4 +290,34 @@ TEST_F(InputRouting, AThreadThatEndsTakesItsForegroundWindowAlongAndUncoversTheO
     EXPECT_EQ(update, (RECT{ 10, 10, 30, 30 }));
 }
 
+TEST_F(InputRouting, AfterItsOwnerHasEndedTheForegroundIsTakenWithTheFocus)
+{
+    TestWindow mine(Shown());
+    PumpMessages();
+    std::thread([] {
+        CreateWindowExW(0, u"static", nullptr, WS_POPUP | WS_VISIBLE, 10, 10, 20, 20, nullptr, nullptr, nullptr,
+                        nullptr);
+    }).join();
+    PumpMessages();
+    ASSERT_EQ(GetForegroundWindow(), nullptr);
+    ASSERT_EQ(GetActiveWindow(), nullptr);
+    SetFocus(mine);
+    EXPECT_EQ(GetForegroundWindow(), static_cast<HWND>(mine));
+}
+
+TEST_F(InputRouting, AWindowHiddenWhileTheDisplayIsInactiveLeavesTheForegroundToTheNext)
+{
+    TestWindow next(Shown());
+    TestWindow window(Shown());
+    PumpMessages();
+    user::SetDisplayActive(false);
+    PumpMessages();
+    ASSERT_EQ(GetActiveWindow(), nullptr);
+    ShowWindow(window, SW_HIDE);
+    user::SetDisplayActive(true);
+    PumpMessages();
+    EXPECT_EQ(GetForegroundWindow(), static_cast<HWND>(next));
+    EXPECT_EQ(GetActiveWindow(), static_cast<HWND>(next));
+}
+
 } // namespace

@@ -364,4 +364,13 @@ TEST_F(DialogKeys, TheDesktopIsNoDialog)
     EXPECT_FALSE(IsDialogMessageW(GetDesktopWindow(), &message));
 }
 
+TEST_F(DialogKeys, EnterWithoutADefaultButtonSendsOkThoughItsButtonIsDisabled)
+{
+    DialogBuilder builder({ WS_POPUP | WS_VISIBLE });
+    builder.Button(BS_OWNERDRAW | WS_DISABLED, IDOK).Button(BS_OWNERDRAW | WS_TABSTOP, 9);
+    Make(builder);
+    EXPECT_TRUE(Press(Item(9), VK_RETURN));
+    EXPECT_EQ(g_commands, (std::vector<Command>{ { MAKEWPARAM(IDOK, BN_CLICKED), Item(IDOK) } }));
+}
+
 } // namespace

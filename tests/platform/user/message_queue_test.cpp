@@ -530,6 +530,7 @@ TEST(MessageQueue, AKeyThatIsNoneIsUp)
 {
     EXPECT_EQ(GetKeyState(-1), 0);
     EXPECT_EQ(GetKeyState(256), 0);
+    EXPECT_EQ(GetKeyState(0x7FFFFFFF), 0);
 }
 
 TEST(MessageQueue, QuitWaitsForPostedMessagesThatTheFilterLeaves)

@@ -3,8 +3,8 @@
 #include "ctl/remote_commands.h"
 #include "ctl/songs_command.h"
 #include "ctl/status_command.h"
+#include "platform/console_program.h"
 
-#include <unistd.h>
 #include <vector>
 
 namespace {
@@ -47,8 +47,10 @@ std::string HelpText()
 
 int main(int count, char** arguments)
 {
-    const Console console = { stdout, stderr, isatty(STDERR_FILENO) != 0 && isatty(STDOUT_FILENO) == 0 };
-    const std::vector<std::string_view> words(arguments + 1, arguments + count);
+    using namespace cardsong::host;
+    const Console console = { stdout, stderr, IsTerminal(stderr) && !IsTerminal(stdout) };
+    const std::vector<std::string> texts = ConsoleArguments(count, arguments);
+    const std::vector<std::string_view> words(texts.begin(), texts.end());
     for (const std::string_view word : words) {
         if (word == "-h" || word == "--help") {
             std::fputs(HelpText().c_str(), console.out);

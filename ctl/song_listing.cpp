@@ -7,14 +7,25 @@
 #include "platform/device_tree.h"
 
 #include <string>
+#include <type_traits>
 
 namespace {
+
+// A host path as a script takes it: the system's own bytes, or UTF-8 where the system has no bytes.
+template <typename Path>
+std::string Written(const Path& path)
+{
+    if constexpr (std::is_same_v<Path, std::string>)
+        return path;
+    else
+        return Utf8(path);
+}
 
 // The file's own path on this machine, so that a script can open it, whatever bytes its name has.
 std::string HostPathOf(const WString& devicePath)
 {
     const auto path = cardsong::kernel::FindHostPath(devicePath);
-    return path.value_or(Utf8(devicePath));
+    return path ? Written(*path) : Written(devicePath);
 }
 
 std::string WithEscapes(const std::string& text)

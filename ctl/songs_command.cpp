@@ -40,7 +40,7 @@ private:
 int List(const std::string& folder, const ListingForm& form, const Console& console)
 {
     std::error_code error;
-    if (!std::filesystem::is_directory(folder, error))
+    if (!std::filesystem::is_directory(std::u8string(folder.begin(), folder.end()), error))
         return Complain(console, folder + ": no such folder", kFailed);
     cardsong::kernel::DeviceTree tree;
     tree.cardDirectory = folder;

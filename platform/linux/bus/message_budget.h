@@ -8,8 +8,8 @@ namespace cardsong::bus {
 
 class MessageBudget {
 public:
-    static constexpr std::uint64_t kAtOnce = 50;
-    static constexpr std::uint64_t kMsEach = 20; // fifty a second in the long run
+    static constexpr std::uint64_t kAtOnce = 25;
+    static constexpr std::uint64_t kMsEach = 40; // 25 a second in the long run
 
     // Whether a message that comes at `nowMs`, which never falls, may be taken.
     bool Take(std::uint64_t nowMs)

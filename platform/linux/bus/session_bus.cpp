@@ -21,6 +21,7 @@ struct Unref {
 };
 template <typename T>
 using Ref = std::unique_ptr<T, Unref>;
+using OwnedText = std::unique_ptr<char, void (*)(void*)>;
 
 } // namespace
 
@@ -42,14 +43,14 @@ private:
     void Run();
     void Serve();
     [[nodiscard]] bool Connect();
-    void Subscribe();
+    [[nodiscard]] bool Subscribe();
     void Disconnect();
-    [[nodiscard]] bool AwaitSubscription();
+    void Take(GDBusMessage& signal);
     [[nodiscard]] bool IsServing();
     void SendWaiting();
     void EnterLost();
-    static void OnSignal(GDBusConnection* connection, const gchar* sender, const gchar* path, const gchar* interface,
-                         const gchar* signal, GVariant* arguments, gpointer self);
+    static GDBusMessage* OnMessage(GDBusConnection* connection, GDBusMessage* message, gboolean isIncoming,
+                                   gpointer keeper);
     static void OnClosed(GDBusConnection* connection, gboolean isRemote, GError* error, gpointer self);
     static void OnFlushed(GObject* connection, GAsyncResult* result, gpointer sent);
 
@@ -71,7 +72,7 @@ private:
 
     // The thread's own.
     Ref<GDBusConnection> m_bus;
-    std::vector<guint> m_subscriptions;
+    guint m_filter = 0;
 };
 
 void SessionBus::Connection::Start()
@@ -140,39 +141,38 @@ bool SessionBus::Connection::Connect()
     return true;
 }
 
-void SessionBus::Connection::Subscribe()
+// Signals are looked at where the library reads them: a flood of them never waits in memory. The bus answers in order:
+// with its answer it has the rule.
+bool SessionBus::Connection::Subscribe()
 {
     g_signal_connect(m_bus.get(), "closed", G_CALLBACK(OnClosed), this);
-    for (const char* signal : { kMessageSignal, kCommandSignal })
-        m_subscriptions.push_back(
-            g_dbus_connection_signal_subscribe(m_bus.get(), nullptr, kInterface, signal, kObjectPath, m_device.c_str(),
-                                               G_DBUS_SIGNAL_FLAGS_NONE, OnSignal, this, nullptr));
-}
-
-void SessionBus::Connection::Disconnect()
-{
-    for (const guint subscription : m_subscriptions)
-        g_dbus_connection_signal_unsubscribe(m_bus.get(), subscription);
-    if (m_bus != nullptr)
-        g_signal_handlers_disconnect_by_data(m_bus.get(), this);
-    m_bus.reset();
-}
-
-// The bus answers in order: with this answer it has the subscriptions.
-bool SessionBus::Connection::AwaitSubscription()
-{
-    GVariant* const answer = g_dbus_connection_call_sync(m_bus.get(), "org.freedesktop.DBus", "/org/freedesktop/DBus",
-                                                         "org.freedesktop.DBus", "GetId", nullptr, nullptr,
-                                                         G_DBUS_CALL_FLAGS_NONE, -1, m_cancellable.get(), nullptr);
+    m_filter =
+        g_dbus_connection_add_filter(m_bus.get(), OnMessage, new std::shared_ptr<Connection>(shared_from_this()),
+                                     [](gpointer keeper) { delete static_cast<std::shared_ptr<Connection>*>(keeper); });
+    const OwnedText rule(
+        g_strdup_printf("type='signal',interface='%s',path='%s',arg0='%s'", kInterface, kObjectPath, m_device.c_str()),
+        g_free);
+    GVariant* const answer = g_dbus_connection_call_sync(
+        m_bus.get(), "org.freedesktop.DBus", "/org/freedesktop/DBus", "org.freedesktop.DBus", "AddMatch",
+        g_variant_new("(s)", rule.get()), nullptr, G_DBUS_CALL_FLAGS_NONE, -1, m_cancellable.get(), nullptr);
     if (answer != nullptr)
         g_variant_unref(answer);
     return answer != nullptr;
 }
 
+void SessionBus::Connection::Disconnect()
+{
+    if (m_bus == nullptr)
+        return;
+    if (m_filter != 0)
+        g_dbus_connection_remove_filter(m_bus.get(), m_filter);
+    g_signal_handlers_disconnect_by_data(m_bus.get(), this);
+    m_bus.reset();
+}
+
 void SessionBus::Connection::Serve()
 {
-    Subscribe();
-    if (!AwaitSubscription()) {
+    if (!Subscribe()) {
         EnterLost();
         return;
     }
@@ -227,15 +227,27 @@ void SessionBus::Connection::EnterLost()
         m_callbacks.lost();
 }
 
-// The bus tells a sender of its own signals, too.
-void SessionBus::Connection::OnSignal(GDBusConnection* connection, const gchar* sender, const gchar*, const gchar*,
-                                      const gchar* signal, GVariant* arguments, gpointer self)
+// On the library's own thread.
+void SessionBus::Connection::Take(GDBusMessage& signal)
 {
-    if (g_strcmp0(sender, g_dbus_connection_get_unique_name(connection)) == 0)
+    GVariant* const arguments = g_dbus_message_get_body(&signal);
+    if (arguments == nullptr || g_strcmp0(g_dbus_message_get_path(&signal), kObjectPath) != 0)
         return;
-    const auto& own = *static_cast<Connection*>(self);
-    if (const auto message = MessageFrom(signal, arguments, own.m_device))
-        own.m_callbacks.received(*message);
+    if (const auto message = MessageFrom(g_dbus_message_get_member(&signal), arguments, m_device))
+        m_callbacks.received(*message);
+}
+
+// Keeps our signals to itself and lets all else pass. The bus tells a sender of its own signals, too.
+GDBusMessage* SessionBus::Connection::OnMessage(GDBusConnection* connection, GDBusMessage* message, gboolean isIncoming,
+                                                gpointer keeper)
+{
+    if (!isIncoming || g_dbus_message_get_message_type(message) != G_DBUS_MESSAGE_TYPE_SIGNAL ||
+        g_strcmp0(g_dbus_message_get_interface(message), kInterface) != 0)
+        return message;
+    if (g_strcmp0(g_dbus_message_get_sender(message), g_dbus_connection_get_unique_name(connection)) != 0)
+        (*static_cast<std::shared_ptr<Connection>*>(keeper))->Take(*message);
+    g_object_unref(message);
+    return nullptr;
 }
 
 void SessionBus::Connection::OnClosed(GDBusConnection*, gboolean, GError*, gpointer self)
@@ -263,7 +275,7 @@ std::string SessionBusAddress()
     std::error_code error;
     if (runtime == nullptr || !std::filesystem::is_socket(socket, error))
         return {};
-    const std::unique_ptr<char, void (*)(void*)> escaped(g_dbus_address_escape_value(socket.c_str()), g_free);
+    const OwnedText escaped(g_dbus_address_escape_value(socket.c_str()), g_free);
     return "unix:path=" + std::string(escaped.get());
 }
 

@@ -15,9 +15,9 @@ namespace cardsong::bus {
 
 class SessionBus {
 public:
-    // Both run on the bus's thread, perhaps after the object is gone.
+    // Each runs on one thread of the bus's, perhaps after the object is gone.
     struct Callbacks {
-        std::function<void(const user::CrossingMessage&)> received; // from another program of the same device
+        std::function<void(const user::CrossingMessage&)> received; // from another program of the same device; quick
         std::function<void()> lost;                                 // once: there is no bus, or none any more
     };
 

@@ -14,14 +14,18 @@ DeviceMembership::DeviceMembership(const std::string& deviceDirectory)
     : m_neighbours(std::make_shared<bus::DeviceNeighbours>(deviceDirectory)),
       m_isSecond(m_neighbours->Claim(kPlayerClass) == bus::ClaimResult::Others)
 {
-    m_neighbours->Join(bus::SessionBusAddress());
-    user::InstallOtherPrograms(m_neighbours);
 }
 
 DeviceMembership::~DeviceMembership()
 {
     static_cast<void>(m_neighbours->Flush(kLastWordsLimit)); // without a bus nobody hears them
     user::InstallOtherPrograms(nullptr);
+}
+
+void DeviceMembership::Join()
+{
+    m_neighbours->Join(bus::SessionBusAddress());
+    user::InstallOtherPrograms(m_neighbours);
 }
 
 void DeviceMembership::LetNextStart()

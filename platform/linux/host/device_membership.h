@@ -13,13 +13,16 @@ namespace cardsong::host {
 
 class DeviceMembership {
 public:
-    // Begins at once; nothing waits for the others. `deviceDirectory`: made when it is missing.
+    // Takes the device, if no other player has it. `deviceDirectory`: made when it is missing.
     explicit DeviceMembership(const std::string& deviceDirectory);
     // Gives the last messages a moment to get away.
     ~DeviceMembership();
     DeviceMembership(const DeviceMembership&) = delete;
     DeviceMembership& operator=(const DeviceMembership&) = delete;
 
+    // Begins to speak and to listen, on a thread of its own; returns at once. What must be done before other threads
+    // run is done before.
+    void Join();
     // Whether another player has the device. This one then finds the other's window, and is to end.
     [[nodiscard]] bool IsSecond() const { return m_isSecond; }
     // The player has ended; what is left of the program is not in the way of the next one.

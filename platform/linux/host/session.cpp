@@ -88,6 +88,7 @@ int RunPlayer(const Options& options)
 // The player itself finds the other one, calls it and ends. It needs no display for that.
 int CallRunningPlayer(const Options& options, DeviceMembership& membership)
 {
+    membership.Join();
     const int result = RunPlayer(options);
     if (!membership.FinishPosting(kCallLimit))
         Complain("a player for " + options.deviceDirectory + " runs, and could not be called: no message bus", 0);
@@ -98,7 +99,8 @@ int CallRunningPlayer(const Options& options, DeviceMembership& membership)
 int RunOnDisplay(const Options& options, std::vector<ScriptStep> script, EndWatch& endWatch,
                  DeviceMembership& membership)
 {
-    const auto display = MakeDisplay(options);
+    const auto display = MakeDisplay(options); // before any thread runs
+    membership.Join();
     std::string trouble;
     std::thread opening([&] { trouble = OpenDisplay(*display); });
     std::atomic<bool> saved = options.screenshotFile.empty();

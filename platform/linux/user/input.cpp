@@ -34,7 +34,9 @@ void Give(Desktop& desktop, const InputEvent& event)
         KeepEarlyKey(desktop, event);
 }
 
-void Strike(InputKind kind, UINT key)
+enum class KeyMeaning { ForFocus, ForProgram };
+
+void Strike(InputKind kind, UINT key, KeyMeaning meaning = KeyMeaning::ForFocus)
 {
     LockedDesktop desktop;
     if (key == 0 || key > 255 || !desktop->displayActive)
@@ -44,6 +46,7 @@ void Strike(InputKind kind, UINT key)
     event.at = desktop->pointer;
     event.key = key;
     event.wasDown = desktop->keysDown[key];
+    event.isForProgram = meaning == KeyMeaning::ForProgram;
     desktop->keysDown[key] = kind == InputKind::KeyDown;
     Give(*desktop, event);
 }
@@ -107,8 +110,8 @@ void PressExitKey()
 {
     CloseWindowsInFront();
     SetDisplayActive(true); // an inactive display's keys are meant for another program
-    KeyDown(VK_F24);
-    KeyUp(VK_F24);
+    Strike(InputKind::KeyDown, VK_F24, KeyMeaning::ForProgram);
+    Strike(InputKind::KeyUp, VK_F24, KeyMeaning::ForProgram);
 }
 
 } // namespace cardsong::user

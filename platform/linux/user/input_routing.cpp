@@ -1,6 +1,7 @@
 #include "platform/linux/user/input_routing.h"
 
 #include "platform/linux/user/key_state.h"
+#include "platform/linux/user/window_tree.h"
 
 #include <algorithm>
 
@@ -17,6 +18,18 @@ std::shared_ptr<ThreadQueue> QueueAt(const Desktop& desktop, POINT at)
             return window->queue;
     }
     return nullptr;
+}
+
+// The window at the bottom of those that own each other up to this one.
+HWND OwnerOfAll(Desktop& desktop, HWND window)
+{
+    WindowRecord* const inside = desktop.windows.Find(window);
+    if (inside == nullptr)
+        return window;
+    const WindowRecord* record = TopLevelOf(inside);
+    while (const WindowRecord* const owner = desktop.windows.Find(record->owner))
+        record = owner;
+    return record->handle;
 }
 
 } // namespace
@@ -36,6 +49,8 @@ Target FindTarget(const std::shared_ptr<ThreadQueue>& queue, const InputEvent& e
     {
         LockedDesktop desktop;
         window = event.FollowsFocus() ? (queue->focus != nullptr ? queue->focus : queue->active) : queue->capture;
+        if (event.isForProgram)
+            window = OwnerOfAll(*desktop, window);
     }
     if (window != nullptr || event.FollowsFocus())
         return TargetOf(window);

@@ -47,6 +47,7 @@ struct InputEvent {
     UINT key = 0;                   // or the command
     LPCWSTR commandClass = nullptr; // of the window that takes the command; lives as long as the program
     bool wasDown = false;           // the key, before this
+    bool isForProgram = false;      // a key that no window in front of the program's own may take
     bool isPointerDown = false;
     std::uint64_t timeMs = 0;
     HWND handedTo = nullptr; // another thread found this window under the pointer; those above it let the event through

@@ -8,7 +8,7 @@ namespace cardsong::user {
 namespace {
 
 // A program that is busy finds no more of them waiting, and its own messages have the rest of the queue.
-constexpr std::size_t kMostWaiting = 256;
+constexpr std::size_t kMostWaiting = 64;
 
 void PostTo(Desktop& desktop, const WindowRecord& window, UINT number, const CrossingMessage& message)
 {

@@ -110,7 +110,6 @@ ATOM RegisterClassW(const WNDCLASSW* windowClass)
     added.style = windowClass->style;
     added.procedure = windowClass->lpfnWndProc;
     added.extraBytes = windowClass->cbWndExtra;
-    added.instance = windowClass->hInstance;
     added.background = windowClass->hbrBackground;
     LockedDesktop desktop;
     const auto result = desktop->classes.Add(std::move(added));

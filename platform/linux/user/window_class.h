@@ -14,7 +14,6 @@ struct WindowClass {
     UINT style = 0;
     WNDPROC procedure = nullptr;
     int extraBytes = 0;
-    HINSTANCE instance = nullptr;
     HBRUSH background = nullptr;
     ATOM atom = 0;
     int windowCount = 0;

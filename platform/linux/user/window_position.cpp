@@ -17,15 +17,9 @@ constexpr UINT kNothingChanges = SWP_NOSIZE | SWP_NOMOVE | SWP_NOZORDER;
 
 enum class Repaint { Nothing, Gained, Whole };
 
-// Applies `change` to one window and invalidates what it gains and what it uncovers.
-template <typename Change>
-void ChangeWindow(Desktop& desktop, WindowRecord& record, Repaint repaint, Change change)
+// Invalidates what the window gained since its region was `before`, and what it uncovered.
+void RepaintChanged(Desktop& desktop, WindowRecord& record, const Region& before, Repaint repaint)
 {
-    const Region before = ClipRegion(desktop, record);
-    change();
-    TreeChanged(desktop);
-    if (repaint == Repaint::Nothing)
-        return;
     const Region& after = ClipRegion(desktop, record);
     Region uncovered = before;
     uncovered.Subtract(after);
@@ -36,17 +30,45 @@ void ChangeWindow(Desktop& desktop, WindowRecord& record, Repaint repaint, Chang
     InvalidateTree(desktop, record, gained, true, Reach::AllChildren);
 }
 
+// Applies `change` to the windows at once, so that nothing is painted for a state in between.
+template <typename Change>
+void ChangeWindows(Desktop& desktop, const std::vector<WindowRecord*>& windows, Repaint repaint, Change change)
+{
+    std::vector<Region> before;
+    for (WindowRecord* window : windows)
+        before.push_back(ClipRegion(desktop, *window));
+    change();
+    TreeChanged(desktop);
+    if (repaint == Repaint::Nothing)
+        return;
+    for (std::size_t i = 0; i < windows.size(); ++i)
+        RepaintChanged(desktop, *windows[i], before[i], repaint);
+}
+
+void ListWithOwned(WindowRecord& record, std::vector<WindowRecord*>& windows)
+{
+    windows.push_back(&record);
+    for (WindowRecord* sibling : record.parent->children)
+        if (sibling->owner == record.handle)
+            ListWithOwned(*sibling, windows);
+}
+
+void PlaceGroup(Desktop& desktop, WindowRecord& record, HWND after)
+{
+    PlaceInOrder(desktop, record, after);
+    for (WindowRecord* owned : OwnedWindowsBelow(record))
+        PlaceGroup(desktop, *owned, HWND_TOP);
+}
+
 void PlaceWithOwned(Desktop& desktop, WindowRecord& record, HWND after, Repaint repaint)
 {
     // A child that does not yield to its siblings shows no gain: it is painted whole.
     const bool yields = record.IsTopLevel() || record.Has(WS_CLIPSIBLINGS);
     const auto effect = repaint == Repaint::Gained && !yields ? Repaint::Whole : repaint;
     ChangeBand(desktop, record, after);
-    ChangeWindow(desktop, record, effect, [&] { PlaceInOrder(desktop, record, after); });
-    if (!record.IsTopLevel())
-        return;
-    for (WindowRecord* owned : OwnedWindowsBelow(record))
-        PlaceWithOwned(desktop, *owned, HWND_TOP, repaint);
+    std::vector<WindowRecord*> group;
+    ListWithOwned(record, group);
+    ChangeWindows(desktop, group, effect, [&] { PlaceGroup(desktop, record, after); });
 }
 
 // Leaves in the flags only what really changes.
@@ -131,7 +153,7 @@ bool Apply(HWND window, const WINDOWPOS& position)
     }
     const UINT others = position.flags & (SWP_NOMOVE | SWP_NOSIZE | SWP_SHOWWINDOW | SWP_HIDEWINDOW);
     if (others != (SWP_NOMOVE | SWP_NOSIZE))
-        ChangeWindow(*desktop, *record, repaint, [&] { MoveAndSize(*record, position); });
+        ChangeWindows(*desktop, { record }, repaint, [&] { MoveAndSize(*record, position); });
     return IsShown(*record);
 }
 

@@ -73,7 +73,8 @@ bool WouldMoveInOrder(Desktop&, const WindowRecord& record, HWND after)
 {
     const auto& siblings = record.parent->children;
     const bool isTopmost = IsTopmost(record);
-    if ((after == HWND_TOPMOST && !isTopmost) || (after == HWND_NOTOPMOST && isTopmost))
+    const bool leavesBand = after == HWND_NOTOPMOST || after == HWND_BOTTOM;
+    if ((after == HWND_TOPMOST && !isTopmost) || (leavesBand && isTopmost))
         return true;
     const auto others = Without(siblings, record);
     return InsertionIndex(others, record, after) != IndexOf(siblings, record.handle);

@@ -7,6 +7,7 @@
 #include "platform/host/skins.h"
 #include "platform/windows/host/desktop_hands.h"
 #include "platform/windows/host/end_watch.h"
+#include "platform/windows/host/whole_path.h"
 #include "platform/windows/kernel/utf8.h"
 #include "platform/windows/screen/desktop_keyboard.h"
 #include "platform/windows/screen/device_screen.h"
@@ -26,14 +27,6 @@ int Complain(const std::string& what, int status)
 {
     std::fprintf(stderr, "cardsong: %s\n", what.c_str());
     return status;
-}
-
-// The path from the root, with the system's own separators: it means the same after a change of the current folder.
-std::string WholePath(const std::string& path)
-{
-    std::error_code error;
-    const auto whole = std::filesystem::absolute(kernel::Utf16FromUtf8(path), error);
-    return error ? path : kernel::Utf8FromUtf16(std::filesystem::path(whole).make_preferred().wstring());
 }
 
 std::filesystem::path ProgramFile()

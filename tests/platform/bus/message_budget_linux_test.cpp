@@ -13,34 +13,34 @@ int TakenAt(MessageBudget& budget, std::uint64_t nowMs, int offered)
     return taken;
 }
 
-TEST(MessageBudget, FiftyMessagesAreTakenAtOnce)
+TEST(MessageBudget, TwentyFiveMessagesAreTakenAtOnce)
 {
     MessageBudget budget;
-    EXPECT_EQ(TakenAt(budget, 1000, 1000), 50);
+    EXPECT_EQ(TakenAt(budget, 1000, 1000), 25);
 }
 
-TEST(MessageBudget, AFloodIsCutToFiftyASecond)
+TEST(MessageBudget, AFloodIsCutToTwentyFiveASecond)
 {
     MessageBudget budget;
     int taken = 0;
     for (std::uint64_t nowMs = 0; nowMs < 10'000; ++nowMs)
         taken += TakenAt(budget, nowMs, 10);
-    EXPECT_EQ(taken, 50 + 499); // the first at once, then one each 20 ms
+    EXPECT_EQ(taken, 25 + 249); // the first at once, then one each 40 ms
 }
 
 TEST(MessageBudget, AQuietSecondMakesUpForAFlood)
 {
     MessageBudget budget;
-    EXPECT_EQ(TakenAt(budget, 0, 60), 50);
-    EXPECT_EQ(TakenAt(budget, 19, 1), 0);
-    EXPECT_EQ(TakenAt(budget, 20, 2), 1);
-    EXPECT_EQ(TakenAt(budget, 2000, 60), 50);
+    EXPECT_EQ(TakenAt(budget, 0, 60), 25);
+    EXPECT_EQ(TakenAt(budget, 39, 1), 0);
+    EXPECT_EQ(TakenAt(budget, 40, 2), 1);
+    EXPECT_EQ(TakenAt(budget, 2000, 60), 25);
 }
 
 TEST(MessageBudget, ALongSilenceAllowsNoMoreThanAShortOne)
 {
     MessageBudget budget;
-    EXPECT_EQ(TakenAt(budget, 1'000'000'000, 60), 50);
+    EXPECT_EQ(TakenAt(budget, 1'000'000'000, 60), 25);
 }
 
 } // namespace

@@ -116,6 +116,8 @@ void InstallPresenter(std::function<void()> presenter)
     g_presenter = std::move(presenter);
 }
 
+void InstallRaiser(std::function<void()> /*raiser*/) {}
+
 void ResetWindows() {}
 
 } // namespace cardsong::user

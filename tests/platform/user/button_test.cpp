@@ -561,4 +561,15 @@ TEST_F(ButtonTest, AStaticRemembersItsFontAndShowsItIfItIsAskedTo)
     EXPECT_EQ(SendMessageW(label, WM_GETFONT, 0, 0), reinterpret_cast<LRESULT>(font));
 }
 
+TEST_F(ButtonTest, ASpaceBarThatIsHeldDownIsOnePress)
+{
+    const HWND button = MakeButton(0);
+    for (int i = 0; i < 3; ++i)
+        SendMessageW(button, WM_KEYDOWN, VK_SPACE, 0);
+    EXPECT_EQ(GetCapture(), button);
+    EXPECT_EQ(SendMessageW(button, BM_GETSTATE, 0, 0) & BST_PUSHED, BST_PUSHED);
+    SendMessageW(button, WM_KEYUP, VK_SPACE, 0);
+    EXPECT_EQ(m_events.size(), 1U);
+}
+
 } // namespace

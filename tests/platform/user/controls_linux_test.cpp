@@ -277,4 +277,28 @@ TEST_F(Controls, AControlDrawsInItsOwnFont)
     DeleteObject(large);
 }
 
+TEST_F(Controls, AButtonThatGrowsInOneDirectionIsPaintedWhole)
+{
+    const HWND button = Make(u"button", BS_PUSHBUTTON);
+    for (const SIZE& size : { SIZE{ 50, 20 }, SIZE{ 50, 30 } }) {
+        SetWindowPos(button, nullptr, 0, 0, size.cx, size.cy, SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
+        RECT update{};
+        GetUpdateRect(button, &update, FALSE);
+        EXPECT_EQ(update, (RECT{ 0, 0, size.cx, size.cy }));
+        PumpMessages();
+    }
+}
+
+TEST_F(Controls, AControlKeepsTwoLongsOfItsOwn)
+{
+    for (const auto* const name : { u"button", u"static" }) {
+        const HWND control = Make(name, 0);
+        SetLastError(0);
+        GetWindowLongPtrW(control, 8);
+        EXPECT_EQ(GetLastError(), 0U);
+        GetWindowLongPtrW(control, 16);
+        EXPECT_EQ(GetLastError(), static_cast<DWORD>(ERROR_INVALID_INDEX));
+    }
+}
+
 } // namespace

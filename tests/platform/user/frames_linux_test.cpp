@@ -442,4 +442,106 @@ TEST_F(Frames, NoFrameEverShowsAHalfPaintedWindow)
     EXPECT_GT(black, 0);
 }
 
+TEST_F(Frames, AThreadThatRestedIsWaitedForWhenItDrawsAgain)
+{
+    std::promise<void> begun;
+    std::promise<void> mayEnd;
+    std::promise<void> rested;
+    OtherThread other(
+        Shown({ 200, 0, 50, 50 }, [&](HWND window, UINT message, WPARAM, LPARAM) -> std::optional<LRESULT> {
+            if (message == WM_CLOSE)
+                PostQuitMessage(0);
+            if (message != kDraw)
+                return JustValidate(window, message, 0, 0);
+            FillWindow(window, { 0, 0, 1, 1 });
+            Sleep(0);
+            const HDC context = GetDC(window);
+            Fill(context, { 0, 0, 25, 50 });
+            begun.set_value();
+            mayEnd.get_future().wait();
+            ReleaseDC(window, context);
+            Sleep(0);
+            rested.set_value();
+            return 0;
+        }));
+    TestWindow window(Shown({ 0, 0, 100, 100 }, JustValidate));
+    PumpMessages();
+    PostMessageW(other, kDraw, 0, 0);
+    begun.get_future().wait();
+    FillWindow(window, { 0, 0, 10, 10 });
+    Sleep(0);
+    EXPECT_EQ(Shows(5, 5), 0);
+    mayEnd.set_value();
+    rested.get_future().wait();
+    EXPECT_EQ(Shows(5, 5), kWhite);
+}
+
+TEST_F(Frames, AThreadThatNeverDrewShowsWhatWaitedForIt)
+{
+    std::promise<void> held;
+    std::promise<void> mayEnd;
+    std::promise<void> rested;
+    OtherThread other(
+        Shown({ 200, 0, 50, 50 }, [&](HWND window, UINT message, WPARAM, LPARAM) -> std::optional<LRESULT> {
+            if (message == WM_CLOSE)
+                PostQuitMessage(0);
+            if (message != kDraw)
+                return JustValidate(window, message, 0, 0);
+            const HDC context = GetDC(window);
+            held.set_value();
+            mayEnd.get_future().wait();
+            ReleaseDC(window, context);
+            Sleep(0);
+            rested.set_value();
+            return 0;
+        }));
+    TestWindow window(Shown({ 0, 0, 100, 100 }, JustValidate));
+    PumpMessages();
+    PostMessageW(other, kDraw, 0, 0);
+    held.get_future().wait();
+    FillWindow(window, { 0, 0, 10, 10 });
+    Sleep(0);
+    EXPECT_EQ(Shows(5, 5), 0);
+    mayEnd.set_value();
+    rested.get_future().wait();
+    EXPECT_EQ(Shows(5, 5), kWhite);
+}
+
+struct RestsAtItsEnd {
+    ~RestsAtItsEnd() { Sleep(0); }
+};
+
+// Its queue is gone by then, for it was made later.
+TEST_F(Frames, AThreadMayRestWhileItEnds)
+{
+    TestWindow window(Shown({ 0, 0, 100, 100 }, JustValidate));
+    PumpMessages();
+    std::thread([&] {
+        static thread_local RestsAtItsEnd s_last;
+        EXPECT_NE(&s_last, nullptr);
+        FillWindow(window, { 0, 0, 10, 10 });
+    }).join();
+    EXPECT_EQ(Shows(5, 5), kWhite);
+}
+
+TEST_F(Frames, AResetForgetsWhoWasDrawing)
+{
+    PAINTSTRUCT paint{};
+    auto before = std::make_unique<TestWindow>(Shown({ 200, 0, 50, 50 }, {}));
+    BeginPaint(*before, &paint);
+    GetDC(*before);
+    user::ResetWindows();
+    TestWindow window(Shown({ 0, 0, 100, 100 }, PaintWhite));
+    UpdateWindow(window);
+    EXPECT_EQ(Shows(5, 5), kWhite);
+}
+
+TEST_F(Frames, ErasingWhatIsInvalidIsNoDrawingThatGoesOn)
+{
+    TestWindow window(Shown({ 0, 0, 100, 100 }, PaintWhite));
+    GetUpdateRect(window, nullptr, TRUE);
+    UpdateWindow(window);
+    EXPECT_EQ(Shows(5, 5), kWhite);
+}
+
 } // namespace

@@ -131,6 +131,25 @@ TEST_F(InputTest, AWindowThatDeclinesActivationStaysInTheBackground)
     EXPECT_EQ(GetForegroundWindow(), static_cast<HWND>(first));
 }
 
+TEST_F(InputTest, TheDisplayRisesWhenTheProgramAsksForTheForegroundAndAtNoOtherTime)
+{
+    int risen = 0;
+    user::InstallRaiser([&risen] { ++risen; });
+    TestWindow first(Shown());
+    TestWindow second(Shown());
+    user::PointerDown({ 5, 5 });
+    PumpMessages();
+    EXPECT_EQ(risen, 0);
+    user::SetDisplayActive(false);
+    EXPECT_TRUE(SetForegroundWindow(first));
+    EXPECT_EQ(risen, 1);
+    EXPECT_FALSE(SetForegroundWindow(nullptr));
+    EXPECT_EQ(risen, 1);
+    user::InstallRaiser({});
+    EXPECT_TRUE(SetForegroundWindow(second));
+    EXPECT_EQ(risen, 1);
+}
+
 TEST_F(InputTest, TwoQuickTapsAreADoubleClickOnlyForClassesThatAskAndInOneWindow)
 {
     auto options = Shown({ 0, 0, 50, 50 });
@@ -700,6 +719,22 @@ TEST_F(InputTest, TheExitKeyClosesWhatThePlayersWindowOwnsAndReachesThatWindow)
     EXPECT_EQ(list.Count(WM_KEYDOWN) + listAbove.Count(WM_KEYDOWN), 0);
     ASSERT_EQ(window.Count(WM_KEYDOWN), 1);
     EXPECT_EQ(window.Last(WM_KEYDOWN)->wParam, VK_F24);
+}
+
+TEST_F(InputTest, TheExitKeyReachesThePlayersWindowAlsoWhenAListOpensBeforeItIsRead)
+{
+    TestWindow window(Shown());
+    PumpMessages();
+    user::PressExitKey(); // while the program is busy
+    WindowOptions options = Shown();
+    options.parent = window;
+    TestWindow list(options);
+    TestWindow child(ShownChild(list, { 0, 0, 10, 10 }));
+    SetFocus(child);
+    PumpMessages();
+    EXPECT_EQ(list.Count(WM_KEYDOWN) + child.Count(WM_KEYDOWN), 0);
+    EXPECT_EQ(window.Count(WM_KEYDOWN), 1);
+    EXPECT_EQ(window.Count(WM_KEYUP), 1);
 }
 
 TEST_F(InputTest, TheExitKeyWaitsForTheProgramsFirstWindowWhereOnlyAnotherThreadShowsOne)

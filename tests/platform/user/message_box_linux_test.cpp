@@ -32,6 +32,22 @@ protected:
         DeleteDC(context);
         return rect.bottom;
     }
+    static LONG LineHeight(HFONT font)
+    {
+        const HDC context = CreateCompatibleDC(nullptr);
+        SelectObject(context, font);
+        RECT rect = { 0, 0, 1000, 0 };
+        DrawTextW(context, u"x", -1, &rect, user::kMessageFormat | DT_CALCRECT);
+        DeleteDC(context);
+        return rect.bottom;
+    }
+    static std::u16string Lines(LONG count)
+    {
+        std::u16string lines = u"x";
+        for (LONG i = 1; i < count; ++i)
+            lines += u"\nx";
+        return lines;
+    }
 
     const HFONT m_font = user::MakeMessageFont();
 };
@@ -139,6 +155,56 @@ TEST_F(MessageBoxPlan, NeverBreaksAPairInTwo)
             }
         }
     }
+}
+
+TEST_F(MessageBoxPlan, PlacesItsPartsToThePixel)
+{
+    const auto plan = Plan(u"Text", 2, true);
+    const LONG textPx = HeightOf(u"Text", plan.message);
+    const LONG textTop = 38 + (36 - textPx) / 2;
+    EXPECT_EQ(plan.box, (RECT{ 12, 51, 308, 189 }));
+    EXPECT_EQ(plan.band, (RECT{ 0, 0, 296, 26 }));
+    EXPECT_EQ(plan.sign, (RECT{ 12, 38, 48, 74 }));
+    EXPECT_EQ(plan.message, (RECT{ 60, textTop, 284, textTop + textPx }));
+    ASSERT_EQ(plan.buttons.size(), 2U);
+    EXPECT_EQ(plan.buttons[0], (RECT{ 46, 86, 142, 126 }));
+    EXPECT_EQ(plan.buttons[1], (RECT{ 154, 86, 250, 126 }));
+}
+
+TEST_F(MessageBoxPlan, WithoutASignGivesItsRoomToTheText)
+{
+    const auto plan = Plan(u"Text");
+    const LONG textPx = HeightOf(u"Text", plan.message);
+    EXPECT_EQ(plan.sign, (RECT{}));
+    EXPECT_EQ(plan.message, (RECT{ 12, 38, 284, 38 + textPx }));
+    EXPECT_EQ(plan.box.bottom - plan.box.top, 38 + textPx + 64);
+    ASSERT_EQ(plan.buttons.size(), 1U);
+    EXPECT_EQ(plan.buttons[0], (RECT{ 100, 50 + textPx, 196, 90 + textPx }));
+}
+
+TEST_F(MessageBoxPlan, KeepsATextThatFillsItsRoomToTheLastPixel)
+{
+    constexpr LONG kRoomPx = 130;
+    int filled = 0;
+    for (LONG heightPx = 5; heightPx <= 60; ++heightPx) {
+        LOGFONTW description{};
+        description.lfHeight = -heightPx;
+        const HFONT font = CreateFontIndirectW(&description);
+        const LONG linePx = LineHeight(font);
+        if (kRoomPx % linePx == 0) {
+            const std::u16string full = Lines(kRoomPx / linePx);
+            const auto plan = PlanMessageBox({ full, u"Title", false, 1 }, font);
+            EXPECT_EQ(plan.shownText, full) << heightPx;
+            EXPECT_EQ(plan.message.bottom - plan.message.top, kRoomPx) << heightPx;
+            EXPECT_EQ(plan.box, (RECT{ 12, 4, 308, 236 })) << heightPx;
+            const auto cut = PlanMessageBox({ Lines(kRoomPx / linePx + 1), u"Title", false, 1 }, font);
+            EXPECT_EQ(cut.shownText.back(), u'…') << heightPx;
+            EXPECT_EQ(cut.box, (RECT{ 12, 4, 308, 236 })) << heightPx;
+            ++filled;
+        }
+        DeleteObject(font);
+    }
+    EXPECT_GT(filled, 0) << "no font has lines that fill the room";
 }
 
 class MessageBoxOnScreen : public testing::Test {

@@ -463,4 +463,73 @@ TEST(MessageQueue, TheSameIdIsAnotherTimerInAnotherWindow)
     EXPECT_TRUE(KillTimer(second, 5));
 }
 
+TEST(MessageQueue, TenThousandPostsWaitAndNoMore)
+{
+    if (cardsong::test::IsWine())
+        GTEST_SKIP() << "Wine keeps more";
+    constexpr int kMost = 10000;
+    TestWindow window;
+    PumpMessages();
+    for (int i = 0; i < kMost; ++i)
+        ASSERT_EQ(PostMessageW(window, WM_USER, 0, 0), TRUE) << i;
+    EXPECT_EQ(PostMessageW(window, WM_USER, 0, 0), FALSE);
+    EXPECT_EQ(PostMessageW(nullptr, WM_USER, 0, 0), FALSE);
+    MSG message{};
+    ASSERT_TRUE(PeekMessageW(&message, window, WM_USER, WM_USER, PM_REMOVE));
+    EXPECT_EQ(PostMessageW(window, WM_USER, 0, 0), TRUE) << "there is room again";
+    PumpMessages();
+    EXPECT_EQ(window.Count(WM_USER), kMost);
+}
+
+TEST(MessageQueue, APostToADeadWindowFails)
+{
+    HWND dead = nullptr;
+    {
+        TestWindow window;
+        dead = window;
+    }
+    SetLastError(0);
+    EXPECT_EQ(PostMessageW(dead, WM_USER, 0, 0), FALSE);
+    EXPECT_EQ(GetLastError(), static_cast<DWORD>(ERROR_INVALID_WINDOW_HANDLE));
+    EXPECT_EQ(SendMessageW(dead, WM_USER, 0, 0), 0);
+}
+
+TEST(MessageQueue, NoFilterHoldsQuitBack)
+{
+    TestWindow window;
+    PumpMessages();
+    PostQuitMessage(4);
+    MSG message{};
+    EXPECT_EQ(GetMessageW(&message, nullptr, WM_USER, WM_USER), FALSE);
+    EXPECT_EQ(message.message, static_cast<UINT>(WM_QUIT));
+    EXPECT_EQ(message.wParam, 4U);
+}
+
+TEST(MessageQueue, AMaskForSentMessagesFindsNothingToHandOut)
+{
+    WindowOptions options;
+    options.style = WS_POPUP | WS_VISIBLE;
+    options.handler = JustValidate;
+    TestWindow window(options);
+    PumpMessages();
+    InvalidateRect(window, nullptr, FALSE);
+    PostMessageW(window, WM_USER, 0, 0);
+    PostQuitMessage(0);
+    MSG message{};
+    EXPECT_FALSE(PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE | PM_QS_SENDMESSAGE));
+    EXPECT_EQ(Take(window).message, static_cast<UINT>(WM_USER));
+    EXPECT_EQ(Take().message, static_cast<UINT>(WM_QUIT));
+}
+
+TEST(MessageQueue, AProcedureThatIsNoneAnswersNothing)
+{
+    EXPECT_EQ(CallWindowProcW(nullptr, nullptr, WM_USER, 1, 2), 0);
+}
+
+TEST(MessageQueue, AKeyThatIsNoneIsUp)
+{
+    EXPECT_EQ(GetKeyState(-1), 0);
+    EXPECT_EQ(GetKeyState(256), 0);
+}
+
 } // namespace

@@ -498,4 +498,123 @@ TEST(Paint, APaintLeftToTheDefaultIsDone)
     EXPECT_FALSE(GetUpdateRect(window, nullptr, FALSE));
 }
 
+TEST(Paint, InvalidatingNoWindowReachesTheChildrenOfAParentThatClipsThem)
+{
+    TestWindow parent(Shown(WS_CLIPCHILDREN));
+    TestWindow child(ShownChild(parent, { 10, 10, 20, 20 }));
+    PumpMessages();
+    InvalidateRect(nullptr, nullptr, FALSE);
+    EXPECT_EQ(UpdateOf(child), (RECT{ 0, 0, 20, 20 }));
+}
+
+TEST(Paint, InvalidationStopsAtAChildThatClipsItsChildren)
+{
+    TestWindow window(Shown());
+    auto options = ShownChild(window, { 10, 10, 60, 60 });
+    options.style |= WS_CLIPCHILDREN;
+    TestWindow child(options);
+    TestWindow grandchild(ShownChild(child, { 5, 5, 20, 20 }));
+    PumpMessages();
+    InvalidateRect(window, nullptr, FALSE);
+    EXPECT_EQ(UpdateOf(child), (RECT{ 0, 0, 60, 60 }));
+    EXPECT_EQ(UpdateOf(grandchild), (RECT{}));
+}
+
+TEST(Paint, AWindowThatIsShownOwesTheChildrenOfItsChildrenToo)
+{
+    WindowOptions options = Shown(WS_CLIPCHILDREN);
+    options.style &= ~WS_VISIBLE;
+    TestWindow window(options);
+    options = ShownChild(window, { 10, 10, 60, 60 });
+    options.style |= WS_CLIPCHILDREN;
+    TestWindow child(options);
+    TestWindow grandchild(ShownChild(child, { 5, 5, 20, 20 }));
+    ShowWindow(window, SW_SHOW);
+    EXPECT_EQ(UpdateOf(grandchild), (RECT{ 0, 0, 20, 20 }));
+}
+
+TEST(Paint, WhatAHiddenChildUncoversIsErasedByItsParent)
+{
+    TestWindow parent(Shown());
+    TestWindow child(ShownChild(parent, { 5, 6, 20, 20 }));
+    PumpMessages();
+    parent.Forget();
+    ShowWindow(child, SW_HIDE);
+    GetUpdateRect(parent, nullptr, TRUE);
+    EXPECT_EQ(parent.Count(WM_ERASEBKGND), 1);
+}
+
+TEST(Paint, InvalidatingAndValidatingSucceed)
+{
+    TestWindow window(Shown());
+    EXPECT_EQ(InvalidateRect(window, nullptr, FALSE), TRUE);
+    EXPECT_EQ(ValidateRect(window, nullptr), TRUE);
+    EXPECT_EQ(InvalidateRect(nullptr, nullptr, FALSE), TRUE);
+    EXPECT_EQ(ValidateRect(nullptr, nullptr), TRUE);
+}
+
+TEST(Paint, AskingForTheUpdateRectangleErasesItOnce)
+{
+    TestWindow window(Shown());
+    PumpMessages();
+    window.Forget();
+    InvalidateRect(window, nullptr, TRUE);
+    GetUpdateRect(window, nullptr, TRUE);
+    GetUpdateRect(window, nullptr, TRUE);
+    EXPECT_EQ(window.Count(WM_ERASEBKGND), 1);
+}
+
+TEST(Paint, ASinglePixelIsInvalid)
+{
+    TestWindow window(Shown());
+    PumpMessages();
+    const RECT pixel{ 10, 20, 11, 21 };
+    InvalidateRect(window, &pixel, FALSE);
+    RECT update{};
+    EXPECT_EQ(GetUpdateRect(window, &update, FALSE), TRUE);
+    EXPECT_EQ(update, pixel);
+}
+
+TEST(Paint, APartIsNamedFromTheCornerOfItsWindow)
+{
+    auto options = Shown();
+    options.rect = { 30, 20, 100, 100 };
+    TestWindow window(options);
+    TestWindow child(ShownChild(window, { 7, 8, 50, 50 }));
+    PumpMessages();
+    const RECT part{ 1, 2, 11, 13 };
+    InvalidateRect(child, &part, FALSE);
+    EXPECT_EQ(UpdateOf(child), part);
+    InvalidateRect(window, &part, FALSE);
+    EXPECT_EQ(UpdateOf(window), part);
+}
+
+TEST(Paint, APaintTellsWhetherTheBackgroundIsStillToBeErased)
+{
+    std::vector<BOOL> told;
+    LRESULT erased = 0;
+    TestWindow window(Shown());
+    window.Handle([&](HWND own, UINT message, WPARAM, LPARAM) -> std::optional<LRESULT> {
+        if (message == WM_ERASEBKGND)
+            return erased;
+        if (message != WM_PAINT)
+            return std::nullopt;
+        PAINTSTRUCT paint{};
+        BeginPaint(own, &paint);
+        told.push_back(paint.fErase);
+        EndPaint(own, &paint);
+        return 0;
+    });
+    PumpMessages();
+    told.clear();
+    for (const LRESULT answer : { 0, 1 }) {
+        erased = answer;
+        InvalidateRect(window, nullptr, TRUE);
+        UpdateWindow(window);
+    }
+    InvalidateRect(window, nullptr, FALSE);
+    UpdateWindow(window);
+    EXPECT_EQ(told, (std::vector<BOOL>{ TRUE, FALSE, FALSE }));
+}
+
 } // namespace

@@ -202,4 +202,21 @@ TEST(Enabling, ADeadWindowWasNotDisabled)
     EXPECT_EQ(GetLastError(), static_cast<DWORD>(ERROR_INVALID_WINDOW_HANDLE));
 }
 
+TEST(Showing, AChildIsAskedForNeitherActivationNorAnotherPlaceAmongItsSiblings)
+{
+    UINT flags = 0;
+    TestWindow parent(Shown());
+    TestWindow child(ChildOf(parent));
+    child.Handle([&flags](HWND, UINT message, WPARAM, LPARAM lParam) -> std::optional<LRESULT> {
+        if (message == WM_WINDOWPOSCHANGING)
+            flags = reinterpret_cast<const WINDOWPOS*>(lParam)->flags;
+        return std::nullopt;
+    });
+    constexpr UINT kStays = SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE | SWP_NOZORDER;
+    ShowWindow(child, SW_SHOW);
+    EXPECT_EQ(flags, kStays | SWP_SHOWWINDOW);
+    ShowWindow(child, SW_HIDE);
+    EXPECT_EQ(flags, kStays | SWP_HIDEWINDOW);
+}
+
 } // namespace

@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <atomic>
+#include <chrono>
 #include <future>
 #include <thread>
 
@@ -181,6 +182,46 @@ TEST(Threads, AThreadThatEndsAnswersItsSendersWithZero)
     thread.join();
     sender.join();
     EXPECT_FALSE(IsWindow(target));
+}
+
+// Fact: WM_PAINT is no posted message, yet it wakes a thread that waits for one.
+TEST(Threads, AWindowThatAnotherThreadInvalidatesIsPaintedByItsOwn)
+{
+    std::promise<void> painted;
+    std::atomic<bool> isWanted{ false };
+    WindowThread other([&](HWND window, UINT message, WPARAM, LPARAM) -> std::optional<LRESULT> {
+        if (message != WM_PAINT)
+            return std::nullopt;
+        ValidateRect(window, nullptr);
+        if (isWanted.exchange(false))
+            painted.set_value();
+        return 0;
+    });
+    ShowWindow(other.Window(), SW_SHOWNA);
+    for (int i = 0; i < 20; ++i) {
+        painted = std::promise<void>();
+        auto isPainted = painted.get_future();
+        SendMessageW(other.Window(), kAsk, 0, 0); // then it is back at its wait, or about to be
+        isWanted = true;
+        InvalidateRect(other.Window(), nullptr, FALSE);
+        ASSERT_EQ(isPainted.wait_for(std::chrono::seconds(10)), std::future_status::ready) << i;
+    }
+}
+
+TEST(Threads, AMessageIsDispatchedByTheThreadOfItsWindowOnly)
+{
+    std::atomic<int> calls{ 0 };
+    WindowThread other([&](HWND, UINT message, WPARAM, LPARAM) -> std::optional<LRESULT> {
+        if (message != kAsk)
+            return std::nullopt;
+        ++calls;
+        return 5;
+    });
+    MSG message{};
+    message.hwnd = other.Window();
+    message.message = kAsk;
+    EXPECT_EQ(DispatchMessageW(&message), 0);
+    EXPECT_EQ(calls, 0);
 }
 
 } // namespace

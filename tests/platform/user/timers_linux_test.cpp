@@ -362,4 +362,176 @@ TEST(TimersOnTheRealClock, AreWaitedForAtRest)
     EXPECT_LT(usedMs() - before, 20);
 }
 
+// Keeps until when its waiters wait and whether news woke them. Nobody else runs meanwhile: `news` is what happens to a
+// wait without end; any other passes its time.
+class AskedClock final : public kernel::Clock {
+public:
+    std::uint64_t NowMs() const override { return m_nowMs; }
+    bool WaitUntil(std::unique_lock<std::mutex>& lock, std::condition_variable&, std::uint64_t deadlineMs,
+                   const std::function<bool()>& ready) override
+    {
+        if (ready())
+            return true;
+        deadlines.push_back(deadlineMs);
+        if (deadlineMs != kernel::kNever)
+            m_nowMs = std::max(m_nowMs, deadlineMs);
+        if (deadlineMs == kernel::kNever || deadlines.size() > 9) {
+            lock.unlock();
+            m_news();
+            lock.lock();
+        }
+        wasWoken.push_back(ready());
+        return wasWoken.back();
+    }
+    void Restart(std::function<void()> news)
+    {
+        m_news = std::move(news);
+        deadlines.clear();
+        wasWoken.clear();
+    }
+
+    std::vector<std::uint64_t> deadlines;
+    std::vector<bool> wasWoken;
+
+private:
+    std::function<void()> m_news;
+    std::uint64_t m_nowMs = 1000;
+};
+
+class AskedWait : public testing::Test {
+protected:
+    AskedWait()
+    {
+        user::ResetWindows();
+        kernel::InstallClock(&m_clock);
+        m_window = std::make_unique<TestWindow>();
+        PumpMessages();
+        m_clock.Restart([window = HWND{ *m_window }] { PostMessageW(window, WM_USER, 0, 0); });
+    }
+    ~AskedWait() override
+    {
+        m_window.reset();
+        user::ResetWindows();
+        kernel::InstallClock(nullptr);
+    }
+
+    AskedClock m_clock;
+    std::unique_ptr<TestWindow> m_window;
+};
+
+TEST_F(AskedWait, ThatATimerMustNotEndIsOneWaitWithoutEnd)
+{
+    SetTimer(*m_window, 1, 100, nullptr);
+    MSG message{};
+    EXPECT_EQ(GetMessageW(&message, nullptr, WM_USER, WM_USER), TRUE);
+    EXPECT_EQ(m_clock.deadlines, (std::vector<std::uint64_t>{ kernel::kNever }));
+}
+
+TEST_F(AskedWait, WithoutATimerIsOneWaitWithoutEnd)
+{
+    MSG message{};
+    EXPECT_EQ(GetMessageW(&message, nullptr, 0, 0), TRUE);
+    EXPECT_EQ(m_clock.deadlines, (std::vector<std::uint64_t>{ kernel::kNever }));
+}
+
+TEST_F(AskedWait, ForAWindowIsNotEndedByTheTimerOfAnother)
+{
+    TestWindow other;
+    SetTimer(other, 1, 100, nullptr);
+    MSG message{};
+    EXPECT_EQ(GetMessageW(&message, *m_window, 0, 0), TRUE);
+    EXPECT_EQ(message.message, WM_USER);
+    EXPECT_EQ(m_clock.deadlines, (std::vector<std::uint64_t>{ kernel::kNever }));
+}
+
+TEST_F(AskedWait, ForATimerEndsWhenItIsDueThoughAnotherWindowsIsDueSoonAfter)
+{
+    TestWindow other;
+    SetTimer(*m_window, 1, 100, nullptr);
+    SetTimer(other, 2, 105, nullptr);
+    const auto startMs = m_clock.NowMs();
+    MSG message{};
+    EXPECT_EQ(GetMessageW(&message, *m_window, 0, 0), TRUE);
+    EXPECT_EQ(message.wParam, 1U);
+    EXPECT_EQ(m_clock.deadlines, (std::vector<std::uint64_t>{ startMs + 100 }));
+}
+
+// Each of these is news to a thread that waits without end.
+TEST_F(AskedWait, IsEndedByWhateverBringsAMessage)
+{
+    WindowOptions options;
+    options.style = WS_POPUP | WS_VISIBLE;
+    options.handler = JustValidate;
+    TestWindow shown(options);
+    const HWND window = shown;
+    const std::pair<const char*, std::function<void()>> kNews[] = {
+        { "a post to a window", [&] { PostMessageW(window, WM_USER, 0, 0); } },
+        { "a post to the thread", [] { PostMessageW(nullptr, WM_USER, 0, 0); } },
+        { "a part to paint", [&] { InvalidateRect(window, nullptr, FALSE); } },
+        { "a timer", [&] { SetTimer(window, 1, 10, nullptr); } },
+        { "a press",
+          [] {
+              user::PointerDown({ 5, 5 });
+          } },
+        { "a release",
+          [] {
+              user::PointerUp({ 5, 5 });
+          } },
+        { "a key", [] { user::KeyDown(static_cast<UINT>(VK_LEFT)); } },
+        { "the word to quit", [] { PostQuitMessage(0); } },
+    };
+    for (const auto& [name, news] : kNews) {
+        PumpMessages();
+        m_clock.Restart(news);
+        MSG message{};
+        GetMessageW(&message, nullptr, 0, 0);
+        ASSERT_FALSE(m_clock.wasWoken.empty()) << name;
+        EXPECT_TRUE(m_clock.wasWoken.front()) << name;
+        KillTimer(window, 1);
+    }
+}
+
+TEST_F(AskedWait, IsNotBegunWhenTheWordToQuitComesWhileATapFindsItsWindow)
+{
+    WindowOptions options;
+    options.style = WS_POPUP | WS_VISIBLE;
+    options.handler = [](HWND window, UINT message, WPARAM wParam, LPARAM lParam) -> std::optional<LRESULT> {
+        if (message == WM_NCHITTEST) {
+            PostQuitMessage(3);
+            return HTNOWHERE;
+        }
+        return JustValidate(window, message, wParam, lParam);
+    };
+    TestWindow shown(options);
+    PumpMessages();
+    m_clock.Restart([] {});
+    user::PointerMove({ 5, 5 });
+    MSG message{};
+    EXPECT_EQ(GetMessageW(&message, nullptr, 0, 0), FALSE);
+    EXPECT_EQ(message.wParam, 3U);
+    EXPECT_TRUE(m_clock.deadlines.empty());
+}
+
+TEST_F(TimerTest, TwoTimersThatAreDueAtOnceComeInTheOrderInWhichTheyWereSet)
+{
+    SetTimer(*m_window, 2, 100, nullptr);
+    SetTimer(*m_window, 1, 100, nullptr);
+    m_clock.Advance(100);
+    MSG message{};
+    ASSERT_TRUE(PeekMessageW(&message, nullptr, WM_TIMER, WM_TIMER, PM_REMOVE));
+    EXPECT_EQ(message.wParam, 2U);
+    ASSERT_TRUE(PeekMessageW(&message, nullptr, WM_TIMER, WM_TIMER, PM_REMOVE));
+    EXPECT_EQ(message.wParam, 1U);
+}
+
+TEST_F(TimerTest, AClassMaskForPaintsHoldsTicksBack)
+{
+    SetTimer(*m_window, 1, 100, nullptr);
+    m_clock.Advance(100);
+    MSG message{};
+    EXPECT_FALSE(PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE | PM_QS_PAINT));
+    EXPECT_FALSE(PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE | PM_QS_INPUT));
+    EXPECT_TRUE(PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE | PM_QS_POSTMESSAGE));
+}
+
 } // namespace

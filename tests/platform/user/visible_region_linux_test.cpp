@@ -458,4 +458,24 @@ TEST_F(VisibleRegionTest, AWindowThatGoesWhileItIsAskedForItsPlaceIsNotPlaced)
     EXPECT_FALSE(IsWindow(window));
 }
 
+TEST_F(VisibleRegionTest, AHiddenChildIsSeenUntilItsParentPaints)
+{
+    TestWindow parent(Shown({ 0, 0, 50, 50 }));
+    TestWindow child(ShownChild(parent, { 10, 10, 10, 10 }));
+    Fill(child);
+    ShowWindow(child, SW_HIDE);
+    EXPECT_EQ(Pixel(15, 15), kWhite);
+}
+
+TEST_F(VisibleRegionTest, AnExtendedStyleThatIsWrittenCountsAtOnce)
+{
+    TestWindow below(Shown({ 0, 0, 50, 50 }));
+    TestWindow above(Shown({ 10, 10, 10, 10 }));
+    Fill(below);
+    ASSERT_EQ(Pixel(15, 15), kBlack);
+    SetWindowLongPtrW(above, GWL_EXSTYLE, WS_EX_TRANSPARENT);
+    Fill(below);
+    EXPECT_EQ(Pixel(15, 15), kWhite);
+}
+
 } // namespace

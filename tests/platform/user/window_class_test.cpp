@@ -1,4 +1,5 @@
 #include "tests/platform/user/pump.h"
+#include "tests/platform/wine.h"
 
 #include <gtest/gtest.h>
 
@@ -165,6 +166,61 @@ TEST(WindowClass, ClassesComeAndGoWithoutEnd)
         ASSERT_TRUE(UnregisterClassW(passing.lpszClassName, nullptr)) << i;
     }
     EXPECT_TRUE(UnregisterClassW(kept.lpszClassName, nullptr));
+}
+
+TEST(WindowClass, AClassNeedsAProcedure)
+{
+    if (cardsong::test::IsWine())
+        GTEST_SKIP() << "Wine registers it";
+    auto incomplete = ClassNamed(TEXT("WithoutProcedure"));
+    incomplete.lpfnWndProc = nullptr;
+    SetLastError(0);
+    EXPECT_EQ(RegisterClassW(&incomplete), 0);
+    EXPECT_EQ(GetLastError(), static_cast<DWORD>(ERROR_INVALID_PARAMETER));
+    EXPECT_FALSE(UnregisterClassW(TEXT("WithoutProcedure"), nullptr));
+}
+
+TEST(WindowClass, AWindowHasFourThousandAndNinetySixBytesOfItsOwnAtMost)
+{
+    if (cardsong::test::IsWine())
+        GTEST_SKIP() << "Wine gives it more";
+    auto large = ClassNamed(TEXT("Large"));
+    large.cbWndExtra = 4097;
+    SetLastError(0);
+    EXPECT_EQ(RegisterClassW(&large), 0);
+    EXPECT_EQ(GetLastError(), static_cast<DWORD>(ERROR_INVALID_PARAMETER));
+    large.cbWndExtra = 4096;
+    EXPECT_NE(RegisterClassW(&large), 0);
+    EXPECT_TRUE(UnregisterClassW(TEXT("Large"), nullptr));
+}
+
+TEST(WindowClass, TheSystemsOwnClassesStay)
+{
+    for (const LPCWSTR name : { TEXT("button"), TEXT("static"), TEXT("#32770") }) {
+        EXPECT_FALSE(UnregisterClassW(name, nullptr));
+        const HWND window = CreateWindowExW(0, name, nullptr, WS_POPUP, 0, 0, 1, 1, nullptr, nullptr, nullptr, nullptr);
+        EXPECT_NE(window, nullptr);
+        DestroyWindow(window);
+    }
+}
+
+TEST(WindowClass, SuccessLeavesTheLastErrorAlone)
+{
+    const auto windowClass = ClassNamed(TEXT("WithoutError"));
+    SetLastError(77);
+    EXPECT_NE(RegisterClassW(&windowClass), 0);
+    EXPECT_EQ(GetLastError(), 77U);
+    EXPECT_EQ(UnregisterClassW(TEXT("WithoutError"), nullptr), TRUE);
+    EXPECT_EQ(FindWindowW(TEXT("WithoutError"), nullptr), nullptr);
+}
+
+TEST(WindowClass, NoClassIsNotRegistered)
+{
+    if (cardsong::test::IsWine())
+        GTEST_SKIP() << "Wine reads it";
+    SetLastError(0);
+    EXPECT_EQ(RegisterClassW(nullptr), 0);
+    EXPECT_EQ(GetLastError(), static_cast<DWORD>(ERROR_INVALID_PARAMETER));
 }
 
 } // namespace

@@ -257,4 +257,23 @@ TEST(WindowLifetime, FocusCaptureAndPostsOfAWindowThatGoesAreGone)
     EXPECT_EQ(GetCapture(), nullptr);
 }
 
+TEST(WindowLifetime, WhyAWindowWasNotMadeIsTold)
+{
+    const auto make = [](LPCWSTR className, DWORD style, HWND parent) {
+        SetLastError(0);
+        return CreateWindowExW(0, className, nullptr, style, 0, 0, 1, 1, parent, nullptr, nullptr, nullptr);
+    };
+    HWND dead = nullptr;
+    {
+        TestWindow window;
+        dead = window;
+    }
+    EXPECT_EQ(make(TEXT("NoSuchClassAtAll"), WS_POPUP, nullptr), nullptr);
+    EXPECT_EQ(GetLastError(), static_cast<DWORD>(ERROR_CANNOT_FIND_WND_CLASS));
+    for (const DWORD style : { WS_POPUP, WS_CHILD }) {
+        EXPECT_EQ(make(TEXT("static"), style, dead), nullptr);
+        EXPECT_EQ(GetLastError(), static_cast<DWORD>(ERROR_INVALID_WINDOW_HANDLE)) << style;
+    }
+}
+
 } // namespace

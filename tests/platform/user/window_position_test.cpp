@@ -308,4 +308,89 @@ TEST(WindowPosition, TheWindowIsToldThePlaceAndTheSizeThatItKeeps)
     EXPECT_EQ(window.changed.cy, 80);
 }
 
+TEST(WindowPosition, AWindowThatMayBecomeActiveGoesToTheTopWhateverPlaceIsNamed)
+{
+    TestWindow window; // hidden, so that nothing but its position raises it
+    TestWindow above;
+    SetWindowPos(window, HWND_BOTTOM, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE);
+    EXPECT_EQ(GetWindow(window, GW_HWNDNEXT), static_cast<HWND>(above));
+    SetWindowPos(window, HWND_BOTTOM, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
+    EXPECT_EQ(GetWindow(above, GW_HWNDNEXT), static_cast<HWND>(window));
+}
+
+TEST(WindowPosition, AWindowThatKeepsItsOrderIsRaisedAllTheSameIfItMayBecomeActive)
+{
+    if (cardsong::test::IsWine())
+        GTEST_SKIP() << "Wine keeps its order";
+    TestWindow window;
+    TestWindow above;
+    SetWindowPos(window, nullptr, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOZORDER);
+    EXPECT_EQ(GetWindow(window, GW_HWNDNEXT), static_cast<HWND>(above));
+}
+
+TEST(WindowPosition, AWindowThatIsHiddenGoesToTheBottomIfThatIsNamedButNeverToTheTop)
+{
+    if (cardsong::test::IsWine())
+        GTEST_SKIP() << "Wine raises it";
+    TestWindow below(Shown());
+    TestWindow above(Shown());
+    SetWindowPos(below, HWND_TOP, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_HIDEWINDOW);
+    EXPECT_EQ(GetWindow(above, GW_HWNDNEXT), static_cast<HWND>(below));
+    SetWindowPos(above, HWND_BOTTOM, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_HIDEWINDOW);
+    EXPECT_EQ(GetWindow(below, GW_HWNDNEXT), static_cast<HWND>(above));
+}
+
+TEST(WindowPosition, AChildGoesWhereItIsPutThoughActivationIsNotExcluded)
+{
+    TestWindow parent(Shown());
+    TestWindow first(ShownChild(parent, { 0, 0, 10, 10 }));
+    TestWindow second(ShownChild(parent, { 0, 0, 10, 10 }));
+    SetWindowPos(second, nullptr, 1, 1, 0, 0, SWP_NOSIZE | SWP_NOZORDER);
+    EXPECT_EQ(GetWindow(parent, GW_CHILD), static_cast<HWND>(first));
+    SetWindowPos(first, HWND_BOTTOM, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE);
+    EXPECT_EQ(GetWindow(parent, GW_CHILD), static_cast<HWND>(second));
+}
+
+TEST(WindowPosition, TheBandIsChangedWithActivationToo)
+{
+    TestWindow window(Shown());
+    SetWindowPos(window, HWND_TOPMOST, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE);
+    EXPECT_NE(GetWindowLongPtrW(window, GWL_EXSTYLE) & WS_EX_TOPMOST, 0);
+    SetWindowPos(window, HWND_NOTOPMOST, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE);
+    EXPECT_EQ(GetWindowLongPtrW(window, GWL_EXSTYLE) & WS_EX_TOPMOST, 0);
+}
+
+TEST(WindowPosition, AnOwnedWindowThatIsRaisedWithItsOwnerPaintsWhatItGains)
+{
+    TestWindow owner(Shown({ 0, 0, 100, 100 }));
+    auto options = Shown({ 10, 10, 20, 20 });
+    options.parent = owner;
+    TestWindow owned(options);
+    TestWindow other(Shown({ 0, 0, 20, 100 }));
+    PumpMessages();
+    SetWindowPos(owner, HWND_TOP, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
+    EXPECT_EQ(UpdateOf(owned), (RECT{ 0, 0, 10, 20 }));
+}
+
+TEST(WindowPosition, RaisingAWindowThatStandsAboveItsOwnerAlreadyPaintsNothing)
+{
+    TestWindow owner(Shown({ 0, 0, 100, 100 }));
+    auto options = Shown({ 10, 10, 20, 20 });
+    options.parent = owner;
+    TestWindow owned(options);
+    PumpMessages();
+    SetForegroundWindow(owned);
+    EXPECT_EQ(UpdateOf(owned), (RECT{}));
+    EXPECT_EQ(UpdateOf(owner), (RECT{}));
+}
+
+TEST(WindowPosition, TheActivationThatItBringsIsNoClick)
+{
+    TestWindow window;
+    window.Forget();
+    SetWindowPos(window, nullptr, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_SHOWWINDOW);
+    ASSERT_EQ(window.Count(WM_ACTIVATE), 1);
+    EXPECT_EQ(LOWORD(window.Last(WM_ACTIVATE)->wParam), WA_ACTIVE);
+}
+
 } // namespace

@@ -1,5 +1,6 @@
 // Questions about windows: places, relations, names.
 #include "tests/platform/user/pump.h"
+#include "tests/platform/wine.h"
 
 #include <gtest/gtest.h>
 
@@ -182,6 +183,25 @@ TEST(WindowQueries, AnswersOfYesAreTrueItself)
     EXPECT_EQ(ClientToScreen(window, &point), TRUE);
     EXPECT_EQ(ScreenToClient(window, &point), TRUE);
     EXPECT_EQ(SendMessageW(window, WM_SETREDRAW, TRUE, 0), 0);
+}
+
+TEST(WindowQueries, AnOperandThatIsMissingIsAnError)
+{
+    if (cardsong::test::IsWine())
+        GTEST_SKIP() << "Wine reads through it";
+    TestWindow window;
+    EXPECT_FALSE(GetWindowRect(window, nullptr));
+    EXPECT_FALSE(GetClientRect(window, nullptr));
+    EXPECT_FALSE(ClientToScreen(window, nullptr));
+    EXPECT_FALSE(ScreenToClient(window, nullptr));
+    EXPECT_EQ(GetClassNameW(window, nullptr, 8), 0);
+}
+
+TEST(WindowQueries, AHandleThatWasNeverGivenOutIsNoWindow)
+{
+    TestWindow window;
+    for (const ULONG_PTR value : { 0x1'0000, 0x1'0001, 0x1'FFFE, 0x7FFF'0002, 0x7FFF'DFFE })
+        EXPECT_FALSE(IsWindow(reinterpret_cast<HWND>(value))) << value;
 }
 
 } // namespace

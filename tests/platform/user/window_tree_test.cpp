@@ -248,4 +248,140 @@ TEST(WindowTree, SeveralOwnedWindowsKeepTheirOrderAboveTheirOwner)
     EXPECT_EQ(OrderOf(all), (std::vector<HWND>{ second, first, owner, other }));
 }
 
+TEST(WindowTree, AnOwnedWindowGoesNoLowerThanItsOwner)
+{
+    TestWindow lowest;
+    TestWindow owner;
+    TestWindow between;
+    WindowOptions options;
+    options.parent = owner;
+    TestWindow owned(options);
+    const std::vector<HWND> all{ lowest, owner, between, owned };
+    ASSERT_EQ(OrderOf(all), (std::vector<HWND>{ owned, between, owner, lowest }));
+    Put(owned, HWND_BOTTOM);
+    EXPECT_EQ(OrderOf(all), (std::vector<HWND>{ between, owned, owner, lowest }));
+    Put(owned, lowest);
+    EXPECT_EQ(OrderOf(all), (std::vector<HWND>{ between, owned, owner, lowest }));
+    Put(owned, between);
+    EXPECT_EQ(OrderOf(all), (std::vector<HWND>{ between, owned, owner, lowest }));
+}
+
+TEST(WindowTree, ANewOwnedWindowStandsAboveAllOthersNotJustAboveItsOwner)
+{
+    TestWindow owner;
+    TestWindow other;
+    WindowOptions options;
+    options.parent = owner;
+    TestWindow owned(options);
+    EXPECT_EQ(OrderOf({ owner, other, owned }), (std::vector<HWND>{ owned, other, owner }));
+}
+
+TEST(WindowTree, AnOwnedWindowThatLeavesTheTopmostBandStandsBelowItsTopmostOwner)
+{
+    if (cardsong::test::IsWine())
+        GTEST_SKIP() << "Wine keeps it above its owner";
+    TestWindow owner;
+    WindowOptions options;
+    options.parent = owner;
+    TestWindow owned(options);
+    TestWindow other;
+    const std::vector<HWND> all{ owner, owned, other };
+    Put(owner, HWND_TOPMOST);
+    Put(owned, HWND_NOTOPMOST);
+    EXPECT_EQ(OrderOf(all), (std::vector<HWND>{ owner, owned, other }));
+    Put(owned, HWND_BOTTOM);
+    EXPECT_EQ(OrderOf(all), (std::vector<HWND>{ owner, owned, other }));
+}
+
+TEST(WindowTree, ATopmostWindowWithAnOrdinaryOwnerStaysInItsBand)
+{
+    TestWindow owner;
+    TestWindow other;
+    WindowOptions options;
+    options.parent = owner;
+    TestWindow owned(options);
+    Put(owned, HWND_TOPMOST);
+    Put(owned, other);
+    EXPECT_EQ(OrderOf({ owner, other, owned }), (std::vector<HWND>{ owned, other, owner }));
+}
+
+TEST(WindowTree, AWindowThatLeavesTheTopmostBandIsTheFirstOfTheOthers)
+{
+    TestWindow first;
+    TestWindow second;
+    TestWindow window;
+    Put(window, HWND_TOPMOST);
+    Put(window, HWND_NOTOPMOST);
+    EXPECT_EQ(OrderOf({ first, second, window }), (std::vector<HWND>{ window, second, first }));
+}
+
+TEST(WindowTree, AnOrdinaryWindowPutBelowATopmostOneGoesBelowThemAll)
+{
+    TestWindow low;
+    TestWindow high;
+    TestWindow ordinary;
+    Put(low, HWND_TOPMOST);
+    Put(high, HWND_TOPMOST);
+    Put(ordinary, high);
+    EXPECT_EQ(OrderOf({ low, high, ordinary }), (std::vector<HWND>{ high, low, ordinary }));
+}
+
+TEST(WindowTree, ABandThatAWindowIsInAlreadyTellsNobody)
+{
+    TestWindow window;
+    Put(window, HWND_TOPMOST);
+    window.Forget();
+    Put(window, HWND_TOPMOST);
+    EXPECT_EQ(window.Count(WM_WINDOWPOSCHANGED), 0);
+    Put(window, HWND_NOTOPMOST);
+    window.Forget();
+    Put(window, HWND_NOTOPMOST);
+    EXPECT_EQ(window.Count(WM_WINDOWPOSCHANGED), 0);
+}
+
+TEST(WindowTree, AChildIsNeverTopmost)
+{
+    TestWindow parent;
+    TestWindow child(ChildOf(parent));
+    Put(child, HWND_TOPMOST);
+    EXPECT_EQ(GetWindowLongPtrW(child, GWL_EXSTYLE) & WS_EX_TOPMOST, 0);
+}
+
+TEST(WindowTree, TheOnlyTopmostWindowGoesToTheBottomToo)
+{
+    TestWindow low;
+    TestWindow high;
+    TestWindow window;
+    Put(window, HWND_TOPMOST);
+    Put(window, HWND_BOTTOM);
+    EXPECT_EQ(OrderOf({ low, high, window }), (std::vector<HWND>{ high, low, window }));
+    EXPECT_EQ(GetWindowLongPtrW(window, GWL_EXSTYLE) & WS_EX_TOPMOST, 0);
+}
+
+TEST(WindowTree, ATopmostOwnedWindowStaysTopmostWhenItsOwnerGoesToTheBottom)
+{
+    TestWindow owner;
+    WindowOptions options;
+    options.parent = owner;
+    TestWindow owned(options);
+    Put(owner, HWND_TOPMOST);
+    Put(owned, HWND_TOPMOST);
+    Put(owner, HWND_BOTTOM);
+    EXPECT_EQ(GetWindowLongPtrW(owner, GWL_EXSTYLE) & WS_EX_TOPMOST, 0);
+    EXPECT_NE(GetWindowLongPtrW(owned, GWL_EXSTYLE) & WS_EX_TOPMOST, 0);
+}
+
+TEST(WindowTree, RaisingAnOwnedWindowRaisesItsOwner)
+{
+    if (cardsong::test::IsWine())
+        GTEST_SKIP() << "Wine leaves the owner where it is";
+    TestWindow owner;
+    WindowOptions options;
+    options.parent = owner;
+    TestWindow owned(options);
+    TestWindow other;
+    Put(owned, HWND_TOP);
+    EXPECT_EQ(OrderOf({ owner, owned, other }), (std::vector<HWND>{ owned, owner, other }));
+}
+
 } // namespace

@@ -14,27 +14,13 @@ import subprocess
 import sys
 import tempfile
 
+from bus import Bus
 from ear import Failure, wait_for
 
 NAMES = ("a.mp3", "b.mp3", "c.mp3")
 SONG_REPEATS = 40  # long enough to outlast each run
 PAIRS = 50
 PATIENCE_S = 30
-
-
-class Bus:
-    def __init__(self):
-        self.process = subprocess.Popen(["dbus-daemon", "--session", "--nofork", "--print-address"], text=True,
-                                        stdout=subprocess.PIPE, stderr=subprocess.DEVNULL)
-        self.address = self.process.stdout.readline().strip()
-
-    def send(self, signal_name):
-        self.process.send_signal(signal_name)
-
-    def end(self):
-        self.process.kill()
-        self.process.wait()
-        self.process.stdout.close()
 
 
 class Stage:

@@ -28,6 +28,11 @@ void Point(InputKind kind, POINT at)
 // To whoever is in the foreground, or to the first window.
 void Give(Desktop& desktop, const InputEvent& event)
 {
+    const WindowRecord* const program = event.isForProgram ? desktop.windows.Find(ProgramWindow(desktop)) : nullptr;
+    if (program != nullptr) {
+        Enqueue(*program->queue, event);
+        return;
+    }
     if (desktop.foregroundQueue != nullptr)
         Enqueue(*desktop.foregroundQueue, event);
     else if (desktop.foreground == nullptr)

@@ -1,7 +1,6 @@
 #include "platform/linux/user/input_routing.h"
 
 #include "platform/linux/user/key_state.h"
-#include "platform/linux/user/window_tree.h"
 
 #include <algorithm>
 
@@ -20,19 +19,15 @@ std::shared_ptr<ThreadQueue> QueueAt(const Desktop& desktop, POINT at)
     return nullptr;
 }
 
-// The window at the bottom of those that own each other up to this one.
-HWND OwnerOfAll(Desktop& desktop, HWND window)
-{
-    WindowRecord* const inside = desktop.windows.Find(window);
-    if (inside == nullptr)
-        return window;
-    const WindowRecord* record = TopLevelOf(inside);
-    while (const WindowRecord* const owner = desktop.windows.Find(record->owner))
-        record = owner;
-    return record->handle;
-}
-
 } // namespace
+
+HWND ProgramWindow(const Desktop& desktop)
+{
+    for (const WindowRecord* window : desktop.root->children)
+        if (window->queue->runsProgram && window->owner == nullptr && window->Has(WS_VISIBLE))
+            return window->handle;
+    return nullptr;
+}
 
 std::shared_ptr<ThreadQueue> PointerReceiver(const Desktop& desktop, POINT at)
 {
@@ -48,10 +43,13 @@ Target FindTarget(const std::shared_ptr<ThreadQueue>& queue, const InputEvent& e
     HWND window = nullptr;
     {
         LockedDesktop desktop;
-        window = event.FollowsFocus() ? (queue->focus != nullptr ? queue->focus : queue->active) : queue->capture;
         if (event.isForProgram)
-            window = OwnerOfAll(*desktop, window);
+            window = ProgramWindow(*desktop);
+        else
+            window = event.FollowsFocus() ? (queue->focus != nullptr ? queue->focus : queue->active) : queue->capture;
     }
+    if (window == nullptr && event.isForProgram)
+        return { nullptr, queue }; // it stays until there is one
     if (window != nullptr || event.FollowsFocus())
         return TargetOf(window);
     return HitTest(queue, event.at, event.handedTo);

@@ -7,6 +7,8 @@ namespace cardsong::user {
 
 // The thread whose queue gets what the pointer does at that point of the screen; null: nobody.
 std::shared_ptr<ThreadQueue> PointerReceiver(const Desktop& desktop, POINT at);
+// The topmost window that the program shows and that no other window owns; null when it shows none.
+HWND ProgramWindow(const Desktop& desktop);
 // The window that the event is meant for, as far as the queue's thread can tell.
 Target FindTarget(const std::shared_ptr<ThreadQueue>& queue, const InputEvent& event);
 // What is meant for no window of this thread leaves the queue, to the thread that has the window if there is one.

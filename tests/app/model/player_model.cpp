@@ -72,6 +72,10 @@ void PlayerModel::Take(const Step& step)
             isChecked = !isChecked;
         }
         break;
+    case StepKind::CloseLists:
+        CloseLibrary();
+        ClosePlayList();
+        break;
     case StepKind::Finish:
     case StepKind::Break:
     case StepKind::Abort: EndSong(); break;
@@ -155,7 +159,7 @@ void PlayerModel::TakeWorld(const Step& step)
             RegainForeground();
     } else if (m_isInFront != (step.a != 0)) {
         m_isInFront = step.a != 0;
-        if (m_isMainActive)
+        if (m_active == Top::Main)
             m_isInFront ? RegainForeground() : LoseForeground();
     }
 }

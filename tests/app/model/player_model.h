@@ -51,6 +51,7 @@ private:
         long left, right;
     };
     enum class Repeat { Off, All, Single };
+    enum class Top { Main, PlayList, Library };
     enum { kProgress = 100, kLyrics = 200, kTitle = 1000 };
 
     // player_model.cpp: steps and time
@@ -93,7 +94,7 @@ private:
     void ClosePlayList();
     void OpenLibrary();
     void CloseLibrary();
-    void ActivateMain();
+    void Leave(Top window, Top owner);
     void ScanCard(bool intoPlayList);
     void AddWholeCard();
     void MoveFromLibrary(bool all);
@@ -144,7 +145,7 @@ private:
     bool m_isPlayListOpen = false;
     bool m_isLibraryOpen = false;
     bool m_isLibraryOnList = false; // the library window belongs to the play list window
-    bool m_isMainActive = true;     // when the program is in front
+    Top m_active = Top::Main;       // when the program is in front
 
     std::map<int, ButtonView> m_buttons;
     bool m_isSliderEnabled = false;

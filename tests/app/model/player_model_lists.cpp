@@ -43,7 +43,7 @@ void PlayerModel::OpenPlayList()
         AddWholeCard();
     ClosePlayList();
     m_isPlayListOpen = true;
-    m_isMainActive = false;
+    m_active = Top::PlayList;
 }
 
 void PlayerModel::ClosePlayList()
@@ -51,8 +51,8 @@ void PlayerModel::ClosePlayList()
     if (!std::exchange(m_isPlayListOpen, false))
         return;
     if (m_isLibraryOnList)
-        m_isLibraryOpen = m_isLibraryOnList = false;
-    ActivateMain();
+        CloseLibrary();
+    Leave(Top::PlayList, Top::Main);
 }
 
 void PlayerModel::OpenLibrary()
@@ -63,20 +63,23 @@ void PlayerModel::OpenLibrary()
     CloseLibrary();
     m_isLibraryOpen = true;
     m_isLibraryOnList = m_isPlayListOpen;
-    m_isMainActive = false;
+    m_active = Top::Library;
 }
 
 void PlayerModel::CloseLibrary()
 {
     if (!std::exchange(m_isLibraryOpen, false))
         return;
-    if (!std::exchange(m_isLibraryOnList, false))
-        ActivateMain();
+    Leave(Top::Library, std::exchange(m_isLibraryOnList, false) ? Top::PlayList : Top::Main);
 }
 
-void PlayerModel::ActivateMain()
+// The owner of a window that was active becomes active.
+void PlayerModel::Leave(Top window, Top owner)
 {
-    if (!std::exchange(m_isMainActive, true) && m_isInFront)
+    if (m_active != window)
+        return;
+    m_active = owner;
+    if (owner == Top::Main && m_isInFront)
         RegainForeground();
 }
 

@@ -115,6 +115,10 @@ void PlayerUnderTest::Take(const Step& step)
     case StepKind::Slide: SendMessageW(m_window, kSliderMovedMessage, kSeekSliderId, step.a); break;
     case StepKind::Row: TapRow(kPlayListWindowId, PlayList, step.a); break;
     case StepKind::Check: TapRow(kLibraryWindowId, CardSongList, step.a); break;
+    case StepKind::CloseLists:
+        for (const LPCWSTR title : { kLibraryTitle, kPlayListTitle })
+            SendMessageW(FindWindowW(title, nullptr), WM_CLOSE, 0, 0);
+        break;
     default:
         TakeInput(step);
         TakeSound(step);

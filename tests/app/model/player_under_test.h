@@ -12,6 +12,10 @@
 
 namespace cardsong::test {
 
+// Of the list windows; the class of each has the same name.
+constexpr LPCWSTR kPlayListTitle = TEXT("Play list");
+constexpr LPCWSTR kLibraryTitle = TEXT("Songs on the card");
+
 class PlayerUnderTest : public PlayerTest {
 public:
     // All songs lie on the card and stand in the saved play list. The player is up afterwards.

@@ -77,8 +77,8 @@ void PlayerUnderTest::SeeState(PlayerView& view) const
         view.list.push_back({ Narrow(entry.fileName), entry.playMark, entry.playedInShuffle != 0, entry.duration });
     for (const MediaFileEntry& entry : ConstSongList(CardSongList))
         view.library.push_back({ Narrow(entry.fileName), entry.isChecked != 0 });
-    view.isPlayListOpen = IsListOpen(TEXT("Play list"));
-    view.isLibraryOpen = IsListOpen(TEXT("Songs on the card"));
+    view.isPlayListOpen = IsListOpen(kPlayListTitle);
+    view.isLibraryOpen = IsListOpen(kLibraryTitle);
     view.lyricsShown = g_lyricsShown;
     view.priority = PriorityInRegistry();
     view.keptPriority = static_cast<int>(g_audioPriority);
@@ -116,7 +116,7 @@ void PlayerUnderTest::HearEngine()
 
 bool PlayerUnderTest::IsOnTop() const
 {
-    return m_isInFront && !IsListOpen(TEXT("Play list")) && !IsListOpen(TEXT("Songs on the card"));
+    return m_isInFront && !IsListOpen(kPlayListTitle) && !IsListOpen(kLibraryTitle);
 }
 
 int PlayerUnderTest::CountOpenedSongs()

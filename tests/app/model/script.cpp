@@ -33,13 +33,14 @@ struct Weight {
     int weight;
 };
 constexpr std::array kWeights{
-    Weight{ StepKind::Command, 20 }, Weight{ StepKind::Sent, 8 },     Weight{ StepKind::Key, 16 },
-    Weight{ StepKind::HeldKey, 2 },  Weight{ StepKind::Tap, 14 },     Weight{ StepKind::Slide, 3 },
-    Weight{ StepKind::Row, 4 },      Weight{ StepKind::Check, 3 },    Weight{ StepKind::Wait, 22 },
-    Weight{ StepKind::Finish, 3 },   Weight{ StepKind::EndWaits, 6 }, Weight{ StepKind::Break, 1 },
-    Weight{ StepKind::Abort, 1 },    Weight{ StepKind::Delete, 2 },   Weight{ StepKind::Restore, 3 },
-    Weight{ StepKind::Become, 2 },   Weight{ StepKind::FailInit, 1 }, Weight{ StepKind::Focus, 5 },
-    Weight{ StepKind::Activate, 1 }, Weight{ StepKind::Priority, 3 }, Weight{ StepKind::AudioState, 5 },
+    Weight{ StepKind::Command, 20 },   Weight{ StepKind::Sent, 8 },     Weight{ StepKind::Key, 16 },
+    Weight{ StepKind::HeldKey, 2 },    Weight{ StepKind::Tap, 14 },     Weight{ StepKind::Slide, 3 },
+    Weight{ StepKind::Row, 4 },        Weight{ StepKind::Check, 3 },    Weight{ StepKind::CloseLists, 2 },
+    Weight{ StepKind::Wait, 22 },      Weight{ StepKind::Finish, 3 },   Weight{ StepKind::EndWaits, 6 },
+    Weight{ StepKind::Break, 1 },      Weight{ StepKind::Abort, 1 },    Weight{ StepKind::Delete, 2 },
+    Weight{ StepKind::Restore, 3 },    Weight{ StepKind::Become, 2 },   Weight{ StepKind::FailInit, 1 },
+    Weight{ StepKind::Focus, 5 },      Weight{ StepKind::Activate, 1 }, Weight{ StepKind::Priority, 3 },
+    Weight{ StepKind::AudioState, 5 },
 };
 
 StepKind DrawKind(Numbers& numbers)

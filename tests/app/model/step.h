@@ -17,11 +17,12 @@ enum class StepKind {
     Command, // WM_COMMAND with this id and high word
     Sent,    // the same, and what is posted meanwhile waits for the next step
     Key,
-    HeldKey, // repeats once
-    Tap,     // on a TapPlace
-    Slide,   // the seek slider asks for this position
-    Row,     // the play list window tells that this row was tapped
-    Check,   // the library window tells it
+    HeldKey,    // repeats once
+    Tap,        // on a TapPlace
+    Slide,      // the seek slider asks for this position
+    Row,        // the play list window tells that this row was tapped
+    Check,      // the library window tells it
+    CloseLists, // both windows go without a command
     // What happens to it.
     Wait,     // milliseconds
     Finish,   // the song ends now

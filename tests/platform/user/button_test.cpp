@@ -563,13 +563,31 @@ TEST_F(ButtonTest, AStaticRemembersItsFontAndShowsItIfItIsAskedTo)
 
 TEST_F(ButtonTest, ASpaceBarThatIsHeldDownIsOnePress)
 {
-    const HWND button = MakeButton(0);
+    const HWND button = MakeButton(BS_OWNERDRAW);
     for (int i = 0; i < 3; ++i)
         SendMessageW(button, WM_KEYDOWN, VK_SPACE, 0);
     EXPECT_EQ(GetCapture(), button);
-    EXPECT_EQ(SendMessageW(button, BM_GETSTATE, 0, 0) & BST_PUSHED, BST_PUSHED);
+    EXPECT_EQ(m_draws, (std::vector<DrawRequest>{ { ODA_SELECT, ODS_SELECTED } }));
     SendMessageW(button, WM_KEYUP, VK_SPACE, 0);
     EXPECT_EQ(m_events.size(), 1U);
+}
+
+TEST_F(ButtonTest, LosingTheFocusWithoutAPressLeavesTheCaptureAlone)
+{
+    const HWND button = MakeButton(0);
+    SetFocus(button);
+    SetCapture(button);
+    SetFocus(m_parent);
+    EXPECT_EQ(GetCapture(), button);
+    ReleaseCapture();
+}
+
+TEST_F(ButtonTest, ANewTypeChangesNoOtherStyle)
+{
+    const HWND button = MakeButton(BS_PUSHBUTTON);
+    const LONG_PTR before = GetWindowLongPtrW(button, GWL_STYLE);
+    SendMessageW(button, BM_SETSTYLE, BS_DEFPUSHBUTTON | BS_NOTIFY, FALSE);
+    EXPECT_EQ(GetWindowLongPtrW(button, GWL_STYLE), before | BS_DEFPUSHBUTTON);
 }
 
 } // namespace

@@ -301,4 +301,33 @@ TEST_F(Controls, AControlKeepsTwoLongsOfItsOwn)
     }
 }
 
+TEST_F(Controls, ASimpleStaticIsOneLineWithEveryAmpersand)
+{
+    const auto widthOf = [this](LPCWSTR text) {
+        const HWND label = Make(u"static", SS_SIMPLE, text);
+        int last = 0;
+        const auto screen = Screen();
+        for (int y = 0; y < 20; ++y)
+            for (int x = 0; x < 40; ++x)
+                if (Of(screen, x, y) == kBlack)
+                    last = std::max(last, x);
+        DestroyWindow(label);
+        PumpMessages();
+        return last;
+    };
+    EXPECT_GT(widthOf(u"W&W"), widthOf(u"WW") + 2);
+    EXPECT_GT(widthOf(u"W\nW"), widthOf(u"W"));
+}
+
+TEST_F(Controls, OnlyTheLowWordAsksForANewFontToBeShown)
+{
+    for (const auto* const name : { u"button", u"static" }) {
+        const HWND control = Make(name, 0, u"a");
+        SendMessageW(control, WM_SETFONT, 0, MAKELPARAM(FALSE, TRUE));
+        EXPECT_FALSE(GetUpdateRect(control, nullptr, FALSE));
+        SendMessageW(control, BM_SETSTYLE, 0, MAKELPARAM(FALSE, TRUE));
+        EXPECT_FALSE(GetUpdateRect(control, nullptr, FALSE));
+    }
+}
+
 } // namespace

@@ -55,6 +55,8 @@ TEST_F(DesktopWindow, HasNoLongsAndNoThread)
     EXPECT_EQ(GetWindowLongPtrW(m_desktop, GWL_STYLE), 0);
     EXPECT_EQ(SetWindowLongPtrW(m_desktop, GWLP_USERDATA, 5), 0);
     EXPECT_EQ(GetWindowLongPtrW(m_desktop, GWLP_USERDATA), 0);
+    EXPECT_EQ(SetWindowLongPtrW(m_desktop, GWL_STYLE, 0), 0);
+    EXPECT_TRUE(IsWindowVisible(m_desktop));
     EXPECT_EQ(GetWindowThreadProcessId(m_desktop, nullptr), 0U);
 }
 

@@ -364,4 +364,31 @@ TEST_F(DialogKeys, TheDesktopIsNoDialog)
     EXPECT_FALSE(IsDialogMessageW(GetDesktopWindow(), &message));
 }
 
+TEST_F(DialogKeys, EnterWithoutADefaultButtonSendsOkThoughItsButtonIsDisabled)
+{
+    DialogBuilder builder({ WS_POPUP | WS_VISIBLE });
+    builder.Button(BS_OWNERDRAW | WS_DISABLED, IDOK).Button(BS_OWNERDRAW | WS_TABSTOP, 9);
+    Make(builder);
+    EXPECT_TRUE(Press(Item(9), VK_RETURN));
+    EXPECT_EQ(g_commands, (std::vector<Command>{ { MAKEWPARAM(IDOK, BN_CLICKED), Item(IDOK) } }));
+}
+
+INT_PTR CALLBACK ProcedureWithAnIdOnly(HWND dialog, UINT message, WPARAM wParam, LPARAM lParam)
+{
+    if (message != DM_GETDEFID)
+        return CommandProcedure(dialog, message, wParam, lParam);
+    SetWindowLongPtrW(dialog, DWLP_MSGRESULT, MAKELONG(9, 0)); // not said to be the default
+    return TRUE;
+}
+
+TEST_F(DialogKeys, AnIdThatIsNotSaidToBeTheDefaultIsNone)
+{
+    DialogBuilder builder({ WS_POPUP | WS_VISIBLE });
+    builder.Button(BS_OWNERDRAW | WS_TABSTOP, 9).Button(BS_OWNERDRAW, IDOK);
+    m_dialog = builder.Create(nullptr, ProcedureWithAnIdOnly);
+    g_commands.clear();
+    EXPECT_TRUE(Press(Item(9), VK_RETURN));
+    EXPECT_EQ(g_commands, (std::vector<Command>{ { MAKEWPARAM(IDOK, BN_CLICKED), Item(IDOK) } }));
+}
+
 } // namespace

@@ -497,4 +497,121 @@ TEST_F(DialogTest, ClosingNamesTheCancelButtonUnlessThatIsDisabled)
     EXPECT_EQ(CountSeen(WM_COMMAND), 1);
 }
 
+TEST_F(DialogTest, CreationDataOfAnySizeIsCounted)
+{
+    WNDCLASSW windowClass{};
+    windowClass.lpfnWndProc = RememberData;
+    windowClass.lpszClassName = TEXT("RememberData");
+    ASSERT_NE(RegisterClassW(&windowClass), 0);
+    DialogBuilder builder({ WS_POPUP });
+    builder.Control(TEXT("RememberData"), TEXT(""), 0, 0, 1, std::vector<WORD>(0xF9, 0x0707));
+    m_dialog = builder.Create(nullptr, RememberingProcedure);
+    ASSERT_GE(g_creationData.size(), 2U);
+    EXPECT_EQ(g_creationData[0], 0xF2);
+    EXPECT_EQ(g_creationData[1], 0x01);
+    DestroyWindow(m_dialog);
+    UnregisterClassW(TEXT("RememberData"), nullptr);
+}
+
+TEST_F(DialogTest, AVisibleDialogBecomesActive)
+{
+    TestWindow before({ .style = WS_POPUP | WS_VISIBLE, .handler = JustValidate });
+    g_initAnswer = FALSE;
+    DialogBuilder builder({ WS_POPUP | WS_VISIBLE });
+    builder.Button(WS_TABSTOP, 5);
+    m_dialog = builder.Create(nullptr, RememberingProcedure);
+    EXPECT_EQ(GetActiveWindow(), m_dialog);
+}
+
+TEST_F(DialogTest, AnOwnerDrawnDefaultButtonKeepsItsType)
+{
+    DialogBuilder builder({ WS_POPUP | WS_VISIBLE });
+    builder.Button(BS_OWNERDRAW | WS_TABSTOP, 5).Button(WS_TABSTOP, 6).Button(BS_OWNERDRAW | WS_TABSTOP, 7);
+    m_dialog = builder.Create(nullptr, RememberingProcedure);
+    const auto typeOf = [this](int id) { return GetWindowLongPtrW(GetDlgItem(m_dialog, id), GWL_STYLE) & 0xF; };
+    const auto goTo = [this](int id) {
+        SendMessageW(m_dialog, WM_NEXTDLGCTL, reinterpret_cast<WPARAM>(GetDlgItem(m_dialog, id)), TRUE);
+    };
+    SendMessageW(m_dialog, DM_SETDEFID, 5, 0);
+    goTo(6);
+    EXPECT_EQ(typeOf(6), static_cast<LONG_PTR>(BS_DEFPUSHBUTTON));
+    goTo(7);
+    EXPECT_EQ(typeOf(6), static_cast<LONG_PTR>(BS_PUSHBUTTON));
+    EXPECT_EQ(typeOf(5), static_cast<LONG_PTR>(BS_OWNERDRAW));
+    SendMessageW(m_dialog, DM_SETDEFID, 6, 0);
+    EXPECT_EQ(typeOf(5), static_cast<LONG_PTR>(BS_OWNERDRAW));
+}
+
+TEST_F(DialogTest, AButtonThatLooksTheDefaultKeepsTheLookWhenTheFocusComesAgain)
+{
+    DialogBuilder builder({ WS_POPUP | WS_VISIBLE });
+    builder.Button(WS_TABSTOP | BS_DEFPUSHBUTTON, 5).Button(WS_TABSTOP, 6);
+    m_dialog = builder.Create(nullptr, RememberingProcedure);
+    const HWND second = GetDlgItem(m_dialog, 6);
+    for (int i = 0; i < 2; ++i) {
+        SendMessageW(m_dialog, WM_NEXTDLGCTL, reinterpret_cast<WPARAM>(second), TRUE);
+        EXPECT_EQ(GetWindowLongPtrW(second, GWL_STYLE) & 0xF, static_cast<LONG_PTR>(BS_DEFPUSHBUTTON)) << i;
+    }
+}
+
+TEST_F(DialogTest, TheLookOfTheDefaultIsPaintedWhenItMoves)
+{
+    DialogBuilder builder({ WS_POPUP | WS_VISIBLE });
+    builder.Button(WS_TABSTOP | BS_DEFPUSHBUTTON, 5).Button(WS_TABSTOP, 6);
+    m_dialog = builder.Create(nullptr, RememberingProcedure);
+    PumpMessages();
+    SendMessageW(m_dialog, DM_SETDEFID, 6, 0);
+    EXPECT_TRUE(GetUpdateRect(GetDlgItem(m_dialog, 5), nullptr, FALSE));
+    EXPECT_TRUE(GetUpdateRect(GetDlgItem(m_dialog, 6), nullptr, FALSE));
+}
+
+TEST_F(DialogTest, TheFocusThatAControlHadGoesToTheNextTabStopWhenTheControlIsGone)
+{
+    DialogBuilder builder({ WS_POPUP | WS_VISIBLE });
+    builder.Button(WS_TABSTOP, 5).Button(WS_TABSTOP, 6);
+    m_dialog = builder.Create(nullptr, RememberingProcedure);
+    SetFocus(GetDlgItem(m_dialog, 6));
+    SendMessageW(m_dialog, WM_ACTIVATE, WA_INACTIVE, 0);
+    SetFocus(nullptr);
+    DestroyWindow(GetDlgItem(m_dialog, 6));
+    SendMessageW(m_dialog, WM_SETFOCUS, 0, 0);
+    EXPECT_EQ(GetFocus(), GetDlgItem(m_dialog, 5));
+}
+
+TEST_F(DialogTest, AFocusElsewhereIsNotRemembered)
+{
+    TestWindow first({ .style = WS_POPUP | WS_VISIBLE, .handler = JustValidate });
+    TestWindow second({ .style = WS_POPUP | WS_VISIBLE, .handler = JustValidate });
+    DialogBuilder builder({ WS_POPUP | WS_VISIBLE });
+    builder.Button(WS_TABSTOP, 5);
+    m_dialog = builder.Create(nullptr, RememberingProcedure);
+    SetFocus(nullptr);
+    SetActiveWindow(first);
+    SendMessageW(m_dialog, WM_ACTIVATE, WA_INACTIVE, 0);
+    SetFocus(second);
+    SendMessageW(m_dialog, WM_ACTIVATE, WA_ACTIVE, 0);
+    EXPECT_EQ(GetFocus(), static_cast<HWND>(second));
+}
+
+TEST_F(DialogTest, WithoutATabStopTheFocusOfTheDialogGoesToItsFirstControl)
+{
+    g_initAnswer = FALSE;
+    DialogBuilder builder({ WS_POPUP | WS_VISIBLE });
+    builder.Button(0, 5).Button(0, 6);
+    m_dialog = builder.Create(nullptr, RememberingProcedure);
+    SetFocus(nullptr);
+    SendMessageW(m_dialog, WM_SETFOCUS, 0, 0);
+    EXPECT_EQ(GetFocus(), GetDlgItem(m_dialog, 5));
+}
+
+TEST_F(DialogTest, FromTheDialogItselfTheControlBeforeIsTheLastTabStop)
+{
+    DialogBuilder builder({ WS_POPUP | WS_VISIBLE });
+    builder.Button(WS_TABSTOP, 5).Button(WS_TABSTOP, 6).Button(WS_TABSTOP, 7);
+    m_dialog = builder.Create(nullptr, RememberingProcedure);
+    SetFocus(nullptr);
+    SendMessageW(m_dialog, WM_NEXTDLGCTL, 1, FALSE);
+    EXPECT_EQ(GetFocus(), GetDlgItem(m_dialog, 7));
+}
+
 } // namespace

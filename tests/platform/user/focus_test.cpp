@@ -501,4 +501,35 @@ TEST(Capture, ACancelledModeReleasesItFromThatWindowOnly)
     EXPECT_EQ(GetCapture(), nullptr);
 }
 
+TEST(Focus, GivenUpByAWindowThatBecomesActiveItStaysWithNobody)
+{
+    TestWindow window(Shown());
+    TestWindow other(Shown());
+    window.Handle([](HWND own, UINT message, WPARAM wParam, LPARAM lParam) -> std::optional<LRESULT> {
+        if (message == WM_ACTIVATE && LOWORD(wParam) != WA_INACTIVE) {
+            SetFocus(nullptr);
+            return 0;
+        }
+        return JustValidate(own, message, wParam, lParam);
+    });
+    SetActiveWindow(window);
+    EXPECT_EQ(GetActiveWindow(), static_cast<HWND>(window));
+    EXPECT_EQ(GetFocus(), nullptr);
+}
+
+TEST(Focus, GivenUpInOneWindowItIsTakenByTheNextThatBecomesActive)
+{
+    TestWindow window(Shown());
+    TestWindow other(Shown());
+    window.Handle([](HWND own, UINT message, WPARAM wParam, LPARAM lParam) -> std::optional<LRESULT> {
+        if (message == WM_ACTIVATE)
+            return 0; // it does not ask for it
+        return JustValidate(own, message, wParam, lParam);
+    });
+    SetFocus(nullptr);
+    ASSERT_EQ(GetFocus(), nullptr);
+    SetActiveWindow(window);
+    EXPECT_EQ(GetFocus(), static_cast<HWND>(window));
+}
+
 } // namespace

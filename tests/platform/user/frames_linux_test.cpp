@@ -544,4 +544,16 @@ TEST_F(Frames, ErasingWhatIsInvalidIsNoDrawingThatGoesOn)
     EXPECT_EQ(Shows(5, 5), kWhite);
 }
 
+TEST_F(Frames, AWindowThatOwesItsNextPaintHoldsNothingBack)
+{
+    TestWindow window(Shown({ 0, 0, 100, 100 }, PaintWhite));
+    TestWindow other(Shown({ 200, 0, 50, 50 }, JustValidate));
+    PumpMessages();
+    ASSERT_EQ(Shows(5, 5), kWhite);
+    InvalidateRect(window, nullptr, FALSE);
+    FillWindow(other, { 0, 0, 10, 10 });
+    Sleep(0);
+    EXPECT_EQ(Shows(205, 5), kWhite);
+}
+
 } // namespace

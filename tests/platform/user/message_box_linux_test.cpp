@@ -207,6 +207,84 @@ TEST_F(MessageBoxPlan, KeepsATextThatFillsItsRoomToTheLastPixel)
     EXPECT_GT(filled, 0) << "no font has lines that fill the room";
 }
 
+TEST_F(MessageBoxPlan, CutsATextThatIsOnePixelTooHigh)
+{
+    constexpr LONG kTooHighPx = 131;
+    int seen = 0;
+    for (LONG heightPx = 90; heightPx <= 135; ++heightPx) {
+        LOGFONTW description{};
+        description.lfHeight = -heightPx;
+        const HFONT font = CreateFontIndirectW(&description);
+        if (LineHeight(font) == kTooHighPx) {
+            EXPECT_EQ(PlanMessageBox({ u"x", u"Title", false, 1 }, font).shownText, u"…");
+            ++seen;
+        }
+        DeleteObject(font);
+    }
+    EXPECT_GT(seen, 0) << "no font is that high";
+}
+
+TEST_F(MessageBoxPlan, CutsATextOfAnyLengthNoShorterThanItMust)
+{
+    for (int count = 150; count < 170; ++count) {
+        const std::u16string text = Repeat(u"没", count) + Repeat(u"i", 40);
+        const auto plan = Plan(text, 1, true);
+        ASSERT_EQ(plan.shownText.back(), u'…') << count;
+        const std::size_t kept = plan.shownText.size() - 1;
+        EXPECT_GT(HeightOf(text.substr(0, kept + 1) + u'…', plan.message), plan.message.bottom - plan.message.top)
+            << count;
+    }
+}
+
+TEST_F(MessageBoxPlan, BreaksWordsButNotWhatWrappingBreaks)
+{
+    for (const char16_t unit : { u'!', u'~', u'\x2E7F' })
+        EXPECT_NE(Plan(std::u16string(120, unit)).shownText.find(u'\n'), std::u16string::npos) << int{ unit };
+    for (const char16_t unit : { u' ', u'\x2E80', u'没' })
+        EXPECT_EQ(Plan(std::u16string(60, unit)).shownText, std::u16string(60, unit)) << int{ unit };
+}
+
+TEST_F(MessageBoxPlan, BreaksBesideEveryPairAndInNone)
+{
+    for (const std::u16string pair :
+         { u"\xD800\xDC00", u"\xD800\xDFFF", u"\xDBFF\xDC00", u"\xDBFF\xDFFF", u"\xD834\xDD1E" }) {
+        const auto shown = Plan(u"i" + Repeat(pair, 60)).shownText;
+        EXPECT_NE(shown.find(u'\n'), std::u16string::npos);
+        for (std::size_t i = 1; i < shown.size(); ++i) {
+            if (shown[i] == pair[1]) {
+                ASSERT_EQ(shown[i - 1], pair[0]) << i;
+            }
+        }
+    }
+}
+
+TEST_F(MessageBoxPlan, HasNoLineThatIsWiderThanItsRoom)
+{
+    const HDC context = CreateCompatibleDC(nullptr);
+    SelectObject(context, m_font);
+    for (const auto& text : { Repeat(u"W", 60), Repeat(u"i", 200), u"i" + Repeat(u"\xD834\xDD1E", 60) }) {
+        const auto plan = Plan(text);
+        std::u16string_view rest = plan.shownText;
+        while (!rest.empty()) {
+            const auto line = rest.substr(0, rest.find(u'\n'));
+            rest.remove_prefix(std::min(rest.size(), line.size() + 1));
+            SIZE size{};
+            GetTextExtentExPointW(context, line.data(), static_cast<int>(line.size()), 0, nullptr, nullptr, &size);
+            EXPECT_LE(size.cx, plan.message.right - plan.message.left);
+        }
+    }
+    DeleteDC(context);
+}
+
+TEST_F(MessageBoxPlan, OfAPairThatIsWiderThanALineIsCut)
+{
+    LOGFONTW description{};
+    description.lfHeight = -600;
+    const HFONT font = CreateFontIndirectW(&description);
+    EXPECT_EQ(PlanMessageBox({ Repeat(u"\xD834\xDD1E", 3), u"Title", false, 1 }, font).shownText, u"…");
+    DeleteObject(font);
+}
+
 class MessageBoxOnScreen : public testing::Test {
 protected:
     MessageBoxOnScreen()
@@ -219,11 +297,12 @@ protected:
         s_act = nullptr;
         user::ResetWindows();
     }
-    static int Ask(UINT type, std::function<void(HWND box)> act)
+    static int Ask(UINT type, std::function<void(HWND box)> act, LPCWSTR text = TEXT("Text"),
+                   LPCWSTR caption = TEXT("Title"))
     {
         s_act = std::move(act);
         const UINT_PTR timer = SetTimer(nullptr, 0, 10, Act);
-        const int answer = MessageBoxW(nullptr, TEXT("Text"), TEXT("Title"), type);
+        const int answer = MessageBoxW(nullptr, text, caption, type);
         KillTimer(nullptr, timer);
         return answer;
     }
@@ -242,7 +321,50 @@ protected:
         return pixels[static_cast<std::size_t>(y * kScreenWidthPx + x)];
     }
 
+    // The pixels of the buttons of a box without a caption, which is to be found by `caption`.
+    static std::vector<std::uint16_t> ButtonsShown(UINT type, LPCWSTR caption, std::vector<int> ids)
+    {
+        std::vector<std::uint16_t> pixels;
+        Ask(
+            type,
+            [&](HWND box) {
+                EXPECT_EQ(FindWindowW(u"#32770", caption), box);
+                for (const int id : ids) {
+                    RECT rect{};
+                    GetWindowRect(GetDlgItem(box, id), &rect);
+                    Collect(rect, pixels);
+                }
+                PostMessageW(GetFocus(), WM_KEYDOWN, VK_RETURN, 0);
+            },
+            TEXT("Text"), nullptr);
+        return pixels;
+    }
+    // The same, drawn here: the first has the focus.
+    static std::vector<std::uint16_t> ButtonsDrawn(std::vector<LPCWSTR> captions)
+    {
+        std::vector<std::uint16_t> pixels;
+        const HFONT font = user::MakeMessageFont();
+        for (std::size_t i = 0; i < captions.size(); ++i) {
+            const RECT rect{ 10, 10, 106, 50 };
+            const HDC screen = GetDC(nullptr);
+            DrawMessageBoxButton(screen, rect, captions[i],
+                                 i == 0 ? user::ButtonFace::Focused : user::ButtonFace::Normal, font);
+            ReleaseDC(nullptr, screen);
+            Collect(rect, pixels);
+        }
+        DeleteObject(font);
+        return pixels;
+    }
+
 private:
+    static void Collect(const RECT& rect, std::vector<std::uint16_t>& pixels)
+    {
+        std::vector<std::uint16_t> screen(std::size_t{ kScreenWidthPx } * kScreenHeightPx);
+        gdi::CopyScreen(screen);
+        for (LONG y = rect.top; y < rect.bottom; ++y)
+            for (LONG x = rect.left; x < rect.right; ++x)
+                pixels.push_back(screen[static_cast<std::size_t>(y * kScreenWidthPx + x)]);
+    }
     static void CALLBACK Act(HWND, UINT, UINT_PTR, DWORD) { s_act(GetActiveWindow()); }
     static inline std::function<void(HWND)> s_act;
 };
@@ -308,6 +430,66 @@ TEST_F(MessageBoxOnScreen, OfUnknownButtonsIsNotShown)
     SetLastError(ERROR_SUCCESS);
     EXPECT_EQ(MessageBoxW(nullptr, TEXT("Text"), TEXT("Title"), 0xF), 0);
     EXPECT_EQ(GetLastError(), ERROR_INVALID_PARAMETER);
+}
+
+TEST_F(MessageBoxOnScreen, ShowsASignWhateverIconIsAskedForAndNoneOtherwise)
+{
+    constexpr std::uint16_t kWarning = 0xFC64;
+    for (const UINT icon : { 0U, 0x10U, 0x20U, 0x30U, 0x40U, 0x80U }) {
+        std::uint16_t corner = 0;
+        Ask(MB_OK | icon, [&](HWND box) {
+            RECT rect{};
+            GetWindowRect(box, &rect);
+            corner = At(rect.left + 13, rect.top + 73); // the left end of the triangle's base
+            PostMessageW(GetFocus(), WM_KEYDOWN, VK_RETURN, 0);
+        });
+        EXPECT_EQ(corner == kWarning, icon != 0) << icon;
+    }
+}
+
+TEST_F(MessageBoxOnScreen, WithoutATextIsOneWithAnEmptyText)
+{
+    std::vector<std::vector<std::uint16_t>> pictures;
+    const auto keep = [&](HWND) {
+        pictures.emplace_back(std::size_t{ kScreenWidthPx } * kScreenHeightPx);
+        gdi::CopyScreen(pictures.back());
+        PostMessageW(GetFocus(), WM_KEYDOWN, VK_RETURN, 0);
+    };
+    for (const auto* const text : { static_cast<LPCWSTR>(nullptr), LPCWSTR{ u"" }, LPCWSTR{ u"x" } })
+        Ask(MB_OK, keep, text);
+    ASSERT_GE(pictures.size(), 3U);
+    EXPECT_TRUE(pictures[0] == pictures[1]);
+    EXPECT_FALSE(pictures[0] == pictures[2]);
+}
+
+TEST_F(MessageBoxOnScreen, TheExitKeyThatGoesUpEndsNothing)
+{
+    bool isPosted = false;
+    EXPECT_EQ(Ask(MB_YESNO,
+                  [&](HWND) {
+                      PostMessageW(GetFocus(), isPosted ? WM_KEYDOWN : WM_KEYUP, isPosted ? VK_RETURN : VK_F24, 0);
+                      isPosted = true;
+                  }),
+              IDYES);
+}
+
+TEST_F(MessageBoxOnScreen, SpeaksTheLanguageOfTheUserInterface)
+{
+    struct Case {
+        LANGID language;
+        LPCWSTR error;
+        LPCWSTR words[4]; // OK, Cancel, Yes, No
+    };
+    const LANGID before = GetUserDefaultUILanguage();
+    const test::ScratchDevice device;
+    for (const auto& [language, error, words] : { Case{ 0x0409, u"Error", { u"OK", u"Cancel", u"Yes", u"No" } },
+                                                  Case{ 0x0804, u"错误", { u"确定", u"取消", u"是", u"否" } },
+                                                  Case{ 0x0404, u"錯誤", { u"確定", u"取消", u"是", u"否" } } }) {
+        SetUserDefaultUILanguage(language);
+        EXPECT_EQ(ButtonsShown(MB_OKCANCEL, error, { IDOK, IDCANCEL }), ButtonsDrawn({ words[0], words[1] }));
+        EXPECT_EQ(ButtonsShown(MB_YESNO, error, { IDYES, IDNO }), ButtonsDrawn({ words[2], words[3] }));
+    }
+    SetUserDefaultUILanguage(before);
 }
 
 } // namespace

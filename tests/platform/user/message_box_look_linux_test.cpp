@@ -3,6 +3,7 @@
 #include "platform/linux/user/input.h"
 #include "platform/linux/user/message_box_look.h"
 #include "platform/screen_size.h"
+#include "tests/platform/scratch_device.h"
 
 #include <gtest/gtest.h>
 
@@ -198,6 +199,53 @@ TEST_F(MessageBoxLook, TheCaptionOfAButtonIsWhiteInItsMiddleAndShowsAnAmpersand)
         DrawTextW(context, u"A & B", -1, &inner, DT_SINGLELINE | DT_CENTER | DT_VCENTER | DT_NOPREFIX);
     });
     EXPECT_TRUE(drawn == Picture());
+}
+
+TEST_F(MessageBoxLook, ALongCaptionFillsTheBandToItsMargin)
+{
+    for (std::size_t thin = 0; thin < 30; ++thin) { // so that it is cut at many a place
+        const std::u16string caption = std::u16string(thin, u'i') + std::u16string(200, u'W');
+        const auto plan = PlanMessageBox({ u"", caption, false, 1 }, m_font);
+        Draw([&](HDC context) { DrawMessageBox(context, plan, caption, m_font); });
+        const auto drawn = Picture();
+        Draw([&](HDC context) {
+            DrawMessageBox(context, plan, u"", m_font);
+            SelectObject(context, m_font);
+            SetBkMode(context, TRANSPARENT);
+            SetTextColor(context, RGB(0x08, 0x14, 0x21));
+            RECT title{ 12, 0, 284, 26 };
+            DrawTextW(context, caption.c_str(), -1, &title,
+                      DT_SINGLELINE | DT_VCENTER | DT_NOPREFIX | DT_WORD_ELLIPSIS);
+        });
+        EXPECT_TRUE(drawn == Picture()) << thin;
+    }
+}
+
+TEST_F(MessageBoxLook, ItsFontIsFifteenPixelsHighAndBoldExceptInChinese)
+{
+    const test::ScratchDevice device;
+    const auto pictureOf = [this](HFONT font) {
+        Draw([font](HDC context) {
+            gdi::ClearScreen();
+            SelectObject(context, font);
+            RECT place{ 0, 0, 320, 240 };
+            DrawTextW(context, u"Hamburg 没有", -1, &place, DT_SINGLELINE);
+            SelectObject(context, GetStockObject(SYSTEM_FONT));
+        });
+        DeleteObject(font);
+        return Picture();
+    };
+    for (const auto& [language, weight] :
+         { std::pair{ 0x0409, 700 }, std::pair{ 0x0804, 400 }, std::pair{ 0x0404, 400 }, std::pair{ 0x0407, 700 } }) {
+        SetUserDefaultUILanguage(static_cast<LANGID>(language));
+        LOGFONTW description{};
+        description.lfHeight = -15;
+        description.lfWeight = weight;
+        const auto made = pictureOf(user::MakeMessageFont());
+        EXPECT_TRUE(made == pictureOf(CreateFontIndirectW(&description))) << language;
+        description.lfWeight = 1100 - weight;
+        EXPECT_FALSE(made == pictureOf(CreateFontIndirectW(&description))) << language;
+    }
 }
 
 } // namespace

@@ -234,4 +234,30 @@ TEST_F(MessageBoxes, StandOneAboveTheOther)
     EXPECT_EQ(outer, IDCANCEL);
 }
 
+TEST_F(MessageBoxes, ADefaultButtonThatThereIsNotIsTheFirst)
+{
+    if (cardsong::test::IsWine())
+        GTEST_SKIP() << "Wine chooses none then";
+    constexpr UINT kThird = 0x200;
+    constexpr UINT kFourth = 0x300;
+    EXPECT_EQ(AnswerByKeys(Owner(), MB_OK | MB_DEFBUTTON2, { VK_RETURN }), IDOK);
+    EXPECT_EQ(AnswerByKeys(Owner(), MB_YESNO | kThird, { VK_RETURN }), IDYES);
+    EXPECT_EQ(AnswerByKeys(Owner(), MB_YESNO | kFourth, { VK_RETURN }), IDYES);
+}
+
+TEST_F(MessageBoxes, LetTheThreadsOtherWindowsHearCharacters)
+{
+    bool isPosted = false;
+    m_owner->Forget();
+    Ask(Owner(), MB_OK, [&](HWND box) {
+        if (!isPosted)
+            PostMessageW(Owner(), WM_KEYDOWN, VK_SPACE, 0x00390001);
+        else
+            Press(box, VK_RETURN);
+        isPosted = true;
+    });
+    EXPECT_EQ(m_owner->Count(WM_KEYDOWN), 1);
+    EXPECT_EQ(m_owner->Count(WM_CHAR), 1);
+}
+
 } // namespace

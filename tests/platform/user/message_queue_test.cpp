@@ -530,6 +530,19 @@ TEST(MessageQueue, AKeyThatIsNoneIsUp)
 {
     EXPECT_EQ(GetKeyState(-1), 0);
     EXPECT_EQ(GetKeyState(256), 0);
+    EXPECT_EQ(GetKeyState(0x7FFFFFFF), 0);
+}
+
+TEST(MessageQueue, QuitWaitsForPostedMessagesThatTheFilterLeaves)
+{
+    TestWindow window;
+    PumpMessages();
+    PostMessageW(window, WM_USER, 0, 0);
+    PostQuitMessage(1);
+    MSG message{};
+    EXPECT_FALSE(PeekMessageW(&message, nullptr, WM_USER + 5, WM_USER + 6, PM_REMOVE));
+    EXPECT_EQ(Take().message, static_cast<UINT>(WM_USER));
+    EXPECT_EQ(Take().message, static_cast<UINT>(WM_QUIT));
 }
 
 } // namespace

@@ -3,6 +3,8 @@
 
 #include <gtest/gtest.h>
 
+#include <cstring>
+
 namespace {
 
 WindowOptions Shown(DWORD style = 0)
@@ -599,7 +601,8 @@ TEST(Paint, APaintTellsWhetherTheBackgroundIsStillToBeErased)
             return erased;
         if (message != WM_PAINT)
             return std::nullopt;
-        PAINTSTRUCT paint{};
+        PAINTSTRUCT paint;
+        std::memset(&paint, 0xFF, sizeof paint); // what stands there before does not count
         BeginPaint(own, &paint);
         told.push_back(paint.fErase);
         EndPaint(own, &paint);
@@ -615,6 +618,17 @@ TEST(Paint, APaintTellsWhetherTheBackgroundIsStillToBeErased)
     InvalidateRect(window, nullptr, FALSE);
     UpdateWindow(window);
     EXPECT_EQ(told, (std::vector<BOOL>{ TRUE, FALSE, FALSE }));
+}
+
+TEST(Paint, WithoutARecordNothingIsBegunOrEnded)
+{
+    if (cardsong::test::IsWine())
+        GTEST_SKIP() << "Wine tells no error";
+    TestWindow window(Shown());
+    SetLastError(0);
+    EXPECT_EQ(BeginPaint(window, nullptr), nullptr);
+    EXPECT_EQ(GetLastError(), static_cast<DWORD>(ERROR_INVALID_PARAMETER));
+    EXPECT_EQ(EndPaint(window, nullptr), FALSE);
 }
 
 } // namespace

@@ -219,4 +219,15 @@ TEST(Showing, AChildIsAskedForNeitherActivationNorAnotherPlaceAmongItsSiblings)
     EXPECT_EQ(flags, kStays | SWP_HIDEWINDOW);
 }
 
+TEST(Showing, AWindowThatIsShownAlreadyIsRaisedByShowingItWithoutActivation)
+{
+    TestWindow below(Shown());
+    TestWindow above(Shown());
+    EXPECT_TRUE(ShowWindow(below, SW_SHOW));
+    EXPECT_EQ(GetWindow(above, GW_HWNDNEXT), static_cast<HWND>(below));
+    EXPECT_TRUE(ShowWindow(below, SW_SHOWNA));
+    EXPECT_EQ(GetWindow(below, GW_HWNDNEXT), static_cast<HWND>(above));
+    EXPECT_EQ(GetActiveWindow(), static_cast<HWND>(above));
+}
+
 } // namespace

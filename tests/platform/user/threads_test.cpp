@@ -224,4 +224,31 @@ TEST(Threads, AMessageIsDispatchedByTheThreadOfItsWindowOnly)
     EXPECT_EQ(calls, 0);
 }
 
+// The end of the other thread is seen by a third one only if its message waited there.
+TEST(Threads, AMessageThatWaitsAtAThreadThatEndsIsAnsweredWithZero)
+{
+    std::promise<HWND> made;
+    auto window = made.get_future();
+    std::promise<void> leave;
+    std::thread thread([&] {
+        made.set_value(
+            CreateWindowExW(0, TEXT("static"), nullptr, WS_POPUP, 0, 0, 1, 1, nullptr, nullptr, nullptr, nullptr));
+        leave.get_future().wait();
+    });
+    const HWND target = window.get();
+    // This thread's window is asked while it waits for an answer itself: by then its own message waits at the other.
+    TestWindow mine;
+    mine.Handle([&](HWND, UINT message, WPARAM, LPARAM) -> std::optional<LRESULT> {
+        if (message == kAskBack)
+            leave.set_value();
+        return std::nullopt;
+    });
+    const HWND asked = mine;
+    std::thread asker([asked] { SendMessageW(asked, kAskBack, 0, 0); });
+    EXPECT_EQ(SendMessageW(target, kAsk, 0, 0), 0);
+    thread.join();
+    asker.join();
+    EXPECT_FALSE(IsWindow(target));
+}
+
 } // namespace

@@ -478,4 +478,14 @@ TEST_F(VisibleRegionTest, AnExtendedStyleThatIsWrittenCountsAtOnce)
     EXPECT_EQ(Pixel(15, 15), kWhite);
 }
 
+TEST_F(VisibleRegionTest, AContextThatWasReleasedDrawsNothing)
+{
+    TestWindow window(Shown({ 0, 0, 50, 50 }));
+    const HDC context = GetDC(window);
+    EXPECT_EQ(ReleaseDC(window, context), 1);
+    const RECT everything{ 0, 0, 50, 50 };
+    FillRect(context, &everything, static_cast<HBRUSH>(GetStockObject(WHITE_BRUSH)));
+    EXPECT_EQ(Pixel(5, 5), kBlack);
+}
+
 } // namespace

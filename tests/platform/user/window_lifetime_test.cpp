@@ -269,8 +269,10 @@ TEST(WindowLifetime, WhyAWindowWasNotMadeIsTold)
         dead = window;
     }
     EXPECT_EQ(make(TEXT("NoSuchClassAtAll"), WS_POPUP, nullptr), nullptr);
-    EXPECT_EQ(GetLastError(), static_cast<DWORD>(ERROR_CANNOT_FIND_WND_CLASS));
-    for (const DWORD style : { WS_POPUP, WS_CHILD }) {
+    if (!cardsong::test::IsWine()) { // Wine says that the class does not exist
+        EXPECT_EQ(GetLastError(), static_cast<DWORD>(ERROR_CANNOT_FIND_WND_CLASS));
+    }
+    for (const auto style : { DWORD{ WS_POPUP }, DWORD{ WS_CHILD } }) {
         EXPECT_EQ(make(TEXT("static"), style, dead), nullptr);
         EXPECT_EQ(GetLastError(), static_cast<DWORD>(ERROR_INVALID_WINDOW_HANDLE)) << style;
     }

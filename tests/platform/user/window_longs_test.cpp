@@ -137,4 +137,13 @@ TEST(WindowLongs, ADeadWindowHasNone)
     EXPECT_EQ(GetLastError(), static_cast<DWORD>(ERROR_INVALID_WINDOW_HANDLE));
 }
 
+TEST(WindowLongs, AChildHasNoOwnerWhateverIsWritten)
+{
+    TestWindow parent;
+    TestWindow child(ChildOf(parent));
+    SetWindowLongPtrW(child, GWLP_HWNDPARENT, Value(parent));
+    EXPECT_EQ(GetWindow(child, GW_OWNER), nullptr);
+    EXPECT_EQ(GetWindowLongPtrW(child, GWLP_HWNDPARENT), Value(parent));
+}
+
 } // namespace

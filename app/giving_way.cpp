@@ -40,12 +40,15 @@ DWORD ProcessOf(HWND window)
     return process;
 }
 
-// Whether `other`, which comes to the front in place of `window`, belongs to the player. Of a window on another thread
-// the system may tell nothing.
 bool IsOwnWindow(HWND window, HWND other)
 {
-    const HWND front = other != nullptr ? other : GetForegroundWindow();
-    return front != nullptr && ProcessOf(front) == ProcessOf(window);
+    return other != nullptr && ProcessOf(other) == ProcessOf(window);
+}
+
+// Of a window on another thread that comes to the front the system may tell nothing.
+bool GoesToOwnWindow(HWND window, HWND other)
+{
+    return IsOwnWindow(window, other != nullptr ? other : GetForegroundWindow());
 }
 
 void LoseForeground(HWND window)
@@ -67,9 +70,10 @@ void RegainForeground(HWND window)
 
 void TakeActivation(HWND window, WPARAM wParam, LPARAM other)
 {
-    if (LOWORD(wParam) == WA_ACTIVE)
+    const auto otherWindow = reinterpret_cast<HWND>(other);
+    if (LOWORD(wParam) == WA_ACTIVE && !IsOwnWindow(window, otherWindow))
         RegainForeground(window);
-    else if (LOWORD(wParam) == WA_INACTIVE && !IsOwnWindow(window, reinterpret_cast<HWND>(other)))
+    else if (LOWORD(wParam) == WA_INACTIVE && !GoesToOwnWindow(window, otherWindow))
         LoseForeground(window);
 }
 

@@ -199,6 +199,19 @@ TEST_F(GivingWay, AWindowOfThePlayersOwnIsNoLossOfTheForeground)
     EXPECT_EQ(g_isPlaying, 1);
 }
 
+TEST_F(GivingWay, AnOwnWindowThatGoesWakesNoPlayerThatAnotherSoundPaused)
+{
+    const HWND own = CreateWindowExW(0, TEXT("static"), TEXT("own"), WS_POPUP | WS_VISIBLE, 0, 0, 320, 240, m_window,
+                                     nullptr, g_hInstance, nullptr);
+    SetActiveWindow(own);
+    TellState(2);
+    DestroyWindow(own);
+    Pump();
+    EXPECT_EQ(GetActiveWindow(), m_window);
+    EXPECT_EQ(g_isPlaying, 0);
+    EXPECT_TRUE(IsInterrupted());
+}
+
 TEST_F(GivingWay, APlayerThatGoesOnByItselfHasTheFocusAsBefore)
 {
     LeaveForeground();

@@ -73,14 +73,12 @@ void PlayerModel::CloseLibrary()
     Leave(Top::Library, std::exchange(m_isLibraryOnList, false) ? Top::PlayList : Top::Main);
 }
 
-// The owner of a window that was active becomes active.
+// The owner of a window that was active becomes active. To the player its own windows are no other program, neither
+// when they come nor when they go.
 void PlayerModel::Leave(Top window, Top owner)
 {
-    if (m_active != window)
-        return;
-    m_active = owner;
-    if (owner == Top::Main && m_isInFront)
-        RegainForeground();
+    if (m_active == window)
+        m_active = owner;
 }
 
 // ---- the lists ----

@@ -606,6 +606,8 @@ TEST_F(DialogTest, WithoutATabStopTheFocusOfTheDialogGoesToItsFirstControl)
 
 TEST_F(DialogTest, FromTheDialogItselfTheControlBeforeIsTheLastTabStop)
 {
+    if (cardsong::test::IsWine())
+        GTEST_SKIP() << "Wine goes nowhere without a focus";
     DialogBuilder builder({ WS_POPUP | WS_VISIBLE });
     builder.Button(WS_TABSTOP, 5).Button(WS_TABSTOP, 6).Button(WS_TABSTOP, 7);
     m_dialog = builder.Create(nullptr, RememberingProcedure);

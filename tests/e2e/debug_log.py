@@ -4,11 +4,13 @@
 debug_log.py PROGRAM     exit status 0, or 1 with a line that says what was logged instead
 """
 
+import os
 import pathlib
 import subprocess
 import sys
 import tempfile
 
+from bus import Bus
 from ear import Failure
 
 KEY = "[HKEY_LOCAL_MACHINE\\TAVO\\TAVO_BACKDOOR]\nActivate=dword:0000000"
@@ -31,6 +33,15 @@ def expect(what, met):
 
 
 def main():
+    bus = Bus()  # a player without one says so, maybe before its first words in the log
+    os.environ["DBUS_SESSION_BUS_ADDRESS"] = bus.address
+    try:
+        look_at_the_log()
+    finally:
+        bus.end()
+
+
+def look_at_the_log():
     program = pathlib.Path(sys.argv[1]).resolve()
     with tempfile.TemporaryDirectory(prefix="cardsong-log-") as folder:
         root = pathlib.Path(folder)

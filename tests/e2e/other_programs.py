@@ -21,6 +21,7 @@ NAMES = ("a.mp3", "b.mp3", "c.mp3")
 SONG_REPEATS = 40  # long enough to outlast each run
 PAIRS = 50
 PATIENCE_S = 30
+ALONE = "cardsong: no message bus: other programs cannot reach this one\n"
 
 
 class Stage:
@@ -98,9 +99,9 @@ def expect_end(process, complaint=""):
         raise Failure(f"the program ended with {process.returncode}: {errors!r}")
 
 
-def end(process):
+def end(process, complaint=""):
     process.send_signal(signal.SIGTERM)
-    expect_end(process)
+    expect_end(process, complaint)
 
 
 def expect(what, found, expected):
@@ -227,7 +228,7 @@ def without_a_bus_the_player_is_alone(stage):
     expect("a command", stage.ask("next", bus=False), (1, "", "cardsongctl: the player cannot be reached: no message bus\n"))
     expect_end(stage.start(bus=False),
                f"cardsong: a player for {stage.root}/device runs, and could not be called: no message bus\n")
-    end(first)
+    end(first, ALONE)
 
 
 def a_bus_that_dies_is_no_loss(stage):
@@ -237,7 +238,7 @@ def a_bus_that_dies_is_no_loss(stage):
     expect("a command", stage.ask("next")[0], 1)
     if player.poll() is not None:
         raise Failure("the player ended with its bus")
-    end(player)
+    end(player, ALONE)
 
 
 def a_bus_that_hangs_holds_nobody(stage):

@@ -1,7 +1,7 @@
 #include "platform/linux/bus/device_neighbours.h"
 
+#include "platform/console_notice.h"
 #include "platform/linux/bus/message_budget.h"
-#include "platform/linux/ce/kernel.h"
 #include "platform/linux/kernel/clock.h"
 #include "platform/linux/kernel/host_files.h"
 #include "platform/linux/kernel/unicode.h"
@@ -24,7 +24,7 @@ private:
 
 void TellThatTheProgramIsAlone()
 {
-    NKDbgPrintfW(u"No message bus: other programs cannot reach this one\n");
+    kernel::TellOnce("no message bus: other programs cannot reach this one");
 }
 
 } // namespace
@@ -50,7 +50,7 @@ void DeviceNeighbours::Join(const std::string& busAddress)
     auto inbox = std::make_shared<Inbox>();
     m_bus.emplace(device.empty() ? std::string() : busAddress, device,
                   SessionBus::Callbacks{ [inbox](const user::CrossingMessage& message) { inbox->Take(message); },
-                                         TellThatTheProgramIsAlone });
+                                         m_claim == ClaimResult::Others ? [] {} : TellThatTheProgramIsAlone });
 }
 
 bool DeviceNeighbours::Flush(std::chrono::milliseconds limit)

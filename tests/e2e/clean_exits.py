@@ -44,6 +44,7 @@ def main():
     program = pathlib.Path(sys.argv[1]).resolve()
     count = int(sys.argv[2]) if len(sys.argv) > 2 else COUNT
     with Stage() as stage:
+        stage.start_bus()
         make_tones(stage.root / "card/tone.mp3", [(440, 30)])
         slow_down(stage)
         move_the_mouse(stage)

@@ -15,13 +15,6 @@ from stage import Stage, Window
 PATIENCE_S = 30
 
 
-def start_bus(stage):
-    bus = stage.start(["dbus-daemon", "--session", "--nofork", "--print-address"], stdout=subprocess.PIPE,
-                      stderr=subprocess.DEVNULL, text=True)
-    stage.environment["DBUS_SESSION_BUS_ADDRESS"] = bus.stdout.readline().strip()
-    bus.stdout.close()
-
-
 def cover(stage, program):
     """A player of another device, in another skin: it stands for any program with a window in the same place."""
     stage.start([program, "--device", stage.root / "other", "--card", stage.root / "card", "--scale", "1", "--language", "en",
@@ -40,7 +33,7 @@ def settled_picture(window):
 def main():
     program = pathlib.Path(sys.argv[1]).resolve()
     with Stage() as stage:
-        start_bus(stage)
+        stage.start_bus()
         window = Window(stage, stage.start_player(program, "--audio-sink", "null"))
         own = settled_picture(window).tobytes()
         cover(stage, program)

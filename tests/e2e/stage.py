@@ -104,6 +104,13 @@ class Stage:
         if server.poll() is not None:
             raise Failure(f"the sound server ended with status {server.returncode}")
 
+    def start_bus(self):
+        """A message bus; without one the player says that it is alone."""
+        bus = self.start(["dbus-daemon", "--session", "--nofork", "--print-address"], stdout=subprocess.PIPE,
+                         stderr=subprocess.DEVNULL, text=True)
+        self.environment["DBUS_SESSION_BUS_ADDRESS"] = bus.stdout.readline().strip()
+        bus.stdout.close()
+
     def listen(self):
         ear = Ear(self.environment)
         self.processes.append(ear.recorder)

@@ -1,4 +1,4 @@
-// Messages between programs as D-Bus signals (D-Bus Specification 0.41): see docs/device-bus.md. What comes from the
+// Messages between programs as D-Bus signals (D-Bus 0.41, freedesktop.org): see docs/device-bus.md. What comes from the
 // bus may be anything.
 #pragma once
 

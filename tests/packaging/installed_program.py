@@ -96,16 +96,16 @@ class Desktop(unittest.TestCase):
         entry = PREFIX / "share/applications/cardsong.desktop"
         self.assertEqual(run("desktop-file-validate", entry), "")
         lines = dict(line.split("=", 1) for line in entry.read_text().splitlines() if "=" in line)
-        program, *options = lines["Exec"].split()
+        program, *options, _ = lines["Exec"].split()
         self.assertTrue((PREFIX / "bin" / program).exists())
         self.assertTrue((PREFIX / "bin" / lines["TryExec"]).exists())
         run(PREFIX / "bin" / program, *options, "--version")
         self.assertIn(f"share/icons/hicolor/scalable/apps/{lines['Icon']}.svg", files_below(PREFIX))
 
-    def test_entry_claims_no_files_since_the_player_opens_none(self):
-        entry = (PREFIX / "share/applications/cardsong.desktop").read_text()
-        self.assertNotIn("MimeType", entry)
-        self.assertNotIn("%", entry)
+    def test_entry_claims_the_songs_that_the_player_opens(self):
+        lines = (PREFIX / "share/applications/cardsong.desktop").read_text().splitlines()
+        self.assertIn("MimeType=audio/mpeg;audio/x-ms-wma;", lines)
+        self.assertIn("Exec=cardsong --fill %F", lines)
 
     def test_metainfo_is_valid(self):
         told = run("appstreamcli", "validate", "--no-net", "--no-color",
@@ -207,6 +207,7 @@ class Completion(unittest.TestCase):
         self.assertEqual(complete("cardsong", "--device", "=", "./pre"), ["./prefix"])
         self.assertEqual(complete("cardsong", "--card", "a"), [])
         self.assertEqual(complete("cardsong", "--screenshot", "=", "a"), ["a file"])
+        self.assertEqual(complete("cardsong", "--headless", "a"), ["a file"])
         self.assertEqual(complete("cardsong", "--skin", ""), ["amber"])
         self.assertEqual(complete("cardsong", "--audio-sink", "n"), ["null"])
         self.assertEqual(complete("cardsong", "--scale", ""), [])

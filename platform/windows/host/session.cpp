@@ -68,6 +68,8 @@ bool AsksForTurn(const Options& options)
 
 int RunSession(const Options& options)
 {
+    if (!options.songs.empty())
+        return Complain(options.songs.front() + ": not an option; name a folder with --card", kBadOption);
     if (AsksForTurn(options))
         return Complain("--rotate: turn the screen itself, in the display settings of Windows", kBadOption);
     auto script = ParseInputScript(options.keyScript, ProgramDesktopKeys().commands);

@@ -62,6 +62,8 @@ screen::ScreenOptions ScreenFor(const Options& options)
 
 int RunSession(const Options& options)
 {
+    if (options.examine)
+        return Complain("--doctor: looks at Linux machines only", kBadOption);
     auto script = ParseInputScript(options.keyScript, ProgramDesktopKeys().commands);
     if (const auto* const error = std::get_if<ScriptError>(&script))
         return Complain("--keys: " + error->message, kBadOption);

@@ -162,7 +162,7 @@ class ManualPages(unittest.TestCase):
         self.assertEqual(re.findall(r"^ {7}([a-z-]+)", page, re.MULTILINE), commands())
 
     def test_name_exactly_the_exit_statuses_of_the_player(self):
-        told = run(PREFIX / "bin/cardsong", "--help").partition("Exit status: ")[2].replace("\n", " ")
+        told = run(PREFIX / "bin/cardsong", "--help").partition("Exit status: ")[2].partition("\n--")[0].replace("\n", " ")
         page = section(page_text("cardsong.1"), "EXIT STATUS")
         self.assertEqual(re.findall(r"^ {7}(\d+)", page, re.MULTILINE), re.findall(r"\b(\d+) [a-z]", told))
 

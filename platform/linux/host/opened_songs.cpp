@@ -4,13 +4,12 @@
 #include "platform/device_visit.h"
 #include "platform/linux/bus/class_lock.h"
 #include "platform/linux/ce/messages.h"
+#include "platform/linux/host/child_question.h"
 
 #include <chrono>
 #include <cstdio>
 #include <filesystem>
-#include <sys/wait.h>
 #include <thread>
-#include <unistd.h>
 
 namespace cardsong::host {
 namespace {
@@ -19,6 +18,7 @@ using Path = std::filesystem::path;
 
 constexpr const char* kOpenedFolder = "Opened";
 constexpr const char* kRegistryFile = "registry.ini";
+constexpr std::chrono::milliseconds kVisitLimit{ 2000 };
 constexpr std::chrono::milliseconds kEndLimit{ 3000 };
 constexpr std::chrono::milliseconds kLook{ 5 };
 
@@ -30,16 +30,13 @@ bool IsPlayerThere(const Path& device)
 // In a process of its own, since the visit starts threads.
 void GiveExitCommandIn(const Path& device)
 {
-    const pid_t child = fork();
-    if (child == 0) {
-        DeviceVisit visit(device.string());
+    const auto visit = [&device] {
+        DeviceVisit asVisitor(device.string());
         const DesktopKeys program = ProgramDesktopKeys();
         PostMessageW(FindWindowW(program.mainWindowClass, nullptr), WM_COMMAND, program.exitCommand, 0);
-        static_cast<void>(visit.FinishPosting()); // whether it was heard shows at the lock
-        _exit(0);
-    }
-    if (child > 0)
-        waitpid(child, nullptr, 0);
+        return std::string(asVisitor.FinishPosting() ? "posted" : "no bus");
+    };
+    static_cast<void>(ChildQuestion(visit, kVisitLimit).Await()); // whether it was heard shows at the lock
 }
 
 // False when it is there after all.

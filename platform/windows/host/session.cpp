@@ -68,6 +68,8 @@ bool AsksForTurn(const Options& options)
 
 int RunSession(const Options& options)
 {
+    if (options.examine)
+        return Complain("--doctor: looks at Linux machines only", kBadOption);
     if (!options.songs.empty())
         return Complain(options.songs.front() + ": not an option; name a folder with --card", kBadOption);
     if (AsksForTurn(options))

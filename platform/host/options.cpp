@@ -12,6 +12,7 @@ namespace cardsong::host {
 namespace {
 
 constexpr int kLargestScale = 16;
+constexpr Turn kNoTurn = static_cast<Turn>(-1);
 constexpr double kLongestRunSeconds = 7 * 24 * 3600.0;
 
 template <auto Field>
@@ -31,14 +32,27 @@ void TakeLanguage(const char* value, Options& options)
     options.language = LanguageFromTag(value);
 }
 
-// Values that are not numbers become ones that mean nothing.
+std::optional<int> WholeNumber(std::string_view text)
+{
+    int number = 0;
+    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
+    return error == std::errc() && end == text.data() + text.size() ? std::optional(number) : std::nullopt;
+}
+
+// Values without a meaning become ones that no field has otherwise.
 void TakeScale(const char* value, Options& options)
 {
-    const std::string_view text = value;
-    int scale = 0;
-    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), scale);
-    const bool isWhole = error == std::errc() && end == text.data() + text.size();
-    options.scale = isWhole && scale >= 1 && scale <= kLargestScale ? scale : -1;
+    const auto scale = WholeNumber(value);
+    options.scale = scale && *scale >= 1 && *scale <= kLargestScale ? *scale : -1;
+}
+
+void TakeTurn(const char* value, Options& options)
+{
+    options.turn = kNoTurn;
+    for (const Turn turn : { Turn::None, Turn::Quarter, Turn::Half, Turn::ThreeQuarters }) {
+        if (WholeNumber(value) == static_cast<int>(turn))
+            options.turn = turn;
+    }
 }
 
 void TakeSeconds(const char* value, Options& options)
@@ -56,6 +70,11 @@ bool IsLanguage(const Options& options)
 bool IsScale(const Options& options)
 {
     return options.scale >= 0;
+}
+
+bool IsTurn(const Options& options)
+{
+    return options.turn != kNoTurn;
 }
 
 bool IsTime(const Options& options)
@@ -90,6 +109,12 @@ constexpr OptionRow kRows[] = {
       .hasMeaning = IsScale,
       .complaint = "not a whole number from 1 to 16" },
     { .name = "fullscreen", .help = "Fill the screen", .store = Raise<&Options::fullScreen> },
+    { .name = "rotate",
+      .argument = "DEGREES",
+      .help = "Turn picture and touch clockwise by 90, 180 or 270 degrees, for a panel that stands so",
+      .store = TakeTurn,
+      .hasMeaning = IsTurn,
+      .complaint = "not one of 0, 90, 180, 270" },
     { .name = "headless", .help = "Run without any display", .store = Raise<&Options::headless> },
     { .name = "run-for",
       .argument = "SECONDS",

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "platform/ce.h"
+#include "platform/host/viewport.h"
 
 #include <optional>
 #include <span>
@@ -18,6 +19,7 @@ struct Options {
     std::string skin; // its name; empty: the installed one
     int scale = 0;    // 0: as large as fits the desktop comfortably
     bool fullScreen = false;
+    std::optional<Turn> turn; // nothing: as the screen needs
     bool headless = false;
     double runForSeconds = 0; // 0: until the user ends it
     std::string keyScript;

@@ -3,9 +3,11 @@
 #pragma once
 
 #include "platform/desktop_keys.h"
+#include "platform/host/viewport.h"
 
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <string>
 
 namespace cardsong::display {
@@ -14,6 +16,7 @@ struct DisplayOptions {
     int scale = 0; // size of one of the screen's pixels; 0: as fits the desktop comfortably
     bool fullScreen = false;
     DesktopKeys keys = {};
+    std::optional<host::Turn> turn = {}; // nothing: as the screen needs
 };
 
 class Display {

@@ -54,6 +54,11 @@ const Sample kSamples[] = {
       { "0", "17", "-3", "2x", "x", "", "+2", "99999999999" },
       "--scale: not a whole number from 1 to 16" },
     { "fullscreen", nullptr, [](Options& options) { options.fullScreen = true; }, {}, "" },
+    { "rotate",
+      "270",
+      [](Options& options) { options.turn = Turn::ThreeQuarters; },
+      { "1", "45", "-90", "360", "90x", "left", "", "+90", "99999999999" },
+      "--rotate: not one of 0, 90, 180, 270" },
     { "headless", nullptr, [](Options& options) { options.headless = true; }, {}, "" },
     { "run-for",
       "2.5",
@@ -139,6 +144,14 @@ TEST(Options, TheLastValueOfAnOptionCounts)
     EXPECT_EQ(Read({ "--scale", "0", "--scale", "3" }).scale, 3);
 }
 
+TEST(Options, NoTurnAtAllIsAWishToo)
+{
+    EXPECT_EQ(Read({ "--rotate", "0" }).turn, Turn::None);
+    EXPECT_EQ(Read({ "--rotate", "90" }).turn, Turn::Quarter);
+    EXPECT_EQ(Read({ "--rotate", "180" }).turn, Turn::Half);
+    EXPECT_EQ(Read({}).turn, std::nullopt);
+}
+
 TEST(Options, WhatIsNotSaidStaysAsItWas)
 {
     EXPECT_EQ(Read({}), Defaults());
@@ -196,6 +209,7 @@ Plays the songs of a memory card.
   --skin=NAME          Wear another skin, for instance amber
   --scale=N            Show each pixel N times as large
   --fullscreen         Fill the screen
+  --rotate=DEGREES     Turn picture and touch clockwise by 90, 180 or 270 degrees, for a panel that stands so
   --headless           Run without any display
   --run-for=SECONDS    Exit after so many seconds
   --keys=SCRIPT        Press keys and tap: "Enter wait:500 tap:60,180 Right"

@@ -28,25 +28,47 @@ void TouchPanel::FingerUp(std::int64_t finger, const host::Viewport& viewport, i
     Release(viewport, x, y);
 }
 
+void TouchPanel::FingerUp(std::int64_t finger)
+{
+    if (finger == m_finger)
+        AllFingersUp();
+}
+
+void TouchPanel::AllFingersUp()
+{
+    if (std::exchange(m_fingerIsDown, false))
+        Release();
+}
+
 void TouchPanel::Press(const host::Viewport& viewport, int x, int y)
 {
     const auto point = host::ToScreenPoint(viewport, x, y);
     if (!point || m_isPressed)
         return;
     m_isPressed = true;
-    user::PointerDown(*point);
+    m_last = *point;
+    user::PointerDown(m_last);
 }
 
 void TouchPanel::Move(const host::Viewport& viewport, int x, int y)
 {
-    if (m_isPressed)
-        user::PointerMove(host::ToNearestScreenPoint(viewport, x, y));
+    if (!m_isPressed)
+        return;
+    m_last = host::ToNearestScreenPoint(viewport, x, y);
+    user::PointerMove(m_last);
 }
 
 void TouchPanel::Release(const host::Viewport& viewport, int x, int y)
 {
+    if (m_isPressed)
+        m_last = host::ToNearestScreenPoint(viewport, x, y);
+    Release();
+}
+
+void TouchPanel::Release()
+{
     if (std::exchange(m_isPressed, false))
-        user::PointerUp(host::ToNearestScreenPoint(viewport, x, y));
+        user::PointerUp(m_last);
 }
 
 } // namespace cardsong::display

@@ -14,7 +14,7 @@ using Log = std::vector<std::string>;
 class Panel : public testing::Test {
 protected:
     Panel() { ResetRecordedInput(); }
-    const Viewport viewport{ 2, 10, 0 };
+    const Viewport viewport{ .left = 10, .top = 0, .widthPx = 640, .heightPx = 480 };
     TouchPanel panel;
 };
 
@@ -52,6 +52,20 @@ TEST_F(Panel, KeepsAPressThatSlidesOffAtItsEdge)
     panel.Move(viewport, 9, -1);
     panel.Release(viewport, 10000, 10000);
     EXPECT_EQ(RecordedInput(), (Log{ "down 0,0", "move 0,0", "up 319,239" }));
+}
+
+TEST_F(Panel, LetsAFingerGoWhereItWasFeltLast)
+{
+    panel.FingerDown(7, viewport, 10, 0);
+    panel.FingerMove(7, viewport, 30, 40);
+    panel.FingerUp(8);
+    panel.FingerUp(7);
+    panel.FingerUp(7);
+    panel.AllFingersUp();
+    panel.FingerDown(9, viewport, 12, 2);
+    panel.AllFingersUp();
+    panel.FingerUp(9);
+    EXPECT_EQ(RecordedInput(), (Log{ "down 0,0", "move 10,20", "up 10,20", "down 1,1", "up 1,1" }));
 }
 
 TEST_F(Panel, TakesASecondPressForTheFirst)

@@ -25,11 +25,11 @@ constexpr cardsong::DesktopKeys kKeys{ TEXT("Main"), kCommands, kTaps };
 
 class SdlEvents : public testing::Test {
 protected:
-    SdlEvents()
+    explicit SdlEvents(const cardsong::display::DisplayOptions& options = { 2, false, kKeys })
     {
         ResetRecordedInput();
         setenv("SDL_VIDEODRIVER", "dummy", 1);
-        display = MakeSdlDisplay({ 2, false, kKeys });
+        display = MakeSdlDisplay(options);
         EXPECT_EQ(display->Start(), "");
         SDL_Event gained{};
         gained.type = SDL_WINDOWEVENT;
@@ -95,6 +95,29 @@ protected:
     std::unique_ptr<Display> display;
     std::size_t m_before = 0;
 };
+
+// Its window has 480 x 640 pixels.
+class TurnedSdlEvents : public SdlEvents {
+protected:
+    TurnedSdlEvents() : SdlEvents({ 2, false, kKeys, cardsong::host::Turn::Quarter }) {}
+};
+
+TEST_F(TurnedSdlEvents, TheMouseMeansWhatItPointsAt)
+{
+    PushButton(SDL_MOUSEBUTTONDOWN, SDL_BUTTON_LEFT, 470, 20);
+    PushMotion(0, 639);
+    PushMotion(-100, 10'000);
+    PushButton(SDL_MOUSEBUTTONUP, SDL_BUTTON_LEFT, 479, 0);
+    EXPECT_EQ(Heard(4), (Log{ "down 10,4", "move 319,239", "move 319,239", "up 0,0" }));
+}
+
+TEST_F(TurnedSdlEvents, AFingerMeansWhatItTouches)
+{
+    PushFinger(SDL_FINGERDOWN, 1, 0.5F, 0.25F);
+    PushFinger(SDL_FINGERMOTION, 1, 0.0F, 0.0F);
+    PushFinger(SDL_FINGERUP, 1, 1.0F, 1.0F);
+    EXPECT_EQ(Heard(3), (Log{ "down 80,119", "move 0,239", "up 319,0" }));
+}
 
 TEST_F(SdlEvents, KeysBecomeTheDevicesKeys)
 {

@@ -46,7 +46,7 @@ std::unique_ptr<display::Display> MakeDisplay(const Options& options)
 {
     if (options.headless)
         return std::make_unique<display::HeadlessDisplay>();
-    return display::MakeSdlDisplay({ options.scale, options.fullScreen, ProgramDesktopKeys(), options.turn });
+    return display::MakeDesktopDisplay({ options.scale, options.fullScreen, ProgramDesktopKeys(), options.turn });
 }
 
 // Opens the display while the player starts. One that cannot be opened ends the player. Returns why, or an empty text.

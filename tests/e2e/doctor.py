@@ -37,11 +37,11 @@ class Machine:
         shutil.copy(program, self.program)
         (stage.root / "card/song.mp3").write_bytes(b"")
 
-    def ask(self, *options, without=(), **variables):
-        """Exit status, and each line as its verdict and its text."""
+    def ask(self, *options, without=(), under=(), **variables):
+        """Exit status, and each line as its verdict and its text. `under`: a command that runs the program."""
         environment = {name: value for name, value in (self.stage.environment | variables).items() if name not in without}
         done = subprocess.run(
-            [self.program, "--doctor", "--device", self.stage.root / "device", "--card", self.stage.root / "card",
+            [*under, self.program, "--doctor", "--device", self.stage.root / "device", "--card", self.stage.root / "card",
              "--language", "de", *options], env=environment, capture_output=True, text=True, timeout=PATIENCE_S)
         lines = [re.match(r"(\w+) +(ok|poor|BAD) +(.*)", line).groups() for line in done.stdout.splitlines()]
         if [line[0] for line in lines] != SUBJECTS or done.stderr:
@@ -135,6 +135,12 @@ def files(machine):
     machine.expect_without("all of the device's files away", {
         subject: ("BAD", "the device's files are missing") for subject in ("skin", "texts")}, "Windows")
     (machine.stage.root / "file").write_bytes(b"")
+    full = ["unshare", "--map-root-user", "--mount", "sh", "-c",
+            'mount -t tmpfs -o size=64k full "$0" && exec "$@"', machine.stage.root / "device"]
+    if subprocess.run([*full, "true"], capture_output=True, check=False).returncode == 0:
+        machine.expect("a full disk", {"device": ("poor", "is full")}, under=full)
+    else:
+        print("not looked at: a full disk, for nothing may be mounted here")
     machine.expect("no device folder", {"device": ("poor", "cannot be written")}, "--device", machine.stage.root / "file")
 
 

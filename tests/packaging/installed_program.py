@@ -90,6 +90,17 @@ class Components(unittest.TestCase):
             if not path.is_symlink() and ".so" not in name:
                 self.assertEqual(path.stat().st_mode & 0o7777, mode, name)
 
+    def test_data_are_open_to_everybody_whatever_new_folders_are_for_who_installs(self):
+        prefix = pathlib.Path(FOLDER.name) / "closed"
+        old = os.umask(0o077)
+        try:
+            install(prefix, "data")
+        finally:
+            os.umask(old)
+        data = prefix / "share/cardsong"
+        for folder in (data, *data.rglob("*/")):
+            self.assertEqual(folder.stat().st_mode & 0o7777, 0o755, folder)
+
 
 class Desktop(unittest.TestCase):
     def test_entry_is_valid_and_starts_what_is_installed(self):
@@ -248,7 +259,7 @@ class Player(unittest.TestCase):
         self.play(PREFIX)
 
     def test_runs_from_a_prefix_that_was_moved(self):
-        moved = pathlib.Path(FOLDER.name) / "moved to a folder"
+        moved = pathlib.Path(FOLDER.name) / "moved to 卡 歌"
         shutil.copytree(PREFIX, moved, symlinks=True, copy_function=shutil.copy2)
         self.play(moved)
 

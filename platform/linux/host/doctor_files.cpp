@@ -48,6 +48,14 @@ Path ExistingPart(Path path)
     return path.empty() ? Path(".") : path;
 }
 
+// A file system that does not tell its size is not known to be full.
+bool IsFull(const Path& folder)
+{
+    struct statvfs disk = {};
+    return statvfs(folder.c_str(), &disk) == 0 && disk.f_blocks > 0 &&
+           std::uint64_t{ disk.f_bavail } * disk.f_frsize < kLeastFreeBytes;
+}
+
 } // namespace
 
 Finding LookAtCard(const Options& options)
@@ -96,11 +104,10 @@ Finding LookAtDeviceFolder(const Options& options)
 {
     const std::string& folder = options.deviceDirectory;
     const Path existing = ExistingPart(folder);
-    struct statvfs disk = {};
     const std::string lost = ": the play list and settings will not be kept";
     if (access(existing.c_str(), W_OK | X_OK) != 0 || !std::filesystem::is_directory(existing))
         return { Verdict::Poor, folder + " cannot be written" + lost };
-    if (statvfs(existing.c_str(), &disk) == 0 && std::uint64_t{ disk.f_bavail } * disk.f_frsize < kLeastFreeBytes)
+    if (IsFull(existing))
         return { Verdict::Poor, "the disk of " + folder + " is full" + lost };
     return { Verdict::Good, folder };
 }

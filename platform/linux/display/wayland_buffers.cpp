@@ -1,16 +1,19 @@
 #include "platform/linux/display/wayland_buffers.h"
 
 #include <algorithm>
+#include <fcntl.h>
 #include <sys/mman.h>
 #include <unistd.h>
 #include <wayland-client.h>
 
 namespace cardsong::display {
 
-SharedMemory::SharedMemory(std::size_t sizeBytes) : m_file(memfd_create("cardsong-picture", MFD_CLOEXEC))
+SharedMemory::SharedMemory(std::size_t sizeBytes)
+    : m_file(memfd_create("cardsong-picture", MFD_CLOEXEC | MFD_ALLOW_SEALING))
 {
     if (m_file < 0 || ftruncate(m_file, static_cast<off_t>(sizeBytes)) != 0)
         return;
+    fcntl(m_file, F_ADD_SEALS, F_SEAL_SHRINK); // whoever makes it shorter would end both processes
     void* const start = mmap(nullptr, sizeBytes, PROT_READ | PROT_WRITE, MAP_SHARED, m_file, 0);
     if (start != MAP_FAILED)
         m_bytes = { static_cast<std::byte*>(start), sizeBytes };

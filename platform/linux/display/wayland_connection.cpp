@@ -55,13 +55,14 @@ bool WaylandConnection::AwaitAnswers(EventWait& wait, int limitMs)
     wl_callback_add_listener(callback.get(), &kListener, &isAnswered);
     const std::uint64_t endMs = kernel::CurrentClock().NowMs() + static_cast<std::uint64_t>(limitMs);
     while (!isAnswered) {
-        if (Dispatch())
-            continue;
+        const bool handled = Dispatch();
         const std::uint64_t nowMs = kernel::CurrentClock().NowMs();
-        if (nowMs >= endMs || !Wait(wait, static_cast<int>(endMs - nowMs)))
-            return false;
+        if (isAnswered || nowMs >= endMs) // a compositor may say much without an answer
+            break;
+        if (!handled && !Wait(wait, static_cast<int>(endMs - nowMs)))
+            break;
     }
-    return true;
+    return isAnswered;
 }
 
 void WaylandConnection::Close()

@@ -1,4 +1,4 @@
-// The pixels and the state of the window on a Wayland desktop.
+// The pixels of the window on a Wayland desktop.
 #include "tests/platform/display/wayland_stage.h"
 
 #include "platform/host/viewport.h"
@@ -15,20 +15,6 @@ using cardsong::display::DisplayOptions;
 constexpr std::uint32_t kBlue = 0x0000FF;
 constexpr std::uint32_t kRed = 0xFF0000;
 const std::vector<std::uint32_t> kActivated = { XDG_TOPLEVEL_STATE_ACTIVATED };
-
-TEST(WaylandWindow, TellsTheDesktopItsNameIconSmallestSizeAndWishForAFrame)
-{
-    WaylandStage stage;
-    stage.Appear();
-    stage.compositor.With([](const CompositorState& state) {
-        EXPECT_EQ(state.title, "Cardsong");
-        EXPECT_EQ(state.appId, "cardsong");
-        EXPECT_EQ(state.smallest.cx, 320);
-        EXPECT_EQ(state.smallest.cy, 240);
-        EXPECT_TRUE(state.wantsFrame);
-        EXPECT_FALSE(state.wantsFullScreen);
-    });
-}
 
 TEST(WaylandWindow, AppearsWithItsFirstFrameAndNotBefore)
 {
@@ -295,77 +281,6 @@ TEST(WaylandWindow, CutsAScaleThatNoScreenHas)
             EXPECT_EQ(state.buffer.widthPx, 320 * expected);
         });
     }
-}
-
-TEST(WaylandWindow, AsksForTheFullScreen)
-{
-    WaylandStage stage({}, { 0, true });
-    stage.Appear();
-    stage.compositor.With([](const CompositorState& state) { EXPECT_TRUE(state.wantsFullScreen); });
-}
-
-TEST(WaylandWindow, AnswersTheDesktopThatMerelyChangesItsState)
-{
-    WaylandStage stage;
-    stage.Appear();
-    std::uint32_t serial = 0;
-    stage.compositor.With([&](CompositorState& state) { serial = state.Configure({ 640, 480 }, {}); });
-    EXPECT_TRUE(stage.compositor.Await([&](const CompositorState& state) { return state.ackedSerial == serial; }));
-    EXPECT_EQ(stage.Heard(), Log{ "inactive" });
-    stage.compositor.With([](const CompositorState& state) { EXPECT_EQ(state.commits, 1); });
-}
-
-TEST(WaylandWindow, ItsCloseButtonIsTheExitKey)
-{
-    WaylandStage stage;
-    stage.Appear();
-    stage.compositor.With([](const CompositorState& state) { xdg_toplevel_send_close(state.topLevel); });
-    EXPECT_EQ(stage.Heard(), Log{ "exit key" });
-}
-
-TEST(WaylandWindow, IsAskedToTheFrontWithTheProofOfTheLastPress)
-{
-    WaylandStage stage;
-    stage.Appear();
-    std::uint32_t serial = 0;
-    stage.compositor.With([&](const CompositorState& state) {
-        serial = state.NextSerial();
-        wl_touch_send_down(state.touch, serial, 0, state.surface, 1, 0, 0);
-    });
-    stage.AwaitAnswer();
-    EXPECT_TRUE(AskToRaise());
-    EXPECT_TRUE(stage.compositor.Await([](const CompositorState& state) { return !state.activations.empty(); }));
-    stage.compositor.With([serial](const CompositorState& state) {
-        EXPECT_EQ(state.activations, Log{ "proof" });
-        EXPECT_EQ(state.activationSerial, serial);
-        EXPECT_EQ(state.activationToken, nullptr);
-    });
-}
-
-TEST(WaylandWindow, ComesToTheFrontForWhoeverStartedIt)
-{
-    setenv("XDG_ACTIVATION_TOKEN", "from the launcher", 1);
-    WaylandStage stage;
-    unsetenv("XDG_ACTIVATION_TOKEN");
-    stage.Appear();
-    stage.compositor.With(
-        [](const CompositorState& state) { EXPECT_EQ(state.activations, Log{ "from the launcher" }); });
-}
-
-TEST(WaylandWindow, DoesWithoutWhatADesktopNeedNotHave)
-{
-    WaylandStage stage({ .without = { "zxdg_decoration_manager_v1", "xdg_activation_v1", "wl_seat", "wl_output" } });
-    stage.Appear();
-    EXPECT_TRUE(AskToRaise());
-    stage.AwaitAnswer();
-    stage.compositor.With([](const CompositorState& state) { EXPECT_EQ(state.buffer.widthPx, 640); });
-}
-
-TEST(WaylandWindow, GetsAlongWithTheOldestVersionsOfWhatItUses)
-{
-    WaylandStage stage({ .otherVersions = 1 });
-    stage.Appear();
-    stage.compositor.With([](const CompositorState& state) { EXPECT_EQ(state.buffer.widthPx, 640); });
 }
 
 } // namespace

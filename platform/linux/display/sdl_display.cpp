@@ -1,5 +1,6 @@
 #include "platform/linux/display/event_wait.h"
 #include "platform/linux/display/sdl_keys.h"
+#include "platform/linux/display/sdl_video.h"
 #include "platform/linux/display/sdl_window.h"
 #include "platform/linux/kernel/start_trace.h"
 #include "platform/linux/user/input.h"
@@ -164,10 +165,11 @@ std::string SdlDisplay::Open()
 {
     t_display = this;
     OnXServerLost([] { t_display->Lose(); });
-    if (SDL_Init(SDL_INIT_VIDEO) != 0)
-        return SDL_GetError();
+    std::string error = StartSdlVideo();
+    if (!error.empty())
+        return error;
     SDL_StopTextInput(); // keys are keys here; an input method would only cost memory
-    std::string error = m_window.Open(m_options);
+    error = m_window.Open(m_options);
     if (!error.empty())
         return error;
     m_wait.Watch(m_window.Raw());

@@ -37,16 +37,20 @@ if(WIN32)
     add_link_options(LINKER:--no-insert-timestamp) # the same source gives the same program
 endif()
 
-# What most libraries include of the standard library is compiled once, for the first of them: it was half of each file's
-# time. Nothing of the house is in it, so that a folder sees no header that it does not include; the build without
-# precompiled headers in .ci/run shows an include that is missing.
+# What most libraries include of the standard library, and on Windows of the system, is compiled once, for the first of them:
+# it was half of each file's time. Nothing of the house is in it, so that a folder sees no header that it does not include;
+# the build without precompiled headers in .ci/run shows an include that is missing.
 function(cardsong_precompile name)
     get_property(first GLOBAL PROPERTY CARDSONG_PRECOMPILED)
     if(first)
         target_precompile_headers(${name} REUSE_FROM ${first})
     else()
+        if(WIN32)
+            set(system_headers <windows.h> <mmsystem.h> <objbase.h>)
+        endif()
         target_precompile_headers(${name} PRIVATE <algorithm> <array> <cstddef> <cstdint> <cstring> <functional> <memory>
-            <mutex> <optional> <span> <string> <string_view> <vector>)
+            <mutex> <optional> <span> <string> <string_view> <vector>
+            ${system_headers})
         set_property(GLOBAL PROPERTY CARDSONG_PRECOMPILED ${name})
     endif()
     target_compile_options(${name} PRIVATE -fpch-preprocess) # which ccache asks for

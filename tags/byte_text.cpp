@@ -20,7 +20,7 @@ bool StartsWithIgnoringCase(std::span<const std::byte> bytes, std::string_view w
 {
     return bytes.size() >= word.size() &&
            std::equal(word.begin(), word.end(), bytes.begin(),
-                      [](char letter, std::byte byte) { return EqualIgnoringCase(byte, letter); });
+                      [](char letter, std::byte found) { return EqualIgnoringCase(found, letter); });
 }
 
 std::optional<std::size_t> FindIgnoringCase(std::span<const std::byte> bytes, std::string_view word)

@@ -93,6 +93,17 @@ TEST_F(RegistryFile, ASpoiltValueIsLeftOutOfTheList)
     RegCloseKey(key);
 }
 
+// Elsewhere this is the end of the program.
+TEST_F(RegistryFile, AListOfKeysWithoutRoomIsRefused)
+{
+    EXPECT_TRUE(CreateRegistryKey(u"K"));
+    WCHAR name[8];
+    DWORD units = 8;
+    constexpr auto kInvalid = static_cast<LSTATUS>(ERROR_INVALID_PARAMETER);
+    EXPECT_EQ(RegEnumKeyExW(HKEY_LOCAL_MACHINE, 0, nullptr, &units, nullptr, nullptr, nullptr, nullptr), kInvalid);
+    EXPECT_EQ(RegEnumKeyExW(HKEY_LOCAL_MACHINE, 0, name, nullptr, nullptr, nullptr, nullptr, nullptr), kInvalid);
+}
+
 TEST_F(RegistryFile, AForeignFileIsAnEmptyRegistryAndIsReplaced)
 {
     device.WriteFile("user/registry.ini", std::string("\0\xFF\x01[[[=\n", 9));

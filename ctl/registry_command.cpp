@@ -1,73 +1,25 @@
 #include "ctl/registry_command.h"
 
 #include "ctl/device_option.h"
+#include "ctl/registry_listing.h"
+#include "ctl/registry_value.h"
 #include "ctl/text_forms.h"
 #include "platform/ce.h"
 #include "platform/device_visit.h"
 
-#include <cstring>
 #include <optional>
 #include <vector>
 
 namespace {
 
-constexpr std::string_view kNumberPrefix = "dword:";
-constexpr std::string_view kTextPrefix = "text:";
 constexpr DWORD kMostBytes = 64 * 1024;
 
-struct Value {
-    DWORD type = 0;
-    std::vector<BYTE> data;
-};
-
-// A word of the command line as a value: a number after "dword:", else a text, perhaps after "text:".
-std::optional<Value> ValueFrom(std::string_view word)
-{
-    Value value;
-    if (word.starts_with(kNumberPrefix)) {
-        DWORD number = 0;
-        if (!ReadNumber(word.substr(kNumberPrefix.size()), number))
-            return std::nullopt;
-        value = { REG_DWORD, std::vector<BYTE>(sizeof number) };
-        std::memcpy(value.data.data(), &number, sizeof number);
-        return value;
-    }
-    if (word.starts_with(kTextPrefix))
-        word.remove_prefix(kTextPrefix.size());
-    const WString text = Utf16(word);
-    value = { REG_SZ, std::vector<BYTE>((text.size() + 1) * sizeof(WCHAR)) };
-    std::memcpy(value.data.data(), text.c_str(), value.data.size());
-    return value;
-}
-
-// A number in decimal, a text as it is, all else as hexadecimal bytes.
-std::string Printed(const Value& value)
-{
-    DWORD number = 0;
-    if (value.type == REG_DWORD && value.data.size() == sizeof number) {
-        std::memcpy(&number, value.data.data(), sizeof number);
-        return std::to_string(number);
-    }
-    if (value.type == REG_SZ) {
-        WString text(value.data.size() / sizeof(WCHAR), 0);
-        std::memcpy(text.data(), value.data.data(), text.size() * sizeof(WCHAR));
-        return Utf8(WStringView(text).substr(0, text.find(WCHAR{ 0 })));
-    }
-    std::string bytes;
-    for (const BYTE byte : value.data) {
-        char digits[4];
-        std::snprintf(digits, sizeof digits, "%02x", static_cast<unsigned>(byte));
-        bytes += digits;
-    }
-    return bytes;
-}
-
-std::optional<Value> Query(const WString& key, const WString& name)
+std::optional<RegistryValue> Query(const WString& key, const WString& name)
 {
     HKEY handle = nullptr;
     if (RegOpenKeyExW(HKEY_LOCAL_MACHINE, key.c_str(), 0, KEY_READ, &handle) != ERROR_SUCCESS)
         return std::nullopt;
-    Value value{ 0, std::vector<BYTE>(kMostBytes) };
+    RegistryValue value{ 0, std::vector<BYTE>(kMostBytes) };
     DWORD sizeBytes = kMostBytes;
     const LSTATUS result = RegQueryValueExW(handle, name.c_str(), nullptr, &value.type, value.data.data(), &sizeBytes);
     RegCloseKey(handle);
@@ -77,7 +29,7 @@ std::optional<Value> Query(const WString& key, const WString& name)
     return value;
 }
 
-bool Store(const WString& key, const WString& name, const Value& value)
+bool Store(const WString& key, const WString& name, const RegistryValue& value)
 {
     HKEY handle = nullptr;
     if (RegCreateKeyExW(HKEY_LOCAL_MACHINE, key.c_str(), 0, nullptr, REG_OPTION_NON_VOLATILE, KEY_WRITE, nullptr,
@@ -98,9 +50,18 @@ int Get(std::span<const std::string_view> words, const Console& console)
     return std::fflush(console.out) == 0 ? 0 : Complain(console, "cannot write", kFailed);
 }
 
+int List(std::span<const std::string_view> words, const Console& console)
+{
+    const auto lines = ListRegistryKey(words.empty() ? WString() : Utf16(words[0]));
+    if (!lines)
+        return Complain(console, "no such key", kFailed);
+    std::fputs(lines->c_str(), console.out);
+    return std::fflush(console.out) == 0 ? 0 : Complain(console, "cannot write", kFailed);
+}
+
 int Set(std::span<const std::string_view> words, const Console& console)
 {
-    const auto value = ValueFrom(words[2]);
+    const auto value = RegistryValueFrom(words[2]);
     if (!value)
         return Complain(console, "registry: " + std::string(words[2]) + " is no number", kBadUsage);
     if (!Store(Utf16(words[0]), Utf16(words[1]), *value))
@@ -110,13 +71,15 @@ int Set(std::span<const std::string_view> words, const Console& console)
 
 struct Verb {
     std::string_view name;
-    std::size_t words; // that follow it
+    std::size_t fewestWords; // that follow it
+    std::size_t mostWords;
     int (*run)(std::span<const std::string_view> words, const Console& console);
 };
 
 constexpr Verb kVerbs[] = {
-    { "get", 2, Get },
-    { "set", 3, Set },
+    { "get", 2, 2, Get },
+    { "list", 0, 1, List },
+    { "set", 3, 3, Set },
 };
 
 int Run(std::span<const std::string_view> arguments, const Console& console)
@@ -128,18 +91,18 @@ int Run(std::span<const std::string_view> arguments, const Console& console)
     for (const Verb& verb : kVerbs) {
         if (words.empty() || words[0] != verb.name)
             continue;
-        if (words.size() != verb.words + 1)
+        if (words.size() <= verb.fewestWords || words.size() > verb.mostWords + 1)
             break;
         const cardsong::host::DeviceVisit visit(read.deviceDirectory.empty() ? cardsong::host::UsualDeviceDirectory()
                                                                              : read.deviceDirectory);
         return verb.run(words.subspan(1), console);
     }
-    return Complain(console, "registry: takes get KEY NAME, or set KEY NAME VALUE", kBadUsage);
+    return Complain(console, "registry: takes get KEY NAME, list [KEY], or set KEY NAME VALUE", kBadUsage);
 }
 
 std::string Synopsis()
 {
-    return "registry get KEY NAME | set KEY NAME VALUE";
+    return "registry get KEY NAME | list [KEY] | set KEY NAME VALUE";
 }
 
 std::string OptionLines()
@@ -150,7 +113,9 @@ std::string OptionLines()
 constexpr std::string_view kDescription =
     "registry reads or writes a value of the device's registry. KEY is a path with\n"
     "backslashes below HKEY_LOCAL_MACHINE; VALUE is a text, or a number as dword:5 or dword:0x1f.\n"
-    "A text that begins with dword: or text: is written with text: before it.\n";
+    "A text that begins with dword: or text: is written with text: before it. list prints what\n"
+    "lies in a key: first the keys below it, a backslash behind each, then its values: name and\n"
+    "value, parted by a tab, written like the songs.\n";
 
 } // namespace
 

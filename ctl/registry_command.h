@@ -1,4 +1,4 @@
-// "cardsongctl registry": reads and writes values of the device's registry. A player need not run.
+// "cardsongctl registry": reads, lists and writes values of the device's registry. A player need not run.
 #pragma once
 
 #include "ctl/command.h"

@@ -28,22 +28,7 @@ std::string HostPathOf(const WString& devicePath)
     return path ? Written(*path) : Written(devicePath);
 }
 
-std::string WithEscapes(const std::string& text)
-{
-    std::string line;
-    for (const char c : text) {
-        switch (c) {
-        case '\t': line += "\\t"; break;
-        case '\n': line += "\\n"; break;
-        case '\r': line += "\\r"; break;
-        case '\\': line += "\\\\"; break;
-        default: line += c;
-        }
-    }
-    return line;
-}
-
-// Path, length in milliseconds and title, parted by tabs; "\t", "\n", "\r" and "\\" stand for what they name.
+// Path, length in milliseconds and title, parted by tabs.
 std::string TabbedLine(const ListedSong& song)
 {
     return WithEscapes(song.path) + '\t' + song.lengthMs + '\t' + WithEscapes(song.title) + '\n';

@@ -53,3 +53,18 @@ bool ReadNumber(std::string_view text, DWORD& number)
     const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number, isHexadecimal ? 16 : 10);
     return error == std::errc() && end == text.data() + text.size();
 }
+
+std::string WithEscapes(std::string_view utf8)
+{
+    std::string line;
+    for (const char c : utf8) {
+        switch (c) {
+        case '\t': line += "\\t"; break;
+        case '\n': line += "\\n"; break;
+        case '\r': line += "\\r"; break;
+        case '\\': line += "\\\\"; break;
+        default: line += c;
+        }
+    }
+    return line;
+}

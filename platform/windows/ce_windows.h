@@ -35,6 +35,8 @@
 #define RegCreateKeyExW cardsong::device::RegCreateKeyExW
 #define RegQueryValueExW cardsong::device::RegQueryValueExW
 #define RegSetValueExW cardsong::device::RegSetValueExW
+#define RegEnumKeyExW cardsong::device::RegEnumKeyExW
+#define RegEnumValueW cardsong::device::RegEnumValueW
 #define PlaySoundW cardsong::device::PlaySoundW
 
 #define RegisterClassW cardsong::device::RegisterClassW

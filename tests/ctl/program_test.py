@@ -23,7 +23,7 @@ usage: cardsongctl songs DIR [--json]
        cardsongctl lyrics-changed
        cardsongctl are-you-me
        cardsongctl status [--json]
-       cardsongctl registry get KEY NAME | set KEY NAME VALUE
+       cardsongctl registry get KEY NAME | list [KEY] | set KEY NAME VALUE
 
 songs prints a line for each MP3 and WMA song in DIR and its folders: path, length
 in milliseconds, title, parted by tabs. In a path or title, \\t, \\n, \\r and \\\\ stand
@@ -46,7 +46,9 @@ position in it, the play modes; with --json as one JSON object.
 
 registry reads or writes a value of the device's registry. KEY is a path with
 backslashes below HKEY_LOCAL_MACHINE; VALUE is a text, or a number as dword:5 or dword:0x1f.
-A text that begins with dword: or text: is written with text: before it.
+A text that begins with dword: or text: is written with text: before it. list prints what
+lies in a key: first the keys below it, a backslash behind each, then its values: name and
+value, parted by a tab, written like the songs.
 
   --json      one JSON object a line instead: path, length_ms, title
   --device=DIR for every command but songs: the device, named as for the player
@@ -102,8 +104,10 @@ class ControlProgram(unittest.TestCase):
                 (("audio-state",), 2, "audio-state: takes a number from 0 to 65535"),
                 (("audio-state", "65536"), 2, "audio-state: takes a number from 0 to 65535"),
                 (("status", "--xml"), 2, "status: takes no --xml"),
-                (("registry",), 2, "registry: takes get KEY NAME, or set KEY NAME VALUE"),
-                (("registry", "get", "KEY"), 2, "registry: takes get KEY NAME, or set KEY NAME VALUE"),
+                (("registry",), 2, "registry: takes get KEY NAME, list [KEY], or set KEY NAME VALUE"),
+                (("registry", "get", "KEY"), 2, "registry: takes get KEY NAME, list [KEY], or set KEY NAME VALUE"),
+                (("registry", "list", "KEY", "NAME"), 2,
+                 "registry: takes get KEY NAME, list [KEY], or set KEY NAME VALUE"),
                 (("registry", "set", "KEY", "NAME", "dword:x"), 2, "registry: dword:x is no number"),
                 (("next", "--device", missing), 1, f"no player runs for {missing}"),
                 (("status", f"--device={missing}"), 1, f"no player runs for {missing}")):

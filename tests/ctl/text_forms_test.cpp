@@ -12,6 +12,11 @@ TEST(TextForms, Utf8ComesFromUtf16AndBack)
     EXPECT_EQ(ValidUtf8("a\xB8z"), "a\xEF\xBF\xBDz");
 }
 
+TEST(TextForms, AFieldOfALineHasNoTabsAndNoLineEnds)
+{
+    EXPECT_EQ(WithEscapes("a\tb\nc\rd\\e"), "a\\tb\\nc\\rd\\\\e");
+}
+
 TEST(TextForms, JsonStringsEscapeWhatTheyMust)
 {
     EXPECT_EQ(JsonString("a\"b\\c\n\x01"), "\"a\\\"b\\\\c\\u000a\\u0001\"");

@@ -157,6 +157,10 @@ def the_registry_is_read_and_written_without_a_player(stage):
     expect("a number", stage.ask("registry", "get", r"TAVO\AudioManagement", "Priority"), (0, "3\n", ""))
     stage.do("registry", "set", r"Test\Key", "Name", "text:dword:歌")
     expect("a text", stage.ask("registry", "get", r"Test\Key", "Name"), (0, "dword:歌\n", ""))
+    stage.do("registry", "set", r"Test\Key", "a\tb", r"c\d")
+    stage.do("registry", "set", r"Test\Key\Below", "", "1")
+    expect("a list", stage.ask("registry", "list", r"test\key"), (0, "Below\\\nName\tdword:歌\na\\tb\tc\\\\d\n", ""))
+    expect("no key", stage.ask("registry", "list", r"Test\None"), (1, "", "cardsongctl: no such key\n"))
     expect("no value", stage.ask("registry", "get", r"Test\Key", "None"), (1, "", "cardsongctl: no such value\n"))
 
 

@@ -98,6 +98,27 @@ LSTATUS Deliver(const RegistryValue& value, LPBYTE data, LPDWORD sizeBytes)
     return Status(ERROR_SUCCESS);
 }
 
+// Copies a name out with its zero; the size is told without it.
+LSTATUS DeliverName(std::u16string_view name, LPWSTR target, LPDWORD units)
+{
+    if (*units <= name.size())
+        return Status(ERROR_MORE_DATA);
+    *std::copy(name.begin(), name.end(), target) = 0;
+    *units = static_cast<DWORD>(name.size());
+    return Status(ERROR_SUCCESS);
+}
+
+// The values of a key, without those that were spoilt by hand.
+std::vector<std::pair<std::u16string, RegistryValue>> ValuesOf(const std::u16string& path)
+{
+    std::vector<std::pair<std::u16string, RegistryValue>> values;
+    for (auto& name : RegistryValueNames(path)) {
+        if (auto value = ReadRegistryValue(path, name))
+            values.emplace_back(std::move(name), *std::move(value));
+    }
+    return values;
+}
+
 } // namespace
 } // namespace cardsong::kernel
 
@@ -168,6 +189,37 @@ LSTATUS RegSetValueExW(HKEY key, LPCWSTR name, DWORD reserved, DWORD type, const
     if (before && before->type == value.type && before->data == value.data)
         return Status(ERROR_SUCCESS); // flash memory is spared
     return Status(WriteRegistryValue(*path, NameOf(name), value) ? ERROR_SUCCESS : ERROR_ACCESS_DENIED);
+}
+
+LSTATUS RegEnumKeyExW(HKEY key, DWORD index, LPWSTR name, LPDWORD nameUnits, LPDWORD reserved, LPWSTR, LPDWORD,
+                      FILETIME*)
+{
+    if (!name || !nameUnits || reserved)
+        return Status(ERROR_INVALID_PARAMETER);
+    const auto path = PathOf(key);
+    if (!path)
+        return Status(ERROR_INVALID_HANDLE);
+    const auto names = RegistrySubkeys(*path);
+    return index < names.size() ? DeliverName(names[index], name, nameUnits) : Status(ERROR_NO_MORE_ITEMS);
+}
+
+LSTATUS RegEnumValueW(HKEY key, DWORD index, LPWSTR name, LPDWORD nameUnits, LPDWORD reserved, LPDWORD type,
+                      LPBYTE data, LPDWORD sizeBytes)
+{
+    if (!name || !nameUnits || reserved || (data && !sizeBytes))
+        return Status(ERROR_INVALID_PARAMETER);
+    const auto path = PathOf(key);
+    if (!path)
+        return Status(ERROR_INVALID_HANDLE);
+    const auto values = ValuesOf(*path);
+    if (index >= values.size())
+        return Status(ERROR_NO_MORE_ITEMS);
+    const auto& [itsName, value] = values[index];
+    if (const LSTATUS status = DeliverName(itsName, name, nameUnits); status != Status(ERROR_SUCCESS))
+        return status;
+    if (type)
+        *type = value.type;
+    return Deliver(value, data, sizeBytes);
 }
 
 LSTATUS RegCloseKey(HKEY key)

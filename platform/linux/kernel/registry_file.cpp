@@ -5,6 +5,7 @@
 #include "platform/linux/kernel/registry_text.h"
 #include "platform/linux/kernel/unicode.h"
 
+#include <algorithm>
 #include <cstdio>
 #include <fcntl.h>
 #include <filesystem>
@@ -123,16 +124,22 @@ std::optional<std::string> FindGroup(GKeyFile* keyFile, std::u16string_view key)
     return std::nullopt;
 }
 
-bool HasSubkeys(GKeyFile* keyFile, std::u16string_view key)
+// Also those that only stand in the names of keys below them.
+std::vector<std::u16string> Subkeys(GKeyFile* keyFile, std::u16string_view key)
 {
-    const std::u16string above = std::u16string(kRootName) + std::u16string(key) + u'\\';
+    const std::u16string above = std::u16string(kRootName) + std::u16string(key) + (key.empty() ? u"" : u"\\");
+    std::vector<std::u16string> names;
     const OwnedList groups(g_key_file_get_groups(keyFile, nullptr), g_strfreev);
     for (char** group = groups.get(); *group; ++group) {
-        const auto name = RegistryNameFromText(*group);
-        if (EqualIgnoringCase(std::u16string_view(name).substr(0, above.size()), above))
-            return true;
+        const auto path = RegistryNameFromText(*group);
+        if (!EqualIgnoringCase(std::u16string_view(path).substr(0, above.size()), above))
+            continue;
+        const auto name = path.substr(above.size(), path.find(u'\\', above.size()) - above.size());
+        const auto isIt = [&name](const std::u16string& known) { return EqualIgnoringCase(known, name); };
+        if (!name.empty() && std::ranges::none_of(names, isIt))
+            names.push_back(name);
     }
-    return false;
+    return names;
 }
 
 std::optional<std::string> FindEntry(GKeyFile* keyFile, const std::string& group, std::u16string_view name)
@@ -235,7 +242,7 @@ bool RegistryKeyExists(std::u16string_view key)
     auto& remembered = TheRemembered();
     const std::lock_guard guard(remembered.mutex);
     GKeyFile* const keyFile = Current(remembered);
-    return key.empty() || FindGroup(keyFile, key) || HasSubkeys(keyFile, key);
+    return key.empty() || FindGroup(keyFile, key) || !Subkeys(keyFile, key).empty();
 }
 
 std::optional<RegistryValue> ReadRegistryValue(std::u16string_view key, std::u16string_view name)
@@ -249,6 +256,27 @@ std::optional<RegistryValue> ReadRegistryValue(std::u16string_view key, std::u16
         return std::nullopt;
     const OwnedText text(g_key_file_get_string(keyFile, group->c_str(), entry->c_str(), nullptr), g_free);
     return text ? RegistryValueFromText(text.get()) : std::nullopt;
+}
+
+std::vector<std::u16string> RegistrySubkeys(std::u16string_view key)
+{
+    auto& remembered = TheRemembered();
+    const std::lock_guard guard(remembered.mutex);
+    return Subkeys(Current(remembered), key);
+}
+
+std::vector<std::u16string> RegistryValueNames(std::u16string_view key)
+{
+    auto& remembered = TheRemembered();
+    const std::lock_guard guard(remembered.mutex);
+    GKeyFile* const keyFile = Current(remembered);
+    std::vector<std::u16string> names;
+    const auto group = FindGroup(keyFile, key);
+    const OwnedList entries(group ? g_key_file_get_keys(keyFile, group->c_str(), nullptr, nullptr) : nullptr,
+                            g_strfreev);
+    for (char** entry = entries.get(); entry && *entry; ++entry)
+        names.push_back(RegistryNameFromText(*entry));
+    return names;
 }
 
 bool CreateRegistryKey(std::u16string_view key)

@@ -19,6 +19,10 @@ struct RegistryValue {
 // Keys are paths from the root ("TAVO\Language"), without separators at either end; letters are compared without case.
 bool RegistryKeyExists(std::u16string_view key);
 std::optional<RegistryValue> ReadRegistryValue(std::u16string_view key, std::u16string_view name);
+// What lies in a key, in the order of the file: the names of the keys one step below it, and those of its values, in
+// their own spelling. Values that were spoilt by hand are among them; ReadRegistryValue has nothing for such a one.
+std::vector<std::u16string> RegistrySubkeys(std::u16string_view key);
+std::vector<std::u16string> RegistryValueNames(std::u16string_view key);
 
 // Both change the file under its lock, from what stands in it at that moment, and replace it whole; what another
 // program wrote is seen by the next call of any function here. False when the file cannot be written, or another

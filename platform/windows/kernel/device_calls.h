@@ -38,6 +38,10 @@ LSTATUS RegCreateKeyExW(HKEY parent, LPCWSTR path, DWORD reserved, LPWSTR classN
                         SECURITY_ATTRIBUTES* security, HKEY* key, LPDWORD disposition);
 LSTATUS RegQueryValueExW(HKEY key, LPCWSTR name, LPDWORD reserved, LPDWORD type, LPBYTE data, LPDWORD sizeBytes);
 LSTATUS RegSetValueExW(HKEY key, LPCWSTR name, DWORD reserved, DWORD type, const BYTE* data, DWORD sizeBytes);
+LSTATUS RegEnumKeyExW(HKEY key, DWORD index, LPWSTR name, LPDWORD nameUnits, LPDWORD reserved, LPWSTR className,
+                      LPDWORD classUnits, FILETIME* lastWrite);
+LSTATUS RegEnumValueW(HKEY key, DWORD index, LPWSTR name, LPDWORD nameUnits, LPDWORD reserved, LPDWORD type,
+                      LPBYTE data, LPDWORD sizeBytes);
 
 // ---- sounds ----
 BOOL PlaySoundW(LPCWSTR name, HMODULE module, DWORD flags);

@@ -96,4 +96,19 @@ LSTATUS RegSetValueExW(HKEY key, LPCWSTR name, DWORD reserved, DWORD type, const
     return WithKey(key, [&](HKEY own) { return ::RegSetValueExW(own, name, reserved, type, data, sizeBytes); });
 }
 
+LSTATUS RegEnumKeyExW(HKEY key, DWORD index, LPWSTR name, LPDWORD nameUnits, LPDWORD reserved, LPWSTR className,
+                      LPDWORD classUnits, FILETIME* lastWrite)
+{
+    return WithKey(key, [&](HKEY own) {
+        return ::RegEnumKeyExW(own, index, name, nameUnits, reserved, className, classUnits, lastWrite);
+    });
+}
+
+LSTATUS RegEnumValueW(HKEY key, DWORD index, LPWSTR name, LPDWORD nameUnits, LPDWORD reserved, LPDWORD type,
+                      LPBYTE data, LPDWORD sizeBytes)
+{
+    return WithKey(
+        key, [&](HKEY own) { return ::RegEnumValueW(own, index, name, nameUnits, reserved, type, data, sizeBytes); });
+}
+
 } // namespace cardsong::device

@@ -77,6 +77,33 @@ TEST_F(RegistryFile, ASpoiltValueIsMissing)
     EXPECT_EQ(NumberIn(u"K", u"f"), 1U);
 }
 
+TEST_F(RegistryFile, ASpoiltValueIsLeftOutOfTheList)
+{
+    device.WriteFile("user/registry.ini", "[HKEY_LOCAL_MACHINE\\K]\na=dword:1\nb=plain\nc=dword:2\n");
+    HKEY key = nullptr;
+    ASSERT_EQ(RegOpenKeyExW(HKEY_LOCAL_MACHINE, u"K", 0, KEY_READ, &key), static_cast<LSTATUS>(ERROR_SUCCESS));
+    WCHAR name[8];
+    DWORD units = 8;
+    EXPECT_EQ(RegEnumValueW(key, 1, name, &units, nullptr, nullptr, nullptr, nullptr),
+              static_cast<LSTATUS>(ERROR_SUCCESS));
+    EXPECT_EQ(WString(name), u"c");
+    units = 8;
+    EXPECT_EQ(RegEnumValueW(key, 2, name, &units, nullptr, nullptr, nullptr, nullptr),
+              static_cast<LSTATUS>(ERROR_NO_MORE_ITEMS));
+    RegCloseKey(key);
+}
+
+// Elsewhere this is the end of the program.
+TEST_F(RegistryFile, AListOfKeysWithoutRoomIsRefused)
+{
+    EXPECT_TRUE(CreateRegistryKey(u"K"));
+    WCHAR name[8];
+    DWORD units = 8;
+    constexpr auto kInvalid = static_cast<LSTATUS>(ERROR_INVALID_PARAMETER);
+    EXPECT_EQ(RegEnumKeyExW(HKEY_LOCAL_MACHINE, 0, nullptr, &units, nullptr, nullptr, nullptr, nullptr), kInvalid);
+    EXPECT_EQ(RegEnumKeyExW(HKEY_LOCAL_MACHINE, 0, name, nullptr, nullptr, nullptr, nullptr, nullptr), kInvalid);
+}
+
 TEST_F(RegistryFile, AForeignFileIsAnEmptyRegistryAndIsReplaced)
 {
     device.WriteFile("user/registry.ini", std::string("\0\xFF\x01[[[=\n", 9));

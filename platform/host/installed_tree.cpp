@@ -10,7 +10,8 @@ using Path = std::filesystem::path;
 std::array<Path, 2> PlacesFor(const Path& program)
 {
     const Path folder = program.parent_path();
-    return { folder.parent_path() / "share" / "cardsong" / "device", folder / "device" / "tree" };
+    const Path data = (folder / CARDSONG_DATA_FROM_PROGRAM).lexically_normal();
+    return { data / "cardsong" / "device", folder / "device" / "tree" };
 }
 
 std::string Text(const Path& path)

@@ -142,6 +142,9 @@ constexpr OptionRow kRows[] = {
       .help = "Say what plays and what the debug log says",
       .store = Raise<&Options::verbose>,
       .playerWord = TEXT("--report") },
+    { .name = "doctor",
+      .help = "Say what this machine lacks for playing, and exit",
+      .store = Raise<&Options::examine> },
     { .name = "version", .help = "Print the version", .store = Raise<&Options::showVersion> },
     { .name = "help", .letter = 'h', .help = "Print this help", .store = Raise<&Options::showHelp> },
 };
@@ -155,6 +158,7 @@ constexpr std::size_t kHelpColumn = 23; // where the help of an option stands
 constexpr char kHelpFoot[] = R"(
 Exit status: 0 the player was ended; 1 it could not start, or a picture could not be written; 2 an option means
 nothing; 3 the display went away, after which the play list was saved; 130 it did not answer and was given up.
+--doctor: 0 it can play; 1 something is bad.
 )";
 
 constexpr int kFirstRow = 256; // the parser's number of a row, above every letter

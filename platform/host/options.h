@@ -26,6 +26,7 @@ struct Options {
     std::string screenshotFile;
     std::string audioSink; // empty: the first that works
     bool verbose = false;
+    bool examine = false; // say what playing lacks instead of playing
     bool showVersion = false;
     bool showHelp = false;
     WString playerCommandLine; // what WinMain gets: words, each with a blank after it

@@ -22,7 +22,8 @@ def main():
     example, build, compiler, *flags = sys.argv[1:]
     with tempfile.TemporaryDirectory() as folder:
         prefix = pathlib.Path(folder) / "usr"
-        run("cmake", "--install", build, "--prefix", str(prefix), "--component", "device-library")
+        for component in ("device-library", "device-development"):
+            run("cmake", "--install", build, "--prefix", str(prefix), "--component", component)
         package = next(prefix.rglob("cardsong-device.pc"))
         environment = os.environ | {"PKG_CONFIG_PATH": str(package.parent)}
         answer = run("pkg-config", "--cflags", "--libs", "cardsong-device", env=environment).split()

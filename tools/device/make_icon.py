@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""Draws the program's icon: cardsong.ico (16 to 256 pixels) and cardsong.png (128 pixels, for desktops)."""
+"""Draws the program's icon in 16 to 256 pixels: cardsong.ico, and a picture of each size where a desktop looks for it."""
 
 import argparse
 import io
@@ -43,8 +43,9 @@ def main():
     for size, file in SIZES.items():
         png = render(options.source / file, size, options.rsvg)
         images.append((size, png if size >= SMALLEST_PNG else bitmap_entry(png, size)))
-        if size == 128:
-            (options.out / "cardsong.png").write_bytes(png)
+        picture = options.out / f"icons/hicolor/{size}x{size}/apps/cardsong.png"
+        picture.parent.mkdir(parents=True, exist_ok=True)
+        picture.write_bytes(png)
     directory, offset = struct.pack("<HHH", 0, 1, len(images)), 6 + 16 * len(images)
     for size, data in images:
         directory += struct.pack("<BBBBHHII", size & 255, size & 255, 0, 0, 1, 32, len(data), offset)

@@ -1,4 +1,5 @@
 #include "platform/linux/display/machine_keys.h"
+#include "platform/linux/display/sdl_video.h"
 #include "platform/linux/display/sdl_window.h"
 #include "platform/linux/display/threaded_display.h"
 #include "platform/linux/display/touch_panel.h"
@@ -46,35 +47,9 @@ private:
 
 thread_local SdlDisplay* SdlDisplay::t_display = nullptr;
 
-// The library's drivers, without those that show nothing and without its own for Wayland, which does not without
-// OpenGL.
-std::string DriversThatShow()
-{
-    std::string drivers;
-    for (int index = 0; index < SDL_GetNumVideoDrivers(); ++index) {
-        const std::string_view driver = SDL_GetVideoDriver(index);
-        if (driver == "wayland" || driver == "offscreen" || driver == "dummy" || driver == "evdev")
-            continue;
-        drivers += drivers.empty() ? "" : ",";
-        drivers += driver;
-    }
-    return drivers;
-}
-
-std::string WhyThereIsNone()
-{
-    const char* const driver = SDL_getenv("SDL_VIDEODRIVER");
-    if (driver != nullptr && *driver != '\0') // the library speaks of it
-        return SDL_GetError();
-    const char* const server = SDL_getenv("DISPLAY");
-    return server != nullptr && *server != '\0' ? std::string("cannot open the X display ") + server
-                                                : "there is no display: no Wayland compositor, no X server, no screen";
-}
-
 // No OpenGL (100 MB), no events made twice from touch and mouse, no screen kept awake by a player in a pocket.
 void SetHints()
 {
-    SDL_SetHint(SDL_HINT_VIDEODRIVER, DriversThatShow().c_str()); // unless the user names one
     SDL_SetHint(SDL_HINT_FRAMEBUFFER_ACCELERATION, "0");
     SDL_SetHint(SDL_HINT_TOUCH_MOUSE_EVENTS, "0");
     SDL_SetHint(SDL_HINT_MOUSE_TOUCH_EVENTS, "0");
@@ -94,10 +69,11 @@ std::string SdlDisplay::Open()
     SetHints();
     t_display = this;
     OnXServerLost([] { t_display->LoseHere(); });
-    if (SDL_Init(SDL_INIT_VIDEO) != 0)
-        return WhyThereIsNone();
+    std::string error = StartSdlVideo();
+    if (!error.empty())
+        return error;
     SDL_StopTextInput(); // keys are keys here; an input method would only cost memory
-    std::string error = m_window.Open(m_options);
+    error = m_window.Open(m_options);
     if (!error.empty())
         return error;
     m_server = ConnectionOf(m_window.Raw());

@@ -1,7 +1,5 @@
 #include "platform/linux/host/session.h"
 
-#include "platform/audio_sink.h"
-#include "platform/console_notice.h"
 #include "platform/device_tree.h"
 #include "platform/host/installed_tree.h"
 #include "platform/host/skins.h"
@@ -12,6 +10,7 @@
 #include "platform/linux/display/screenshot.h"
 #include "platform/linux/host/card_broadcast.h"
 #include "platform/linux/host/card_watch.h"
+#include "platform/linux/host/device_layout.h"
 #include "platform/linux/host/device_membership.h"
 #include "platform/linux/host/end_watch.h"
 #include "platform/linux/kernel/start_trace.h"
@@ -40,26 +39,6 @@ int Complain(const std::string& what, int status)
 {
     std::fprintf(stderr, "cardsong: %s\n", what.c_str());
     return status;
-}
-
-std::filesystem::path ProgramFile()
-{
-    std::error_code error;
-    return std::filesystem::read_symlink("/proc/self/exe", error);
-}
-
-void LayOutDevice(const Options& options, const std::filesystem::path& installedTree, const std::filesystem::path& skin)
-{
-    kernel::DeviceTree tree;
-    tree.userDirectory = options.deviceDirectory;
-    tree.skinDirectory = skin.string();
-    tree.systemDirectory = installedTree.string();
-    tree.cardDirectory = options.cardDirectory;
-    tree.uiLanguage = options.language;
-    tree.debugOutput = options.verbose;
-    kernel::InstallDeviceTree(tree);
-    kernel::SetAudioSink(options.audioSink);
-    kernel::TellNoticesTo(stderr);
 }
 
 std::unique_ptr<display::Display> MakeDisplay(const Options& options)

@@ -70,6 +70,8 @@ int RunSession(const Options& options)
 {
     if (AsksForTurn(options))
         return Complain("--rotate: turn the screen itself, in the display settings of Windows", kBadOption);
+    if (options.examine)
+        return Complain("--doctor: looks at Linux machines only", kBadOption);
     auto script = ParseInputScript(options.keyScript, ProgramDesktopKeys().commands);
     if (const auto* const error = std::get_if<ScriptError>(&script))
         return Complain("--keys: " + error->message, kBadOption);

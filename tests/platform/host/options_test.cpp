@@ -78,6 +78,7 @@ const Sample kSamples[] = {
       },
       {},
       "" },
+    { "doctor", nullptr, [](Options& options) { options.examine = true; }, {}, "" },
     { "version", nullptr, [](Options& options) { options.showVersion = true; }, {}, "" },
     { "help", nullptr, [](Options& options) { options.showHelp = true; }, {}, "" },
 };
@@ -218,10 +219,12 @@ Plays the songs of a memory card.
   --fill               Fill an empty play list from the card at the first play
   --lyrics-utf8        Take lyrics that are valid UTF-8 for UTF-8
   --verbose            Say what plays and what the debug log says
+  --doctor             Say what this machine lacks for playing, and exit
   --version            Print the version
   -h, --help           Print this help
 
 Exit status: 0 the player was ended; 1 it could not start, or a picture could not be written; 2 an option means
 nothing; 3 the display went away, after which the play list was saved; 130 it did not answer and was given up.
+--doctor: 0 it can play; 1 something is bad.
 )");
 }

@@ -1,5 +1,6 @@
 #include "platform/linux/display/display_choice.h"
 #include "platform/linux/display/first_display.h"
+#include "platform/linux/display/wayland_display.h"
 
 namespace cardsong::display {
 

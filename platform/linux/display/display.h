@@ -37,12 +37,7 @@ public:
 // before any other thread runs.
 std::unique_ptr<Display> MakeDesktopDisplay(const DisplayOptions& options);
 
-// The kinds of it. On X11 and bare screens:
+// The same on X11 and bare screens alone.
 std::unique_ptr<Display> MakeSdlDisplay(const DisplayOptions& options);
-// On Wayland; `name` is that of the compositor's socket in XDG_RUNTIME_DIR, or its whole path. Start gives a compositor
-// `answerLimitMs` for each of its two answers.
-constexpr int kWaylandAnswerLimitMs = 5000;
-std::unique_ptr<Display> MakeWaylandDisplay(const DisplayOptions& options, const std::string& name,
-                                            int answerLimitMs = kWaylandAnswerLimitMs);
 
 } // namespace cardsong::display

@@ -28,12 +28,11 @@ bool FrameBox::Take(Frame& frame)
     return true;
 }
 
-std::vector<RowRange> FindChangedRows(const Frame& before, const Frame& after)
+std::vector<RowRange> RangesOf(const RowSet& rows)
 {
     std::vector<RowRange> ranges;
     for (int y = 0; y < kFrameHeightPx; ++y) {
-        const auto offset = static_cast<std::ptrdiff_t>(y) * kFrameWidthPx;
-        if (std::equal(before.begin() + offset, before.begin() + offset + kFrameWidthPx, after.begin() + offset))
+        if (!rows.test(static_cast<std::size_t>(y)))
             continue;
         if (!ranges.empty() && ranges.back().end == y)
             ranges.back().end = y + 1;
@@ -41,6 +40,17 @@ std::vector<RowRange> FindChangedRows(const Frame& before, const Frame& after)
             ranges.push_back({ y, y + 1 });
     }
     return ranges;
+}
+
+std::vector<RowRange> FindChangedRows(const Frame& before, const Frame& after)
+{
+    RowSet changed;
+    for (int y = 0; y < kFrameHeightPx; ++y) {
+        const auto offset = static_cast<std::ptrdiff_t>(y) * kFrameWidthPx;
+        changed[static_cast<std::size_t>(y)] =
+            !std::equal(before.begin() + offset, before.begin() + offset + kFrameWidthPx, after.begin() + offset);
+    }
+    return RangesOf(changed);
 }
 
 } // namespace cardsong::display

@@ -4,6 +4,7 @@
 #include "platform/linux/gdi/screen.h"
 #include "platform/screen_size.h"
 
+#include <bitset>
 #include <cstddef>
 #include <cstdint>
 #include <mutex>
@@ -56,7 +57,10 @@ struct RowRange {
     int end;
     bool operator==(const RowRange&) const = default;
 };
-// The rows in which the frames differ, in order; neighbours are one range.
+using RowSet = std::bitset<kFrameHeightPx>;
+// The rows of a set in order; neighbours are one range.
+std::vector<RowRange> RangesOf(const RowSet& rows);
+// The rows in which the frames differ, in the same way.
 std::vector<RowRange> FindChangedRows(const Frame& before, const Frame& after);
 
 } // namespace cardsong::display

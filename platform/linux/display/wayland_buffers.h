@@ -4,7 +4,6 @@
 #include "platform/linux/display/frame.h"
 #include "platform/linux/display/wayland_objects.h"
 
-#include <bitset>
 #include <cstddef>
 #include <cstdint>
 #include <memory>
@@ -34,8 +33,8 @@ struct WaylandBuffer {
 
     SharedMemory memory;
     WaylandPtr<wl_buffer> object;
-    bool isWithCompositor = false;         // until it says that it has read it
-    std::bitset<kFrameHeightPx> staleRows; // of the frame: not drawn since they changed
+    bool isWithCompositor = false; // until it says that it has read it
+    RowSet staleRows;              // of the frame: not drawn since they changed
 };
 
 // Pictures of one size, 32 bits a pixel: 0x00RRGGBB. Each is made when all others are with the compositor.

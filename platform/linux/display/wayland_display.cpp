@@ -1,3 +1,5 @@
+#include "platform/linux/display/wayland_display.h"
+
 #include "platform/linux/display/threaded_display.h"
 #include "platform/linux/display/touch_panel.h"
 #include "platform/linux/display/wayland_activation.h"
@@ -22,17 +24,18 @@ public:
     {
     }
     ~WaylandDisplay() override { Stop(); }
+    // The beginning of Open and the end of it all. An empty text, or why it cannot be opened.
+    std::string Connect();
+    void Close() override;
 
 private:
     std::string Open() override;
-    void Close() override;
     bool HandleEvents() override;
     bool CanShow() const override { return m_window.CanShow(); }
     void Show(Frame& frame) override { m_window.Show(frame); }
     void Raise() override { m_activation.Raise(m_globals.Seats().LastPress()); }
     bool Wait(EventWait& wait) override;
-    // An empty text, or why it cannot be opened.
-    std::string Connect();
+    std::string Reach();
 
     const DisplayOptions m_options;
     const std::string m_name;
@@ -48,7 +51,7 @@ private:
     WaylandActivation m_activation;
 };
 
-std::string WaylandDisplay::Connect()
+std::string WaylandDisplay::Reach()
 {
     std::string trouble = m_connection.Connect(m_name);
     if (!trouble.empty())
@@ -63,11 +66,17 @@ std::string WaylandDisplay::Connect()
     return missing.empty() ? std::string() : "it has no " + missing;
 }
 
+std::string WaylandDisplay::Connect()
+{
+    const std::string trouble = Reach();
+    return trouble.empty() ? trouble : "cannot open the Wayland display " + m_name + ": " + trouble;
+}
+
 std::string WaylandDisplay::Open()
 {
-    const std::string trouble = Connect();
+    std::string trouble = Connect();
     if (!trouble.empty())
-        return "cannot open the Wayland display " + m_name + ": " + trouble;
+        return trouble;
     m_cursor.Open(m_globals);
     m_window.Open(m_globals, m_options);
     m_activation.Open(m_globals.Activation(), *m_window.Surface());
@@ -107,6 +116,14 @@ bool WaylandDisplay::Wait(EventWait& wait)
 std::unique_ptr<Display> MakeWaylandDisplay(const DisplayOptions& options, const std::string& name, int answerLimitMs)
 {
     return std::make_unique<WaylandDisplay>(options, name, answerLimitMs);
+}
+
+std::string ProbeWaylandDisplay(const std::string& name)
+{
+    WaylandDisplay display({}, name, kWaylandAnswerLimitMs);
+    std::string trouble = display.Connect();
+    display.Close();
+    return trouble;
 }
 
 } // namespace cardsong::display

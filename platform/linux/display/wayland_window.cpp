@@ -20,20 +20,6 @@ void WriteRow32(std::span<const std::uint16_t> row, std::byte* target)
     WidenRow(row, { 16, 8, 0 }, { reinterpret_cast<std::uint32_t*>(target), row.size() });
 }
 
-std::vector<RowRange> RangesOf(const std::bitset<kFrameHeightPx>& rows)
-{
-    std::vector<RowRange> ranges;
-    for (int row = 0; row < kFrameHeightPx; ++row) {
-        if (!rows.test(static_cast<std::size_t>(row)))
-            continue;
-        if (!ranges.empty() && ranges.back().end == row)
-            ranges.back().end = row + 1;
-        else
-            ranges.push_back({ row, row + 1 });
-    }
-    return ranges;
-}
-
 } // namespace
 
 void WaylandWindow::Open(const WaylandGlobals& globals, const DisplayOptions& options)
@@ -56,8 +42,12 @@ void WaylandWindow::Open(const WaylandGlobals& globals, const DisplayOptions& op
 void WaylandWindow::ListenToSurface()
 {
     static constexpr wl_surface_listener kListener = {
-        .enter = [](void* data, wl_surface*,
-                    wl_output* output) { static_cast<WaylandWindow*>(data)->m_shownOn.push_back(output); },
+        .enter =
+            [](void* data, wl_surface*, wl_output* output) {
+                auto& shownOn = static_cast<WaylandWindow*>(data)->m_shownOn;
+                if (std::ranges::find(shownOn, output) == shownOn.end())
+                    shownOn.push_back(output);
+            },
         .leave = [](void* data, wl_surface*,
                     wl_output* output) { std::erase(static_cast<WaylandWindow*>(data)->m_shownOn, output); },
     };

@@ -41,6 +41,11 @@ std::uint32_t CompositorState::Configure(SIZE size, const std::vector<std::uint3
     return serial;
 }
 
+void CompositorState::TakeAway(const std::string& interface)
+{
+    wl_global_remove(globals.at(interface));
+}
+
 std::uint32_t CompositorState::Ping() const
 {
     const std::uint32_t serial = NextSerial();

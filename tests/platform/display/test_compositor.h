@@ -16,6 +16,7 @@
 #include <vector>
 
 struct wl_display;
+struct wl_global;
 struct wl_resource;
 
 namespace cardsong::test {
@@ -49,6 +50,7 @@ struct ShownPicture {
 struct CompositorState {
     CompositorOffer offer;
     wl_display* display = nullptr;
+    std::map<std::string, wl_global*> globals; // by their interfaces
     // What the window is and has; null or empty: not yet, or no more.
     wl_resource* surface = nullptr;
     wl_resource* shellSurface = nullptr;
@@ -87,6 +89,8 @@ struct CompositorState {
     std::uint32_t NextSerial() const;
     // The states are numbers of xdg_toplevel.state.
     std::uint32_t Configure(SIZE size, const std::vector<std::uint32_t>& states);
+    // The client hears that there is no such thing any more.
+    void TakeAway(const std::string& interface);
     // Asks the client whether it lives; it answers with the serial.
     std::uint32_t Ping() const;
     void CallForFrame();

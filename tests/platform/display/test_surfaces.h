@@ -19,10 +19,11 @@ void OfferGlobal(CompositorState& state, const wl_interface& interface, std::uin
 {
     if (state.offer.without.contains(interface.name))
         return;
-    wl_global_create(state.display, &interface, static_cast<int>(version), &state,
-                     [](wl_client* client, void* data, std::uint32_t boundVersion, std::uint32_t id) {
-                         Bind(*static_cast<CompositorState*>(data), client, boundVersion, id);
-                     });
+    state.globals[interface.name] =
+        wl_global_create(state.display, &interface, static_cast<int>(version), &state,
+                         [](wl_client* client, void* data, std::uint32_t boundVersion, std::uint32_t id) {
+                             Bind(*static_cast<CompositorState*>(data), client, boundVersion, id);
+                         });
 }
 
 inline CompositorState& StateOf(wl_resource* resource)

@@ -147,9 +147,20 @@ TEST_F(WaylandInputs, ATouchScreenThatIsPulledOutLetsGo)
     EXPECT_EQ(Heard(), (Log{ "down 160,120", "up 160,120" }));
 }
 
+TEST_F(WaylandInputs, ASeatThatIsTakenAwayLetsGoOfEverything)
+{
+    Open();
+    BringKeyboard();
+    Key(KEY_RIGHT, true);
+    FingerDown(4, 320, 240);
+    With([](CompositorState& state) { state.TakeAway("wl_seat"); });
+    EXPECT_EQ(Heard(), (Log{ "key+ 39", "down 160,120", "key- 39", "up 160,120" }));
+}
+
 TEST_F(WaylandInputs, FingersBeforeThereIsASizeAreHarmless)
 {
     stage = std::make_unique<WaylandStage>(CompositorOffer{ .configures = false }, kInWindow);
+    stage->AwaitAnswer();
     FingerDown(1, 100, 100);
     FingerMove(1, 7, 7);
     FingerUp(1);

@@ -1,7 +1,7 @@
 // A Wayland display before a compositor for tests, with hands for the compositor's part.
 #pragma once
 
-#include "platform/linux/display/display.h"
+#include "platform/linux/display/wayland_display.h"
 #include "tests/platform/display/recorded_input.h"
 #include "tests/platform/display/screen_painter.h"
 #include "tests/platform/display/test_compositor.h"

@@ -271,6 +271,24 @@ TEST(WaylandWindow, FollowsAScreenWhoseScaleChanges)
     });
 }
 
+TEST(WaylandWindow, GoesOnWhenItsScreenIsPulledOut)
+{
+    WaylandStage stage({ .scale = 2 });
+    stage.Appear();
+    stage.compositor.With([](CompositorState& state) {
+        wl_surface_send_enter(state.surface, state.output);
+        state.TakeAway("wl_output");
+    });
+    stage.AwaitCommits(2);
+    stage.compositor.With([](const CompositorState& state) {
+        EXPECT_EQ(state.output, nullptr);
+        EXPECT_EQ(state.bufferScale, 1);
+        EXPECT_EQ(state.buffer.widthPx, 640);
+    });
+    stage.Paint(RGB(255, 0, 0));
+    stage.AwaitCommits(3);
+}
+
 TEST(WaylandWindow, CutsAScaleThatNoScreenHas)
 {
     for (const auto& [told, taken] : { std::pair{ 1000000, 8 }, std::pair{ 0, 1 }, std::pair{ -3, 1 } }) {

@@ -93,4 +93,7 @@ function(cardsong_test name)
     endif()
     add_test(NAME ${name} COMMAND ${name} --gtest_brief=1)
     set_tests_properties(${name} PROPERTIES TIMEOUT 300)
+    if(CMAKE_CROSSCOMPILING AND NOT WIN32)
+        set_tests_properties(${name} PROPERTIES TIMEOUT 1200) # an emulated processor is slow
+    endif()
 endfunction()

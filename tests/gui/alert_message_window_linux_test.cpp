@@ -56,11 +56,22 @@ protected:
     {
         return AlertOwner::PumpUntil([&] { return IsFree(m_alert) && !m_owner.heard.empty(); });
     }
-    // Waits until the alert's thread has done what it was told before.
+    static bool OwesPaint(HWND window)
+    {
+        RECT rest;
+        if (GetUpdateRect(window, &rest, FALSE))
+            return true;
+        for (HWND child = GetWindow(window, GW_CHILD); child != nullptr; child = GetWindow(child, GW_HWNDNEXT))
+            if (OwesPaint(child))
+                return true;
+        return false;
+    }
+    // Waits until the alert's thread has done what it was told before, and has painted.
     static void Settle(HWND alert)
     {
-        for (int i = 0; i < 3; ++i)
+        for (int i = 0; i < 3 || OwesPaint(alert); ++i)
             SendMessageW(alert, WM_NULL, 0, 0);
+        SendMessageW(alert, WM_NULL, 0, 0); // the last of its windows is not half painted
     }
     HWND Show(const WString& title, const WString& message, int kind)
     {

@@ -34,6 +34,7 @@ endif()
 if(WIN32)
     # One look of the API everywhere: wide text, no min and max macros, the functions of Windows 10.
     add_compile_definitions(UNICODE _UNICODE NOMINMAX WIN32_LEAN_AND_MEAN _WIN32_WINNT=0x0A00)
+    add_link_options(LINKER:--no-insert-timestamp) # the same source gives the same program
 endif()
 
 # What most libraries include of the standard library is compiled once, for the first of them: it was half of each file's

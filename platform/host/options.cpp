@@ -135,6 +135,7 @@ constexpr OptionRow kRows[] = {
       .help = "Where the sound goes: null (nowhere, in real time) or an output of the system",
       .store = Take<&Options::audioSink> },
     { .name = "fill", .help = "Fill an empty play list from the card at the first play", .playerWord = TEXT("--fill") },
+    { .name = "play", .help = "Play at once", .playerWord = TEXT("--play") },
     { .name = "lyrics-utf8",
       .help = "Take lyrics that are valid UTF-8 for UTF-8",
       .playerWord = TEXT("--lyrics-utf8") },
@@ -149,9 +150,9 @@ constexpr OptionRow kRows[] = {
     { .name = "help", .letter = 'h', .help = "Print this help", .store = Raise<&Options::showHelp> },
 };
 
-constexpr char kHelpHead[] = R"(Usage: cardsong [OPTION...]
+constexpr char kHelpHead[] = R"(Usage: cardsong [OPTION...] [SONG|FOLDER...]
 
-Plays the songs of a memory card.
+Plays the songs of a memory card, or those that are named.
 
 )";
 constexpr std::size_t kHelpColumn = 23; // where the help of an option stands
@@ -262,8 +263,7 @@ std::optional<OptionError> ReadOptions(const std::vector<std::string>& arguments
             return OptionError{ word + ": not an option" };
         Store(RowOf(which), optarg, options);
     }
-    if (optind < count)
-        return OptionError{ std::string(pointers[static_cast<std::size_t>(optind)]) + ": not an option" };
+    options.songs.insert(options.songs.end(), pointers.begin() + optind, pointers.begin() + count);
     return CheckValues(options);
 }
 

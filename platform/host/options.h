@@ -15,6 +15,7 @@ namespace cardsong::host {
 struct Options {
     std::string deviceDirectory; // the user's writable tree
     std::string cardDirectory;
+    std::vector<std::string> songs; // files and folders to play instead of the card; empty: the card
     std::uint16_t language = 0;
     std::string skin; // its name; empty: the installed one
     int scale = 0;    // 0: as large as fits the desktop comfortably

@@ -20,7 +20,7 @@ from stage import Stage
 SUBJECTS = ["display", "sound", "MP3", "WMA", "card", "skin", "texts", "fonts", "device", "bus"]
 PATIENCE_S = 60
 HUNG_S = 5.0  # that a server is given
-SLOW_S = 4.0  # that the program may take besides, under sanitizers and on a busy machine
+SLOW_S = 15.0  # that the program may take besides on a busy machine; the sound server's client alone would wait for 30
 LATIN_FONT = "/usr/share/fonts/truetype/dejavu/DejaVuSans.ttf"
 
 
@@ -101,8 +101,8 @@ def a_machine_that_can_play(machine):
 
 
 def displays(machine):
-    machine.expect("no display", {"display": ("BAD", "no display answers")}, without=("DISPLAY",))
-    machine.expect("a display that is not there", {"display": ("BAD", "(DISPLAY=:1977)")}, DISPLAY=":1977")
+    machine.expect("no display", {"display": ("BAD", "there is no display")}, without=("DISPLAY",))
+    machine.expect("a display that is not there", {"display": ("BAD", "cannot open the X display :1977")}, DISPLAY=":1977")
     machine.expect("no display is needed", {"display": ("ok", "none is needed")}, "--headless", without=("DISPLAY",))
 
 

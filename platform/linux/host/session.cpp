@@ -13,6 +13,7 @@
 #include "platform/linux/host/device_layout.h"
 #include "platform/linux/host/device_membership.h"
 #include "platform/linux/host/end_watch.h"
+#include "platform/linux/host/opened_songs.h"
 #include "platform/linux/kernel/start_trace.h"
 #include "platform/linux/sound/sound_player.h"
 #include "platform/linux/user/input.h"
@@ -111,7 +112,7 @@ int RunOnDisplay(const Options& options, std::vector<ScriptStep> script, EndWatc
 
 } // namespace
 
-int RunSession(const Options& options)
+int RunSession(Options options)
 {
     kernel::TraceStart("options read");
     auto script = ParseInputScript(options.keyScript, ProgramDesktopKeys().commands);
@@ -123,6 +124,8 @@ int RunSession(const Options& options)
     const auto skin = ChooseSkin(options.skin, options.deviceDirectory, *installedTree);
     if (const auto* const error = std::get_if<SkinError>(&skin))
         return Complain(error->message, kBadOption);
+    if (std::string trouble = OpenSongs(options); !trouble.empty())
+        return Complain(trouble, kFailed);
     LayOutDevice(options, *installedTree, std::get<std::filesystem::path>(skin));
 
     EndWatch endWatch;

@@ -68,10 +68,12 @@ bool AsksForTurn(const Options& options)
 
 int RunSession(const Options& options)
 {
-    if (AsksForTurn(options))
-        return Complain("--rotate: turn the screen itself, in the display settings of Windows", kBadOption);
     if (options.examine)
         return Complain("--doctor: looks at Linux machines only", kBadOption);
+    if (!options.songs.empty())
+        return Complain(options.songs.front() + ": not an option; name a folder with --card", kBadOption);
+    if (AsksForTurn(options))
+        return Complain("--rotate: turn the screen itself, in the display settings of Windows", kBadOption);
     auto script = ParseInputScript(options.keyScript, ProgramDesktopKeys().commands);
     if (const auto* const error = std::get_if<ScriptError>(&script))
         return Complain("--keys: " + error->message, kBadOption);

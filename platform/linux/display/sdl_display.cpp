@@ -47,17 +47,6 @@ private:
 
 thread_local SdlDisplay* SdlDisplay::t_display = nullptr;
 
-// No OpenGL (100 MB), no events made twice from touch and mouse, no screen kept awake by a player in a pocket.
-void SetHints()
-{
-    SDL_SetHint(SDL_HINT_FRAMEBUFFER_ACCELERATION, "0");
-    SDL_SetHint(SDL_HINT_TOUCH_MOUSE_EVENTS, "0");
-    SDL_SetHint(SDL_HINT_MOUSE_TOUCH_EVENTS, "0");
-    SDL_SetHint(SDL_HINT_VIDEO_ALLOW_SCREENSAVER, "1");
-    SDL_SetHint(SDL_HINT_NO_SIGNAL_HANDLERS, "1"); // the host ends the program
-    SDL_SetHint(SDL_HINT_APP_NAME, "cardsong");
-}
-
 SdlDisplay::SdlDisplay(const DisplayOptions& options) : m_options(options)
 {
     // The library reads the window's class from the environment, which may change only before other threads start.
@@ -66,7 +55,6 @@ SdlDisplay::SdlDisplay(const DisplayOptions& options) : m_options(options)
 
 std::string SdlDisplay::Open()
 {
-    SetHints();
     t_display = this;
     OnXServerLost([] { t_display->LoseHere(); });
     std::string error = StartSdlVideo();

@@ -1,12 +1,12 @@
-// Brings the library's video up on a display that somebody sees. Opens no window.
+// Brings the window library's video up, as the player needs it, on a display that somebody sees. Opens no window.
 #pragma once
 
 #include <string>
 
 namespace cardsong::display {
 
-// Empty, or why there is no display. Where none answers, the library would show its windows nowhere and say nothing; it
-// may do so only when SDL_VIDEODRIVER asks for that. May wait for a server that hangs.
+// An empty text, or why there is no display. Only SDL_VIDEODRIVER, where the user sets it, makes the library show its
+// windows to nobody. May wait for a server that hangs.
 [[nodiscard]] std::string StartSdlVideo();
 
 } // namespace cardsong::display

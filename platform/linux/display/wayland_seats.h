@@ -36,8 +36,10 @@ public:
 
 private:
     struct Seat {
+        Seat(const WaylandInput& owner, std::uint32_t number) : input(owner), name(number) {}
+
         const WaylandInput& input;
-        std::uint32_t name = 0;
+        const std::uint32_t name;
         WaylandPtr<wl_seat> object;
         std::unique_ptr<WaylandPointer> pointer;
         std::unique_ptr<WaylandTouch> touch;

@@ -268,6 +268,27 @@ TEST(SdlDisplay, NamesTheClassOfItsWindowUnlessTheUserDid)
     EXPECT_STREQ(getenv("SDL_VIDEO_X11_WMCLASS"), "mine");
 }
 
+// The library has stand-ins that open everywhere and show nothing.
+TEST(SdlDisplay, SaysWhichDisplayItCannotOpenInsteadOfShowingNothing)
+{
+    if (std::filesystem::exists("/dev/dri"))
+        GTEST_SKIP() << "this machine has a screen that can be opened";
+    unsetenv("SDL_VIDEODRIVER");
+    unsetenv("WAYLAND_DISPLAY");
+    unsetenv("XDG_RUNTIME_DIR");
+    setenv("DISPLAY", ":4711", 1);
+    setenv("DBUS_SESSION_BUS_ADDRESS", "unix:path=/nowhere/bus", 1);
+    testing::internal::CaptureStderr();
+    const auto onX = MakeSdlDisplay({});
+    EXPECT_EQ(onX->Start(), "cannot open the X display :4711");
+    onX->Stop();
+    unsetenv("DISPLAY");
+    const auto anywhere = MakeSdlDisplay({});
+    EXPECT_EQ(anywhere->Start(), "there is no display: no Wayland compositor, no X server, no screen");
+    anywhere->Stop();
+    EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
+}
+
 TEST(SdlDisplay, SaysWhyItCannotOpen)
 {
     setenv("SDL_VIDEODRIVER", "no_such_driver", 1);

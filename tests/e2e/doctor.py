@@ -101,7 +101,7 @@ def a_machine_that_can_play(machine):
 
 
 def displays(machine):
-    machine.expect("no display", {"display": ("BAD", "no display answers")}, without=("DISPLAY",))
+    machine.expect("no display", {"display": ("BAD", "there is no display")}, without=("DISPLAY",))
     machine.expect("a display that is not there", {"display": ("BAD", "cannot open the X display :1977")}, DISPLAY=":1977")
     machine.expect("no display is needed", {"display": ("ok", "none is needed")}, "--headless", without=("DISPLAY",))
 

@@ -43,7 +43,7 @@ constexpr TapKey kTapKeys[] = {
 
 DesktopKeys ProgramDesktopKeys()
 {
-    return { kMainWindowClass, kCommandKeys, kTapKeys };
+    return { kMainWindowClass, kCommandKeys, kTapKeys, kCommandExit };
 }
 
 } // namespace cardsong

@@ -10,6 +10,7 @@ struct LaunchWord {
 };
 constexpr LaunchWord kWords[] = {
     { TEXT("--fill"), &LaunchOptions::fillFromCard },
+    { TEXT("--play"), &LaunchOptions::playAtOnce },
     { TEXT("--lyrics-utf8"), &LaunchOptions::lyricsUtf8 },
     { TEXT("--report"), &LaunchOptions::report },
 };

@@ -2,7 +2,6 @@
 
 #include "app/audio_manager.h"
 #include "app/audio_priority.h"
-#include "app/audio_settings.h"
 #include "app/card_removal.h"
 #include "app/card_scan.h"
 #include "app/command_ids.h"
@@ -13,20 +12,19 @@
 #include "app/main_paint.h"
 #include "app/play_list_edits.h"
 #include "app/play_list_window.h"
-#include "app/play_mode_commands.h"
+#include "app/player_commands.h"
 #include "app/player_controls.h"
+#include "app/player_end.h"
 #include "app/player_keys.h"
 #include "app/player_state.h"
 #include "app/progress.h"
 #include "app/registered_messages.h"
 #include "app/song_end.h"
-#include "app/song_steps.h"
 #include "app/status_answer.h"
 #include "app/task_bar.h"
 #include "app/title_ticker.h"
 #include "app/transport.h"
 #include "library/saved_play_list.h"
-#include "library/song_list.h"
 #include "lyrics/lyrics_strip.h"
 #include "platform/screen_size.h"
 #include "playback/media_player.h"
@@ -39,60 +37,6 @@ void RepaintNow(HWND window)
     InvalidateRect(window, &screen, FALSE);
     UpdateWindow(window);
 }
-
-void FreeListWindows()
-{
-    FreeLibraryWindow();
-    FreePlayListWindow();
-}
-
-// ---- commands ----
-
-void ExitPlayer(HWND window, WPARAM request)
-{
-    if (IsSongLoaded())
-        SendMessageW(window, WM_COMMAND, kCommandStop, 0);
-    KeepAudioPriority();
-    TellAudioManager(request);
-    g_savedPlayList.Save(PlayList);
-    FreeListWindows();
-    FreeControls();
-    FreeBackground();
-    DestroyWindow(window);
-}
-
-using CommandHandler = void (*)(HWND window, WPARAM request);
-
-struct CommandEntry {
-    WORD id;
-    CommandHandler handler;
-};
-
-constexpr CommandEntry kCommands[] = {
-    { kCommandPlayListBack, [](HWND, WPARAM) { LeavePlayListWindow(); } },
-    { kCommandExit, ExitPlayer },
-    { kCommandAudioSettings, [](HWND, WPARAM) { StartAudioSettings(); } },
-    { kCommandPlayListWindow, [](HWND window, WPARAM) { OpenPlayListWindow(window); } },
-    { kCommandLibraryWindow, [](HWND window, WPARAM) { OpenLibraryWindow(window); } },
-    { kCommandClearPlayList, [](HWND window, WPARAM) { ClearPlayList(window); } },
-    { kCommandPlayMarked, [](HWND window, WPARAM) { PlayFromPlayListWindow(window); } },
-    { kCommandCheckAll, [](HWND, WPARAM) { CheckAllOrNone(); } },
-    { kCommandAddCard, [](HWND, WPARAM) { AddWholeCard(); } },
-    { kCommandRemoveMarked, [](HWND window, WPARAM) { RemoveMarkedSong(window); } },
-    { kCommandLibraryDone, [](HWND window, WPARAM) { LeaveLibraryWindow(window); } },
-    { kCommandPrevious, [](HWND window, WPARAM) { StepToPrevious(window); } },
-    { kCommandBack5, [](HWND, WPARAM) { StepBack5Seconds(); } },
-    { kCommandPlay, [](HWND window, WPARAM) { PlayOrPause(window); } },
-    { kCommandPause, [](HWND window, WPARAM) { PlayOrPause(window); } },
-    { kCommandStop, StopSong },
-    { kCommandForward5, [](HWND, WPARAM) { StepForward5Seconds(); } },
-    { kCommandNext, [](HWND window, WPARAM) { StepToNext(window); } },
-    { kCommandShuffleOff, [](HWND, WPARAM) { ToggleShuffle(); } },
-    { kCommandShuffleOn, [](HWND, WPARAM) { ToggleShuffle(); } },
-    { kCommandRepeatOff, [](HWND, WPARAM) { StepRepeatMode(); } },
-    { kCommandRepeatAll, [](HWND, WPARAM) { StepRepeatMode(); } },
-    { kCommandRepeatSingle, [](HWND, WPARAM) { StepRepeatMode(); } },
-};
 
 // ---- notices of the list windows ----
 
@@ -148,16 +92,7 @@ LRESULT OnCreate(HWND window, WPARAM, LPARAM)
 
 LRESULT OnDestroy(HWND window, WPARAM, LPARAM)
 {
-    SendMessageW(window, WM_COMMAND, kCommandStop, 0);
-    EndLyrics();
-    SongList(PlayList).FreeAll();
-    SongList(CardSongList).FreeAll();
-    ShowTaskBar();
-    FreeListWindows();
-    FreeControls();
-    FreeBackground();
-    ReleasePlayer();
-    PostQuitMessage(0);
+    EndPlayer(window);
     return 0;
 }
 
@@ -167,11 +102,9 @@ LRESULT OnActivate(HWND window, WPARAM wParam, LPARAM lParam)
     return DefWindowProcW(window, WM_ACTIVATE, wParam, lParam); // gives the focus
 }
 
-LRESULT OnCommand(HWND window, WPARAM wParam, LPARAM)
+LRESULT OnCommand(HWND window, WPARAM request, LPARAM)
 {
-    for (const auto& command : kCommands)
-        if (command.id == LOWORD(wParam))
-            command.handler(window, wParam);
+    ActOnCommand(window, request);
     return 0;
 }
 

@@ -41,6 +41,8 @@ HWND InitInstance(HINSTANCE instance, int showCommand)
     if (window != nullptr) {
         ShowWindow(window, showCommand);
         UpdateWindow(window);
+        if (g_launchOptions.playAtOnce)
+            PostMessageW(window, WM_COMMAND, kCommandPlay, 0);
     }
     return window;
 }

@@ -1,13 +1,16 @@
 #!/usr/bin/env python3
 """Measures the start and the cost of playing of the built player, in a window under Xvfb, with a PulseAudio null sink.
 
-startup.py PROGRAM [--runs N] [--play SECONDS]
+startup.py PROGRAM [--runs N] [--play SECONDS] [--wayland]
+
+With --wayland the player is measured under cage instead, whose screen is a window of 1024 x 768; the player fills it.
 
 First frame and first sound are counted from the moment before the process is made; the first sound is the moment when the
 sink has taken the second buffer of a song, whose Enter waits while the program starts. All figures are warm.
 """
 
 import argparse
+import contextlib
 import pathlib
 import statistics
 import subprocess
@@ -16,8 +19,31 @@ import time
 
 sys.path.insert(0, str(pathlib.Path(__file__).resolve().parent.parent / "tests/e2e"))
 from stage import Failure, Stage, Window, make_tones, wait_for  # noqa: E402
+from wayland import SCREEN, Compositor  # noqa: E402
 
 MILESTONES = ("display open", "first frame", "first sound")
+
+
+class FullScreen:
+    """What keys reach the player without a window of its own that an X server knows."""
+
+    def __init__(self, stage, _player):
+        self.stage = stage
+        time.sleep(2)
+
+    def press(self, key):
+        self.stage.xdotool("mousemove", 5, 5, "key", key)
+
+
+@contextlib.contextmanager
+def desktop(stage, wayland):
+    """How the player's keys are reached there."""
+    if not wayland:
+        yield Window
+        return
+    with stage.screen_of(SCREEN):
+        stage.environment["WAYLAND_DISPLAY"] = str(Compositor(stage).socket)
+        yield FullScreen
 
 
 def trace_start(stage, program):
@@ -54,10 +80,10 @@ def processor_seconds_a_minute(pid, seconds):
     return (processor_seconds(pid) - before) / (time.monotonic() - since) * 60
 
 
-def measure_playing(stage, program, seconds):
+def measure_playing(stage, program, seconds, hands):
     """Processor seconds a minute of a window that nobody touches, playing and paused, and its peak of memory."""
     player = stage.start_player(program, stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
-    window = Window(stage, player)
+    window = hands(stage, player)
     window.press("Return")
     time.sleep(3)  # what the start costs is over
     playing = processor_seconds_a_minute(player.pid, seconds)
@@ -75,13 +101,15 @@ def main():
     parser.add_argument("program", type=pathlib.Path)
     parser.add_argument("--runs", type=int, default=9)
     parser.add_argument("--play", type=float, default=30.0)
+    parser.add_argument("--wayland", action="store_true")
     options = parser.parse_args()
     program = options.program.resolve()
     with Stage() as stage:
         make_tones(stage.root / "card" / "00 long tone.mp3", [(440, 1)] * (int(options.play) + 10))
-        trace_start(stage, program)  # files come into the cache
-        starts = [trace_start(stage, program) for _ in range(options.runs)]
-        playing, paused, peak = measure_playing(stage, program, options.play)
+        with desktop(stage, options.wayland) as hands:
+            trace_start(stage, program)  # files come into the cache
+            starts = [trace_start(stage, program) for _ in range(options.runs)]
+            playing, paused, peak = measure_playing(stage, program, options.play, hands)
     print(f"{'':34}{'median':>8}{'best':>8}{'worst':>8}")
     for name in MILESTONES:
         times = [start[name] for start in starts]

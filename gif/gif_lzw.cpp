@@ -17,12 +17,14 @@ constexpr unsigned kMaxCodeBits = 12;
 constexpr unsigned kMaxMinimumBits = 12; // the clear code of a larger one lies beyond the table
 constexpr unsigned kMinimumOfWideCodes = 32;
 constexpr std::uint32_t kWordBytes = 8;
+constexpr std::uint32_t kAlwaysWrittenBytes =
+    2 * kWordBytes;                  // most strings are no longer, and no branch is lost on them
 constexpr unsigned kCodesAtOnce = 4; // so many are always among 56 bits: only every fourth code asks for more
 constexpr unsigned kLongestCodeBits = kMaxMinimumBits + 1;
 
 // A string is always a part of what was already written: the string of the code before and the byte that followed it.
-// So it keeps its place in the output instead of its bytes; the first eight lie beside it, and most strings are no
-// longer.
+// So it keeps its place in the output instead of its bytes; the first eight lie beside it, since those behind them may
+// have been written a moment ago and are slow to read.
 struct String {
     std::uint64_t head = 0; // the first byte is the lowest; zeros where the string is shorter
     std::uint32_t start = 0;
@@ -56,7 +58,7 @@ public:
     }
 
 private:
-    // Apart, since a short string needs no start: less of the cache is used. Set before they are read.
+    // Apart: the heads are what the next string waits for. Set before they are read.
     std::array<std::uint64_t, kTableEntries> m_heads;
     std::array<std::uint16_t, kTableEntries> m_sizes;
     std::array<std::uint32_t, kTableEntries> m_starts;
@@ -118,7 +120,7 @@ inline bool Run::Write(std::uint32_t code)
 {
     const std::uint32_t sizeBytes = table.SizeBytes(code);
     const std::size_t roomBytes = pixels.size() - written;
-    if (roomBytes >= sizeBytes + (kWordBytes - 1))
+    if (roomBytes >= sizeBytes + (kAlwaysWrittenBytes - 1))
         WriteWords(code);
     else if (roomBytes >= sizeBytes)
         WriteBytes(code);
@@ -138,18 +140,17 @@ void Run::WriteBytes(std::uint32_t code)
             i < kWordBytes ? static_cast<std::uint8_t>(head >> (8 * i)) : pixels[table.Start(code) + i];
 }
 
-// Up to seven bytes behind the string become anything.
+// Up to fifteen bytes behind the string become anything.
 inline void Run::WriteWords(std::uint32_t code)
 {
     std::uint8_t* const target = pixels.data() + written;
     const std::uint64_t head = table.Head(code);
     const std::uint32_t sizeBytes = table.SizeBytes(code);
-    std::memcpy(target, &head, kWordBytes);
-    if (sizeBytes <= kWordBytes)
-        return;
     // From the front: the last byte of a string that was added now is the first that was written here.
     const std::uint8_t* const source = pixels.data() + table.Start(code);
-    for (std::uint32_t i = kWordBytes; i < sizeBytes; i += kWordBytes)
+    std::memcpy(target, &head, kWordBytes);
+    std::memcpy(target + kWordBytes, source + kWordBytes, kWordBytes);
+    for (std::uint32_t i = kAlwaysWrittenBytes; i < sizeBytes; i += kWordBytes)
         std::memcpy(target + i, source + i, kWordBytes);
 }
 

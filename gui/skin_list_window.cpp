@@ -72,13 +72,12 @@ HWND SkinListWnd::Create(HWND owner, LPCWSTR title, SkinListRedraw redraw, UINT 
     m_owner = owner;
     m_redraw = redraw;
     m_controlId = controlId;
-    m_titleId = 0;
-    TakeTitle(title != nullptr ? WStringView(title) : WStringView());
+    m_title.Set(title);
     m_model.Rewind();
-    if (!m_class.Register(m_title, Procedure))
+    if (!m_class.Register(m_title.Text(), Procedure))
         return nullptr;
     // The object goes along, so that each of several lists finds its own.
-    return CreateWindowExW(0, m_class.Name(), m_title.c_str(), WS_POPUP | WS_VISIBLE, 0, 0, kScreenWidthPx,
+    return CreateWindowExW(0, m_class.Name(), m_title.Text().c_str(), WS_POPUP | WS_VISIBLE, 0, 0, kScreenWidthPx,
                            kScreenHeightPx, m_below != nullptr ? m_below : owner,
                            reinterpret_cast<HMENU>(static_cast<UINT_PTR>(controlId)), g_hInstance, this);
 }
@@ -124,7 +123,7 @@ LRESULT SkinListWnd::OnPaint(WPARAM, LPARAM)
     const HDC screen = BeginPaint(m_window, &paint);
     if (!m_buffer)
         m_buffer.emplace(screen, kBufferWidthPx, kBufferHeightPx);
-    m_painter->Draw(m_buffer->Context(), m_model, ShownTitle());
+    m_painter->Draw(m_buffer->Context(), m_model, m_title.OnPage(CurrentPage(), PageCount()));
     m_softKeys.DrawAll(m_buffer->Context());
     m_buffer->CopyTo(screen);
     EndPaint(m_window, &paint);
@@ -264,37 +263,24 @@ void SkinListWnd::EnableScrollButtons()
 
 // ---- texts ----
 
-void SkinListWnd::TakeTitle(WStringView text)
-{
-    m_title = text.substr(0, kSkinListTitleUnits - 1);
-    Repaint(kSkinListTitleRect, TRUE);
-}
-
 void SkinListWnd::SetTitle(LPCWSTR text)
 {
-    m_titleId = 0;
-    TakeTitle(text != nullptr ? WStringView(text) : WStringView());
+    m_title.Set(text);
+    Repaint(kSkinListTitleRect, TRUE);
 }
 
 void SkinListWnd::SetTitleString(UINT stringId)
 {
-    m_titleId = stringId;
+    m_title.SetString(stringId);
     ReloadTitle();
 }
 
 void SkinListWnd::ReloadTitle()
 {
-    if (m_titleId != 0)
-        TakeTitle(ReadString(Strings(), m_titleId));
-}
-
-WString SkinListWnd::ShownTitle() const
-{
-    if (m_pageIndicator == SkinListPageIndicator::Hidden)
-        return m_title;
-    WCHAR pages[32] = {};
-    wsprintfW(pages, TEXT("  %d/%d"), CurrentPage(), PageCount());
-    return m_title + pages;
+    if (!m_title.IsString())
+        return;
+    m_title.Reload(Strings());
+    Repaint(kSkinListTitleRect, TRUE);
 }
 
 HMODULE SkinListWnd::Strings()

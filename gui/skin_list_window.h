@@ -6,17 +6,15 @@
 #include "gui/paint_buffer.h"
 #include "gui/skin_list_class.h"
 #include "gui/skin_list_draw.h"
+#include "gui/skin_list_title.h"
 #include "gui/soft_key_bar.h"
 
 #include <optional>
 #include <vector>
 
-constexpr std::size_t kSkinListTitleUnits = 40; // with the terminating zero
-
 // Whether a list repaints itself after a change of the page or of the count, or leaves that to its owner.
 enum class SkinListRedraw { ByOwner, AtOnce };
-enum class SkinListPageIndicator { Hidden, Shown }; // "  1/3" behind the title
-enum class SkinListLongText { Cut, Swings };        // of the selected row
+enum class SkinListLongText { Cut, Swings }; // of the selected row
 
 class SkinListWnd {
 public:
@@ -63,7 +61,7 @@ public:
     void SetTitleString(UINT stringId);
     void ReloadTitle(); // the string again; a title that is no string stays
     // Seen from the next paint of the title on.
-    void SetPageIndicator(SkinListPageIndicator indicator) { m_pageIndicator = indicator; }
+    void SetPageIndicator(SkinListPageIndicator indicator) { m_title.SetPageIndicator(indicator); }
 
     // Reads title and captions again from the strings of the language in force.
     void LanguageChanged();
@@ -99,8 +97,6 @@ private:
 
     void PageTurned();
     void EnableScrollButtons();
-    void TakeTitle(WStringView text);
-    WString ShownTitle() const;
     HMODULE Strings();
     void Repaint(const RECT& rect, BOOL erase = FALSE);
     void RepaintRow(int row);
@@ -115,12 +111,10 @@ private:
     std::vector<int> m_softKeyIds;
     std::vector<ButtonCaption> m_softKeyCaptions;
     std::vector<ButtonImageSet> m_softKeyImages;
-    WString m_title;
-    UINT m_titleId = 0; // 0: the title is no string
+    SkinListTitle m_title;
     SkinListClass m_class;
     SkinListModel m_model;
     SoftKeyBar m_softKeys;
-    SkinListPageIndicator m_pageIndicator = SkinListPageIndicator::Hidden;
     UINT m_controlId = 0;
     SkinListRedraw m_redraw = SkinListRedraw::ByOwner;
     SkinListLongText m_longText = SkinListLongText::Cut;

@@ -37,6 +37,7 @@ struct DesktopKeys {
     LPCWSTR mainWindowClass = nullptr; // null: there is no main window, and no key does anything
     std::span<const CommandKey> commands = {};
     std::span<const TapKey> taps = {};
+    WORD exitCommand = 0; // given to the main window by another program, it ends this one
 };
 
 // Defined by the program, as WinMain is. All that it names lives as long as the program.

@@ -3,6 +3,7 @@
 #include "platform/console_notice.h"
 #include "platform/linux/kernel/start_trace.h"
 #include "platform/linux/sound/audio_sinks.h"
+#include "platform/linux/sound/song_parts.h"
 #include "playback/media_graph.h"
 #include "playback/media_graph_gstreamer_mpeg_source.h"
 
@@ -13,11 +14,11 @@ namespace cardsong::playback {
 namespace {
 
 // A new element. Null when it is not installed: the console is then told what does not play for want of it.
-sound::ElementPtr MakePart(const char* factory, const char* plugin, const char* what)
+sound::ElementPtr MakePart(sound::Part part, const char* what)
 {
-    sound::ElementPtr element = sound::MakeElement(factory, plugin);
+    sound::ElementPtr element = sound::MakeElement(part.factory, part.plugin);
     if (!element)
-        kernel::NoteMissingPackage(what, sound::PackageOf(plugin));
+        kernel::NoteMissingPackage(what, sound::PackageOf(part.plugin));
     return element;
 }
 
@@ -31,7 +32,7 @@ struct WmaDecoder {
     const char* factory;
 };
 constexpr WmaDecoder kWmaDecoders[] = {
-    { "audio/x-wma", 1, "avdec_wmav1" },    { "audio/x-wma", 2, "avdec_wmav2" },
+    { "audio/x-wma", 1, "avdec_wmav1" },    { "audio/x-wma", 2, sound::kUsualWmaDecoder },
     { "audio/x-wma", 3, "avdec_wmapro" },   { "audio/x-wma", 4, "avdec_wmalossless" },
     { "audio/x-wms", 0, "avdec_wmavoice" },
 };
@@ -196,9 +197,9 @@ bool Chain::Connect(sound::ElementPtr opened)
 
 bool Chain::AddTail(const Settings& settings)
 {
-    m_convert = Add(MakePart("audioconvert", "audioconvert", kAnySongs));
-    GstElement* const resample = Add(MakePart("audioresample", "audioresample", kAnySongs));
-    m_volume = Add(MakePart("volume", "volume", kAnySongs));
+    m_convert = Add(MakePart(sound::kConvert, kAnySongs));
+    GstElement* const resample = Add(MakePart(sound::kResample, kAnySongs));
+    m_volume = Add(MakePart(sound::kVolume, kAnySongs));
     if (m_convert == nullptr || resample == nullptr || m_volume == nullptr)
         return false;
     SetVolumeFactor(settings.volumeFactor);
@@ -206,7 +207,7 @@ bool Chain::AddTail(const Settings& settings)
         return false;
     if (settings.side == 0.0)
         return gst_element_link(resample, m_volume) != FALSE;
-    GstElement* const balance = Add(MakePart("audiopanorama", "audiofx", "Songs with a balance"));
+    GstElement* const balance = Add(MakePart(sound::kBalance, "Songs with a balance"));
     if (balance == nullptr)
         return false;
     gst_util_set_object_arg(G_OBJECT(balance), "method", "simple"); // lowers one side and leaves the other
@@ -217,14 +218,14 @@ bool Chain::AddTail(const Settings& settings)
 bool Chain::AddMpegHead(std::unique_ptr<MpegSong> song)
 {
     GstElement* const source = Add(MakeMpegSource(std::move(song)));
-    GstElement* const decoder = Add(MakePart("mpg123audiodec", "mpg123", kMpegSongs));
+    GstElement* const decoder = Add(MakePart(sound::kMp3Decoder, kMpegSongs));
     return decoder != nullptr && gst_element_link_many(source, decoder, m_convert, nullptr) != FALSE;
 }
 
 bool Chain::AddAsfHead(const std::string& hostPath)
 {
-    GstElement* const source = Add(MakePart("filesrc", "coreelements", kAnySongs));
-    GstElement* const demultiplexer = Add(MakePart("asfdemux", "asf", kAsfSongs));
+    GstElement* const source = Add(MakePart(sound::kFileSource, kAnySongs));
+    GstElement* const demultiplexer = Add(MakePart(sound::kAsfDemultiplexer, kAsfSongs));
     if (source == nullptr || demultiplexer == nullptr)
         return false;
     g_object_set(source, "location", hostPath.c_str(), nullptr);
@@ -240,7 +241,7 @@ void Chain::ConnectDemultiplexed(GstPad* pad)
 {
     if (m_decoder == nullptr) {
         const char* const factory = DecoderFor(pad);
-        m_decoder = factory == nullptr ? nullptr : Add(MakePart(factory, "libav", kAsfSongs));
+        m_decoder = factory == nullptr ? nullptr : Add(MakePart({ factory, sound::kWmaPlugin }, kAsfSongs));
         if (m_decoder == nullptr) {
             m_events->OnBeyondTheMachine();
             return;
@@ -276,10 +277,8 @@ void PreloadChain(const std::string& sinkName)
 {
     if (!sound::StartGstreamer())
         return;
-    sound::MakeElement("mpg123audiodec", "mpg123");
-    sound::MakeElement("audioconvert", "audioconvert");
-    sound::MakeElement("audioresample", "audioresample");
-    sound::MakeElement("volume", "volume");
+    for (const sound::Part& part : { sound::kMp3Decoder, sound::kConvert, sound::kResample, sound::kVolume })
+        sound::MakeElement(part.factory, part.plugin);
     if (sound::ElementPtr sink = sound::OpenAudioSink(sinkName, sound::SoundRole::Music))
         gst_element_set_state(sink.get(), GST_STATE_NULL);
 }

@@ -1,6 +1,7 @@
 // A card of many small real songs in a folder of its own, nested, removed at the end.
 #pragma once
 
+#include "library/song_format.h"
 #include "platform/device_tree.h"
 
 #include <filesystem>

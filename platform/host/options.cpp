@@ -12,6 +12,7 @@ namespace cardsong::host {
 namespace {
 
 constexpr int kLargestScale = 16;
+constexpr Turn kNoTurn = static_cast<Turn>(-1);
 constexpr double kLongestRunSeconds = 7 * 24 * 3600.0;
 
 template <auto Field>
@@ -31,14 +32,27 @@ void TakeLanguage(const char* value, Options& options)
     options.language = LanguageFromTag(value);
 }
 
-// Values that are not numbers become ones that mean nothing.
+std::optional<int> WholeNumber(std::string_view text)
+{
+    int number = 0;
+    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
+    return error == std::errc() && end == text.data() + text.size() ? std::optional(number) : std::nullopt;
+}
+
+// Values without a meaning become ones that no field has otherwise.
 void TakeScale(const char* value, Options& options)
 {
-    const std::string_view text = value;
-    int scale = 0;
-    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), scale);
-    const bool isWhole = error == std::errc() && end == text.data() + text.size();
-    options.scale = isWhole && scale >= 1 && scale <= kLargestScale ? scale : -1;
+    const auto scale = WholeNumber(value);
+    options.scale = scale && *scale >= 1 && *scale <= kLargestScale ? *scale : -1;
+}
+
+void TakeTurn(const char* value, Options& options)
+{
+    options.turn = kNoTurn;
+    for (const Turn turn : { Turn::None, Turn::Quarter, Turn::Half, Turn::ThreeQuarters }) {
+        if (WholeNumber(value) == static_cast<int>(turn))
+            options.turn = turn;
+    }
 }
 
 void TakeSeconds(const char* value, Options& options)
@@ -56,6 +70,11 @@ bool IsLanguage(const Options& options)
 bool IsScale(const Options& options)
 {
     return options.scale >= 0;
+}
+
+bool IsTurn(const Options& options)
+{
+    return options.turn != kNoTurn;
 }
 
 bool IsTime(const Options& options)
@@ -90,6 +109,12 @@ constexpr OptionRow kRows[] = {
       .hasMeaning = IsScale,
       .complaint = "not a whole number from 1 to 16" },
     { .name = "fullscreen", .help = "Fill the screen", .store = Raise<&Options::fullScreen> },
+    { .name = "rotate",
+      .argument = "DEGREES",
+      .help = "Turn picture and touch clockwise by 90, 180 or 270 degrees, for a panel that stands so",
+      .store = TakeTurn,
+      .hasMeaning = IsTurn,
+      .complaint = "not one of 0, 90, 180, 270" },
     { .name = "headless", .help = "Run without any display", .store = Raise<&Options::headless> },
     { .name = "run-for",
       .argument = "SECONDS",
@@ -110,6 +135,7 @@ constexpr OptionRow kRows[] = {
       .help = "Where the sound goes: null (nowhere, in real time) or an output of the system",
       .store = Take<&Options::audioSink> },
     { .name = "fill", .help = "Fill an empty play list from the card at the first play", .playerWord = TEXT("--fill") },
+    { .name = "play", .help = "Play at once", .playerWord = TEXT("--play") },
     { .name = "lyrics-utf8",
       .help = "Take lyrics that are valid UTF-8 for UTF-8",
       .playerWord = TEXT("--lyrics-utf8") },
@@ -117,19 +143,23 @@ constexpr OptionRow kRows[] = {
       .help = "Say what plays and what the debug log says",
       .store = Raise<&Options::verbose>,
       .playerWord = TEXT("--report") },
+    { .name = "doctor",
+      .help = "Say what this machine lacks for playing, and exit",
+      .store = Raise<&Options::examine> },
     { .name = "version", .help = "Print the version", .store = Raise<&Options::showVersion> },
     { .name = "help", .letter = 'h', .help = "Print this help", .store = Raise<&Options::showHelp> },
 };
 
-constexpr char kHelpHead[] = R"(Usage: cardsong [OPTION...]
+constexpr char kHelpHead[] = R"(Usage: cardsong [OPTION...] [SONG|FOLDER...]
 
-Plays the songs of a memory card.
+Plays the songs of a memory card, or those that are named.
 
 )";
 constexpr std::size_t kHelpColumn = 23; // where the help of an option stands
 constexpr char kHelpFoot[] = R"(
 Exit status: 0 the player was ended; 1 it could not start, or a picture could not be written; 2 an option means
 nothing; 3 the display went away, after which the play list was saved; 130 it did not answer and was given up.
+--doctor: 0 it can play; 1 something is bad.
 )";
 
 constexpr int kFirstRow = 256; // the parser's number of a row, above every letter
@@ -233,8 +263,7 @@ std::optional<OptionError> ReadOptions(const std::vector<std::string>& arguments
             return OptionError{ word + ": not an option" };
         Store(RowOf(which), optarg, options);
     }
-    if (optind < count)
-        return OptionError{ std::string(pointers[static_cast<std::size_t>(optind)]) + ": not an option" };
+    options.songs.insert(options.songs.end(), pointers.begin() + optind, pointers.begin() + count);
     return CheckValues(options);
 }
 

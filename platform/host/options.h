@@ -2,6 +2,7 @@
 #pragma once
 
 #include "platform/ce.h"
+#include "platform/host/viewport.h"
 
 #include <optional>
 #include <span>
@@ -14,16 +15,19 @@ namespace cardsong::host {
 struct Options {
     std::string deviceDirectory; // the user's writable tree
     std::string cardDirectory;
+    std::vector<std::string> songs; // files and folders to play instead of the card; empty: the card
     std::uint16_t language = 0;
     std::string skin; // its name; empty: the installed one
     int scale = 0;    // 0: as large as fits the desktop comfortably
     bool fullScreen = false;
+    std::optional<Turn> turn; // nothing: as the screen needs
     bool headless = false;
     double runForSeconds = 0; // 0: until the user ends it
     std::string keyScript;
     std::string screenshotFile;
     std::string audioSink; // empty: the first that works
     bool verbose = false;
+    bool examine = false; // say what playing lacks instead of playing
     bool showVersion = false;
     bool showHelp = false;
     WString playerCommandLine; // what WinMain gets: words, each with a blank after it

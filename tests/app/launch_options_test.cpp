@@ -32,6 +32,9 @@ TEST(LaunchOptions, EachWordSetsItsOwn)
 {
     EXPECT_EQ(ReadLaunchOptions(TEXT("--fill")), FillOnly());
     EXPECT_EQ(ReadLaunchOptions(TEXT("--report")), ReportOnly());
+    LaunchOptions playOnly;
+    playOnly.playAtOnce = true;
+    EXPECT_EQ(ReadLaunchOptions(TEXT("--play")), playOnly);
     LaunchOptions utf8Only;
     utf8Only.lyricsUtf8 = true;
     EXPECT_EQ(ReadLaunchOptions(TEXT("--lyrics-utf8")), utf8Only);

@@ -490,6 +490,17 @@ TEST_F(Transport, AnEmptyListIsFilledFromTheCardWhenTheStartAskedForIt)
     EXPECT_EQ(Narrow(g_titleText), "01.one");
 }
 
+TEST_F(Transport, PlaysAtOnceWhenTheStartAskedForIt)
+{
+    AddSong("a.mp3", 30);
+    Start();
+    EXPECT_EQ(g_isPlaying, 0);
+    g_launchOptions.playAtOnce = true;
+    StartAgain();
+    EXPECT_EQ(g_isPlaying, 1);
+    EXPECT_EQ(Narrow(g_titleText), "01.a");
+}
+
 TEST_F(Transport, AnEmptyCardDoesNotFillAnything)
 {
     g_launchOptions.fillFromCard = true;

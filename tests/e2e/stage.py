@@ -2,6 +2,7 @@
 tones, and the hands to tap and type. Everything lives in one temporary folder and ends with the stage."""
 
 import array
+import contextlib
 import math
 import os
 import pathlib
@@ -85,10 +86,10 @@ class Stage:
         self.processes.append(process)
         return process
 
-    def _start_display(self):
+    def _start_display(self, size="640x480"):
         reading, writing = os.pipe()
         self.display_server = self.start(
-            ["Xvfb", "-displayfd", str(writing), "-screen", "0", "640x480x24", "-nolisten", "tcp", "-noreset"],
+            ["Xvfb", "-displayfd", str(writing), "-screen", "0", f"{size}x24", "-nolisten", "tcp", "-noreset"],
             pass_fds=[writing], stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
         os.close(writing)
         with os.fdopen(reading) as answer:
@@ -96,6 +97,18 @@ class Stage:
         if not number:
             raise Failure("Xvfb did not start")
         self.environment["DISPLAY"] = f":{number}"
+
+    @contextlib.contextmanager
+    def screen_of(self, size):
+        """Another X server, with a screen of this size, takes the place of the stage's while the context lasts."""
+        server, display = self.display_server, self.environment["DISPLAY"]
+        self._start_display(size)
+        try:
+            yield
+        finally:
+            self.display_server.terminate()
+            self.display_server.wait()
+            self.display_server, self.environment["DISPLAY"] = server, display
 
     def _start_sound_server(self):
         self.sound_server = server = self.start(SOUND_SERVER, stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)

@@ -26,7 +26,9 @@ PROGRAM = {"bin/cardsong", "bin/cardsongctl", "share/applications/cardsong.deskt
            "share/man/man1/cardsong.1", "share/man/man1/cardsongctl.1",
            "share/metainfo/org.cardsong.cardsong.metainfo.xml"}
 ICONS = {f"share/icons/hicolor/{size}x{size}/apps/cardsong.png" for size in ICON_SIZES}
-DATA = ICONS | {"share/icons/hicolor/scalable/apps/cardsong.svg"}
+KIOSK = "share/doc/cardsong/examples/kiosk/"
+DATA = ICONS | {"share/icons/hicolor/scalable/apps/cardsong.svg", "share/doc/cardsong/kiosk.md"} | {KIOSK + name for name in (
+    "autologin.conf", "cardsong-kiosk", "cardsong-kiosk.service", "kiosk.conf", "media-card.mount", "profile")}
 HEADERS = {f"include/cardsong/{name}" for name in (
     "containers/ptr_array_ctrl.h", "containers/ptr_list_ctrl.h", "device.h", "encoding/big5_gb_text.h",
     "encoding/code_page.h", "encoding/gb_unicode_text.h", "encoding/utf16_unit.h")}
@@ -86,9 +88,20 @@ class Components(unittest.TestCase):
     def test_everybody_may_read_every_file_and_only_programs_run(self):
         for name in files_below(PREFIX):
             path = PREFIX / name
-            mode = 0o755 if name.startswith("bin/") else 0o644
+            mode = 0o755 if name.startswith("bin/") or name == KIOSK + "cardsong-kiosk" else 0o644
             if not path.is_symlink() and ".so" not in name:
                 self.assertEqual(path.stat().st_mode & 0o7777, mode, name)
+
+    def test_data_are_open_to_everybody_whatever_new_folders_are_for_who_installs(self):
+        prefix = pathlib.Path(FOLDER.name) / "closed"
+        old = os.umask(0o077)
+        try:
+            install(prefix, "data")
+        finally:
+            os.umask(old)
+        data = prefix / "share/cardsong"
+        for folder in (data, *data.rglob("*/")):
+            self.assertEqual(folder.stat().st_mode & 0o7777, 0o755, folder)
 
 
 class Desktop(unittest.TestCase):
@@ -96,16 +109,16 @@ class Desktop(unittest.TestCase):
         entry = PREFIX / "share/applications/cardsong.desktop"
         self.assertEqual(run("desktop-file-validate", entry), "")
         lines = dict(line.split("=", 1) for line in entry.read_text().splitlines() if "=" in line)
-        program, *options = lines["Exec"].split()
+        program, *options, _ = lines["Exec"].split()
         self.assertTrue((PREFIX / "bin" / program).exists())
         self.assertTrue((PREFIX / "bin" / lines["TryExec"]).exists())
         run(PREFIX / "bin" / program, *options, "--version")
         self.assertIn(f"share/icons/hicolor/scalable/apps/{lines['Icon']}.svg", files_below(PREFIX))
 
-    def test_entry_claims_no_files_since_the_player_opens_none(self):
-        entry = (PREFIX / "share/applications/cardsong.desktop").read_text()
-        self.assertNotIn("MimeType", entry)
-        self.assertNotIn("%", entry)
+    def test_entry_claims_the_songs_that_the_player_opens(self):
+        lines = (PREFIX / "share/applications/cardsong.desktop").read_text().splitlines()
+        self.assertIn("MimeType=audio/mpeg;audio/x-ms-wma;", lines)
+        self.assertIn("Exec=cardsong --fill %F", lines)
 
     def test_metainfo_is_valid(self):
         told = run("appstreamcli", "validate", "--no-net", "--no-color",
@@ -162,7 +175,7 @@ class ManualPages(unittest.TestCase):
         self.assertEqual(re.findall(r"^ {7}([a-z-]+)", page, re.MULTILINE), commands())
 
     def test_name_exactly_the_exit_statuses_of_the_player(self):
-        told = run(PREFIX / "bin/cardsong", "--help").partition("Exit status: ")[2].replace("\n", " ")
+        told = run(PREFIX / "bin/cardsong", "--help").partition("Exit status: ")[2].partition("\n--")[0].replace("\n", " ")
         page = section(page_text("cardsong.1"), "EXIT STATUS")
         self.assertEqual(re.findall(r"^ {7}(\d+)", page, re.MULTILINE), re.findall(r"\b(\d+) [a-z]", told))
 
@@ -207,6 +220,7 @@ class Completion(unittest.TestCase):
         self.assertEqual(complete("cardsong", "--device", "=", "./pre"), ["./prefix"])
         self.assertEqual(complete("cardsong", "--card", "a"), [])
         self.assertEqual(complete("cardsong", "--screenshot", "=", "a"), ["a file"])
+        self.assertEqual(complete("cardsong", "--headless", "a"), ["a file"])
         self.assertEqual(complete("cardsong", "--skin", ""), ["amber"])
         self.assertEqual(complete("cardsong", "--audio-sink", "n"), ["null"])
         self.assertEqual(complete("cardsong", "--scale", ""), [])
@@ -247,7 +261,7 @@ class Player(unittest.TestCase):
         self.play(PREFIX)
 
     def test_runs_from_a_prefix_that_was_moved(self):
-        moved = pathlib.Path(FOLDER.name) / "moved to a folder"
+        moved = pathlib.Path(FOLDER.name) / "moved to 卡 歌"
         shutil.copytree(PREFIX, moved, symlinks=True, copy_function=shutil.copy2)
         self.play(moved)
 

@@ -32,9 +32,19 @@ class Check(unittest.TestCase):
         path.write_text(text, encoding="utf-8")
         return path
 
-    def check(self, *options):
-        done = subprocess.run([sys.executable, "-B", self.house / "tools/check", *options], capture_output=True, text=True)
+    def check(self, *options, **surroundings):
+        done = subprocess.run([sys.executable, "-B", self.house / "tools/check", *options], capture_output=True, text=True,
+                              env=os.environ | surroundings)
         return done.returncode, done.stdout
+
+    def check_tidy(self, clang_tidy):
+        """With two readers of foreign bytes, and a clang-tidy of our own."""
+        for name in ("one", "two"):
+            self.write(f"tags/{name}.cpp", FORMATTED)
+        self.write("tags/CMakeLists.txt", "cardsong_library(cardsong_tags SOURCES one.cpp two.cpp)\n")
+        for name, text in (("clang-tidy", clang_tidy), ("cmake", "true")):
+            self.write(f"bin/{name}", f"#!/bin/sh\n{text}\n").chmod(0o755)
+        return self.check("--tidy", PATH=f"{self.house / 'bin'}:{os.environ['PATH']}")
 
     def test_a_house_in_order_passes(self):
         self.assertEqual(self.check(), (0, "check: 1 files, 0 findings\n"))
@@ -74,6 +84,21 @@ class Check(unittest.TestCase):
     def test_shared_code_that_asks_for_the_system_is_a_finding(self):
         self.write("gui/sum.cpp", "#ifdef _WIN32\n#endif\n")
         self.assertEqual(self.check(), (1, "gui/sum.cpp:1: shared code asks for the system\ncheck: 1 files, 1 findings\n"))
+
+    def test_tidy_looks_at_each_reader_of_foreign_bytes(self):
+        self.assertEqual(self.check_tidy("true"), (0, "check: 3 files, 0 findings\n"))
+        status, out = self.check_tidy('for source in "$@"; do :; done; echo "$source:1:1: warning: odd"')
+        self.assertEqual((status, out), (1, "tags/one.cpp:1:1: warning: odd\ntags/two.cpp:1:1: warning: odd\n"
+                                            "check: 3 files, 2 findings\n"))
+
+    def test_tidy_tells_what_is_wrong_with_a_header_of_many_once(self):
+        self.assertEqual(self.check_tidy('echo "tags/header.h:1:1: warning: odd"'),
+                         (1, "tags/header.h:1:1: warning: odd\ncheck: 3 files, 1 findings\n"))
+
+    def test_tidy_that_gives_up_is_a_finding(self):
+        self.assertEqual(self.check_tidy("echo no such build >&2; exit 1"),
+                         (1, "tags/one.cpp: clang-tidy gave up: no such build\ntags/two.cpp: clang-tidy gave up: no such build\n"
+                             "check: 3 files, 2 findings\n"))
 
     def test_help_names_each_choice(self):
         status, out = self.check("--help")

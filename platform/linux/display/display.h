@@ -3,9 +3,11 @@
 #pragma once
 
 #include "platform/desktop_keys.h"
+#include "platform/host/viewport.h"
 
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <string>
 
 namespace cardsong::display {
@@ -14,6 +16,7 @@ struct DisplayOptions {
     int scale = 0; // size of one of the screen's pixels; 0: as fits the desktop comfortably
     bool fullScreen = false;
     DesktopKeys keys = {};
+    std::optional<host::Turn> turn = {}; // nothing: as the screen needs
 };
 
 class Display {
@@ -30,7 +33,16 @@ public:
     virtual void FrameReady() = 0;
 };
 
-// A window, the full screen or a bare screen, on a thread of its own. Make it before any other thread runs.
+// A window, the full screen or a bare screen, on a thread of its own; on the desktop that the user is at. Make it
+// before any other thread runs.
+std::unique_ptr<Display> MakeDesktopDisplay(const DisplayOptions& options);
+
+// The kinds of it. On X11 and bare screens:
 std::unique_ptr<Display> MakeSdlDisplay(const DisplayOptions& options);
+// On Wayland; `name` is that of the compositor's socket in XDG_RUNTIME_DIR, or its whole path. Start gives a compositor
+// `answerLimitMs` for each of its two answers.
+constexpr int kWaylandAnswerLimitMs = 5000;
+std::unique_ptr<Display> MakeWaylandDisplay(const DisplayOptions& options, const std::string& name,
+                                            int answerLimitMs = kWaylandAnswerLimitMs);
 
 } // namespace cardsong::display

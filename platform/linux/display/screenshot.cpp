@@ -1,6 +1,6 @@
 #include "platform/linux/display/screenshot.h"
 
-#include "platform/host/viewport.h"
+#include "platform/host/viewport_rows.h"
 #include "platform/linux/display/frame.h"
 
 #include <png.h>
@@ -12,7 +12,7 @@ bool SaveScreenshot(const std::string& path)
     Frame frame;
     gdi::CopyScreen(frame);
     std::vector<std::uint32_t> words(frame.size());
-    host::EnlargeRow(frame, 1, { 0, 8, 16 }, words);
+    host::WidenRow(frame, { 0, 8, 16 }, words);
     std::vector<png_byte> bytes;
     bytes.reserve(words.size() * 3);
     for (const std::uint32_t word : words) {

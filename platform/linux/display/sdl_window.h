@@ -8,6 +8,7 @@
 #include <SDL_video.h>
 
 #include <memory>
+#include <optional>
 #include <string>
 
 namespace cardsong::display {
@@ -29,13 +30,16 @@ public:
     SDL_Window& Raw() const { return *m_window; }
 
 private:
-    void DrawRows(SDL_Surface& surface, const RowRange& rows) const;
+    SDL_Window* CreateInWindow(int scale);
+    // Draws what shows the screen's rows; returns where that is on the surface.
+    SDL_Rect DrawRows(SDL_Surface& surface, const RowRange& rows) const;
     void SendRows(SDL_Surface& surface, const std::vector<RowRange>& ranges);
 
     struct DestroyWindow {
         void operator()(SDL_Window* window) const { SDL_DestroyWindow(window); }
     };
     std::unique_ptr<SDL_Window, DestroyWindow> m_window;
+    std::optional<host::Turn> m_turn; // nothing: as the full screen needs
     host::Viewport m_viewport;
     Frame m_shown;
 };

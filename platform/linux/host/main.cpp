@@ -1,5 +1,6 @@
 // The Linux program: reads its options, lays out the device tree, opens the display, and runs the player in it.
 #include "platform/host/command_line.h"
+#include "platform/linux/host/doctor.h"
 #include "platform/linux/host/session.h"
 #include "platform/linux/host/user_defaults.h"
 
@@ -23,5 +24,7 @@ int main(int count, char** arguments)
     ShareHeap();
     Options options = UserDefaults();
     const auto answer = AnswerCommandLine({ arguments + 1, arguments + count }, CARDSONG_VERSION, options);
-    return answer ? *answer : RunSession(options);
+    if (answer)
+        return *answer;
+    return options.examine ? RunDoctor(options) : RunSession(options);
 }

@@ -1,7 +1,5 @@
 #include "platform/linux/host/session.h"
 
-#include "platform/audio_sink.h"
-#include "platform/console_notice.h"
 #include "platform/device_tree.h"
 #include "platform/host/installed_tree.h"
 #include "platform/host/skins.h"
@@ -12,8 +10,10 @@
 #include "platform/linux/display/screenshot.h"
 #include "platform/linux/host/card_broadcast.h"
 #include "platform/linux/host/card_watch.h"
+#include "platform/linux/host/device_layout.h"
 #include "platform/linux/host/device_membership.h"
 #include "platform/linux/host/end_watch.h"
+#include "platform/linux/host/opened_songs.h"
 #include "platform/linux/kernel/start_trace.h"
 #include "platform/linux/sound/sound_player.h"
 #include "platform/linux/user/input.h"
@@ -42,31 +42,11 @@ int Complain(const std::string& what, int status)
     return status;
 }
 
-std::filesystem::path ProgramFile()
-{
-    std::error_code error;
-    return std::filesystem::read_symlink("/proc/self/exe", error);
-}
-
-void LayOutDevice(const Options& options, const std::filesystem::path& installedTree, const std::filesystem::path& skin)
-{
-    kernel::DeviceTree tree;
-    tree.userDirectory = options.deviceDirectory;
-    tree.skinDirectory = skin.string();
-    tree.systemDirectory = installedTree.string();
-    tree.cardDirectory = options.cardDirectory;
-    tree.uiLanguage = options.language;
-    tree.debugOutput = options.verbose;
-    kernel::InstallDeviceTree(tree);
-    kernel::SetAudioSink(options.audioSink);
-    kernel::TellNoticesTo(stderr);
-}
-
 std::unique_ptr<display::Display> MakeDisplay(const Options& options)
 {
     if (options.headless)
         return std::make_unique<display::HeadlessDisplay>();
-    return display::MakeSdlDisplay({ options.scale, options.fullScreen, ProgramDesktopKeys() });
+    return display::MakeDesktopDisplay({ options.scale, options.fullScreen, ProgramDesktopKeys(), options.turn });
 }
 
 // Opens the display while the player starts. One that cannot be opened ends the player. Returns why, or an empty text.
@@ -132,7 +112,7 @@ int RunOnDisplay(const Options& options, std::vector<ScriptStep> script, EndWatc
 
 } // namespace
 
-int RunSession(const Options& options)
+int RunSession(Options options)
 {
     kernel::TraceStart("options read");
     auto script = ParseInputScript(options.keyScript, ProgramDesktopKeys().commands);
@@ -144,6 +124,8 @@ int RunSession(const Options& options)
     const auto skin = ChooseSkin(options.skin, options.deviceDirectory, *installedTree);
     if (const auto* const error = std::get_if<SkinError>(&skin))
         return Complain(error->message, kBadOption);
+    if (std::string trouble = OpenSongs(options); !trouble.empty())
+        return Complain(trouble, kFailed);
     LayOutDevice(options, *installedTree, std::get<std::filesystem::path>(skin));
 
     EndWatch endWatch;

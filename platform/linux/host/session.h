@@ -5,9 +5,9 @@
 
 namespace cardsong::host {
 
-// The exit status: WinMain's result; 1 when the device's files are missing, the display cannot be opened or a picture
-// cannot be written; 2 for a key script that makes no sense; 3 when the display went away. What is wrong goes to
-// standard error in one line.
-[[nodiscard]] int RunSession(const Options& options);
+// The exit status: WinMain's result; 1 when the device's files or a named song are missing, the display cannot be
+// opened or a picture cannot be written; 2 for a key script that makes no sense; 3 when the display went away. What is
+// wrong goes to standard error in one line.
+[[nodiscard]] int RunSession(Options options);
 
 } // namespace cardsong::host

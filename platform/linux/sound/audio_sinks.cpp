@@ -44,29 +44,6 @@ bool Answers(const std::string& socketPath)
     return answers;
 }
 
-// Asked first because the client library would start a server where none runs, and wait for it.
-bool HasSoundServer()
-{
-    if (std::getenv("PULSE_SERVER") != nullptr)
-        return true;
-    for (const std::string& path : ServerSockets()) {
-        if (Answers(path))
-            return true;
-    }
-    return false;
-}
-
-bool HasSoundCard()
-{
-    std::error_code ignored;
-    for (const auto& entry : std::filesystem::directory_iterator("/dev/snd", ignored)) {
-        const std::string name = entry.path().filename().string();
-        if (name.starts_with("pcm") && name.ends_with("p"))
-            return true;
-    }
-    return false;
-}
-
 ElementPtr Opened(ElementPtr sink)
 {
     if (sink && gst_element_set_state(sink.get(), GST_STATE_READY) == GST_STATE_CHANGE_FAILURE) {
@@ -144,6 +121,29 @@ ElementPtr OpenAudioSink(const std::string& name, SoundRole role)
             sink = open(role);
     }
     return sink;
+}
+
+// Asked first because the client library would start a server where none runs, and wait for it.
+bool HasSoundServer()
+{
+    if (std::getenv("PULSE_SERVER") != nullptr)
+        return true;
+    for (const std::string& path : ServerSockets()) {
+        if (Answers(path))
+            return true;
+    }
+    return false;
+}
+
+bool HasSoundCard()
+{
+    std::error_code ignored;
+    for (const auto& entry : std::filesystem::directory_iterator("/dev/snd", ignored)) {
+        const std::string name = entry.path().filename().string();
+        if (name.starts_with("pcm") && name.ends_with("p"))
+            return true;
+    }
+    return false;
 }
 
 } // namespace cardsong::sound

@@ -15,4 +15,8 @@ enum class SoundRole { Music, Event };
 // for a sound server that is not there.
 ElementPtr OpenAudioSink(const std::string& name, SoundRole role);
 
+// Whether one is there to be asked. Neither waits.
+bool HasSoundServer();
+bool HasSoundCard();
+
 } // namespace cardsong::sound

@@ -105,9 +105,13 @@ const char* PackageOf(const char* plugin)
         const char* package;
     };
     constexpr Held kHeld[] = {
-        { "asf", "gstreamer1.0-plugins-ugly" },    { "audiofx", "gstreamer1.0-plugins-good" },
-        { "coreelements", "libgstreamer1.0-0" },   { "libav", "gstreamer1.0-libav" },
+        { "alsa", "gstreamer1.0-alsa" },
+        { "asf", "gstreamer1.0-plugins-ugly" },
+        { "audiofx", "gstreamer1.0-plugins-good" },
+        { "coreelements", "libgstreamer1.0-0" },
+        { "libav", "gstreamer1.0-libav" },
         { "mpg123", "gstreamer1.0-plugins-good" },
+        { "pulseaudio", "gstreamer1.0-plugins-good" },
     };
     for (const Held& held : kHeld) {
         if (held.plugin == plugin)

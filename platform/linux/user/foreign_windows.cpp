@@ -22,8 +22,7 @@ std::u16string ClassOf(const Desktop& desktop, HWND window)
 {
     const auto value = reinterpret_cast<ULONG_PTR>(window);
     const auto number = (value & ~kForeignBit) >> 1;
-    if ((value & kForeignBit) == 0 || number == 0 || number > desktop.foreignClasses.size() ||
-        HandleOf(number - 1) != window)
+    if (number == 0 || number > desktop.foreignClasses.size() || HandleOf(number - 1) != window)
         return {};
     return desktop.foreignClasses[number - 1];
 }

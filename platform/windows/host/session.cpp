@@ -58,10 +58,22 @@ screen::ScreenOptions ScreenFor(const Options& options)
     return { frame, options.scale };
 }
 
+// The player's windows are those of the desktop here, and they are turned with it or not at all.
+bool AsksForTurn(const Options& options)
+{
+    return !options.headless && options.turn.value_or(Turn::None) != Turn::None;
+}
+
 } // namespace
 
 int RunSession(const Options& options)
 {
+    if (options.examine)
+        return Complain("--doctor: looks at Linux machines only", kBadOption);
+    if (!options.songs.empty())
+        return Complain(options.songs.front() + ": not an option; name a folder with --card", kBadOption);
+    if (AsksForTurn(options))
+        return Complain("--rotate: turn the screen itself, in the display settings of Windows", kBadOption);
     auto script = ParseInputScript(options.keyScript, ProgramDesktopKeys().commands);
     if (const auto* const error = std::get_if<ScriptError>(&script))
         return Complain("--keys: " + error->message, kBadOption);

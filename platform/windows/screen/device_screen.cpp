@@ -3,6 +3,7 @@
 #include "platform/host/viewport.h"
 #include "platform/screen_size.h"
 
+#include <algorithm>
 #include <atomic>
 
 namespace cardsong::screen {
@@ -81,7 +82,7 @@ void SetUpScreen(const ScreenOptions& options)
     const RECT work = Monitor(true);
     const RECT whole = Monitor(false);
     if (options.frame == Frame::FullScreen)
-        g_scale = host::FitViewport(whole.right - whole.left, whole.bottom - whole.top).scale;
+        g_scale = std::max(1, host::ScaleOf(host::FitViewport(whole.right - whole.left, whole.bottom - whole.top)));
     else if (options.scale != 0)
         g_scale = options.scale;
     else

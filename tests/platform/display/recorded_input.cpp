@@ -13,6 +13,19 @@ std::mutex g_mutex;
 std::condition_variable g_changed;
 std::vector<std::string> g_input;
 std::function<void()> g_presenter;
+std::function<void()> g_raiser;
+
+bool Call(const std::function<void()>& installed)
+{
+    std::function<void()> function;
+    {
+        const std::lock_guard lock(g_mutex);
+        function = installed;
+    }
+    if (function)
+        function();
+    return function != nullptr;
+}
 
 void Record(std::string text)
 {
@@ -35,6 +48,7 @@ void ResetRecordedInput()
     const std::lock_guard lock(g_mutex);
     g_input.clear();
     g_presenter = nullptr;
+    g_raiser = nullptr;
 }
 
 std::vector<std::string> RecordedInput()
@@ -53,14 +67,12 @@ std::vector<std::string> WaitForInput(std::size_t count)
 
 bool PresentFrame()
 {
-    std::function<void()> presenter;
-    {
-        const std::lock_guard lock(g_mutex);
-        presenter = g_presenter;
-    }
-    if (presenter)
-        presenter();
-    return presenter != nullptr;
+    return Call(g_presenter);
+}
+
+bool AskToRaise()
+{
+    return Call(g_raiser);
 }
 
 } // namespace cardsong::test
@@ -116,7 +128,11 @@ void InstallPresenter(std::function<void()> presenter)
     g_presenter = std::move(presenter);
 }
 
-void InstallRaiser(std::function<void()> /*raiser*/) {}
+void InstallRaiser(std::function<void()> raiser)
+{
+    const std::lock_guard lock(g_mutex);
+    g_raiser = std::move(raiser);
+}
 
 void ResetWindows() {}
 

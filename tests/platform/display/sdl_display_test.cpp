@@ -25,11 +25,11 @@ constexpr cardsong::DesktopKeys kKeys{ TEXT("Main"), kCommands, kTaps };
 
 class SdlEvents : public testing::Test {
 protected:
-    SdlEvents()
+    explicit SdlEvents(const cardsong::display::DisplayOptions& options = { 2, false, kKeys })
     {
         ResetRecordedInput();
         setenv("SDL_VIDEODRIVER", "dummy", 1);
-        display = MakeSdlDisplay({ 2, false, kKeys });
+        display = MakeSdlDisplay(options);
         EXPECT_EQ(display->Start(), "");
         SDL_Event gained{};
         gained.type = SDL_WINDOWEVENT;
@@ -95,6 +95,29 @@ protected:
     std::unique_ptr<Display> display;
     std::size_t m_before = 0;
 };
+
+// Its window has 480 x 640 pixels.
+class TurnedSdlEvents : public SdlEvents {
+protected:
+    TurnedSdlEvents() : SdlEvents({ 2, false, kKeys, cardsong::host::Turn::Quarter }) {}
+};
+
+TEST_F(TurnedSdlEvents, TheMouseMeansWhatItPointsAt)
+{
+    PushButton(SDL_MOUSEBUTTONDOWN, SDL_BUTTON_LEFT, 470, 20);
+    PushMotion(0, 639);
+    PushMotion(-100, 10'000);
+    PushButton(SDL_MOUSEBUTTONUP, SDL_BUTTON_LEFT, 479, 0);
+    EXPECT_EQ(Heard(4), (Log{ "down 10,4", "move 319,239", "move 319,239", "up 0,0" }));
+}
+
+TEST_F(TurnedSdlEvents, AFingerMeansWhatItTouches)
+{
+    PushFinger(SDL_FINGERDOWN, 1, 0.5F, 0.25F);
+    PushFinger(SDL_FINGERMOTION, 1, 0.0F, 0.0F);
+    PushFinger(SDL_FINGERUP, 1, 1.0F, 1.0F);
+    EXPECT_EQ(Heard(3), (Log{ "down 80,119", "move 0,239", "up 319,0" }));
+}
 
 TEST_F(SdlEvents, KeysBecomeTheDevicesKeys)
 {
@@ -238,10 +261,32 @@ TEST_F(SdlCursor, IsHiddenOnTheFullScreenUntilTheMouseMoves)
 TEST(SdlDisplay, NamesTheClassOfItsWindowUnlessTheUserDid)
 {
     unsetenv("SDL_VIDEO_X11_WMCLASS");
-    setenv("SDL_VIDEO_WAYLAND_WMCLASS", "mine", 1);
-    const auto display = MakeSdlDisplay({});
+    MakeSdlDisplay({});
     EXPECT_STREQ(getenv("SDL_VIDEO_X11_WMCLASS"), "cardsong");
-    EXPECT_STREQ(getenv("SDL_VIDEO_WAYLAND_WMCLASS"), "mine");
+    setenv("SDL_VIDEO_X11_WMCLASS", "mine", 1);
+    MakeSdlDisplay({});
+    EXPECT_STREQ(getenv("SDL_VIDEO_X11_WMCLASS"), "mine");
+}
+
+// The library has stand-ins that open everywhere and show nothing.
+TEST(SdlDisplay, SaysWhichDisplayItCannotOpenInsteadOfShowingNothing)
+{
+    if (std::filesystem::exists("/dev/dri"))
+        GTEST_SKIP() << "this machine has a screen that can be opened";
+    unsetenv("SDL_VIDEODRIVER");
+    unsetenv("WAYLAND_DISPLAY");
+    unsetenv("XDG_RUNTIME_DIR");
+    setenv("DISPLAY", ":4711", 1);
+    setenv("DBUS_SESSION_BUS_ADDRESS", "unix:path=/nowhere/bus", 1);
+    testing::internal::CaptureStderr();
+    const auto onX = MakeSdlDisplay({});
+    EXPECT_EQ(onX->Start(), "cannot open the X display :4711");
+    onX->Stop();
+    unsetenv("DISPLAY");
+    const auto anywhere = MakeSdlDisplay({});
+    EXPECT_EQ(anywhere->Start(), "there is no display: no Wayland compositor, no X server, no screen");
+    anywhere->Stop();
+    EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
 }
 
 TEST(SdlDisplay, SaysWhyItCannotOpen)

@@ -1,0 +1,11 @@
+// How the player ends: what it saves, whom it tells and what it frees.
+#pragma once
+
+#include "platform/ce.h"
+
+// The exit command: stops the song, saves the play list and destroys the main window. `request`: the command's first
+// parameter.
+void ExitPlayer(HWND window, WPARAM request);
+// When the main window is destroyed, whoever did it: the song ends, everything is freed, and the thread's message loop
+// ends.
+void EndPlayer(HWND window);

@@ -1,0 +1,65 @@
+#include "platform/linux/display/wayland_outputs.h"
+
+#include <algorithm>
+#include <wayland-client.h>
+
+namespace cardsong::display {
+
+namespace {
+
+constexpr std::uint32_t kNewestVersion = 3; // the last whose events mean anything here
+constexpr SIZE kCommonDesktop = { 1024, 768 };
+
+} // namespace
+
+void WaylandOutputs::Add(wl_registry& registry, std::uint32_t name, std::uint32_t version)
+{
+    static constexpr wl_output_listener kListener = {
+        .geometry = [](void* data, wl_output*, int, int, int, int, int, const char*, const char*,
+                       int transform) { static_cast<Output*>(data)->isTurned = (transform & 1) != 0; },
+        .mode =
+            [](void* data, wl_output*, std::uint32_t flags, int width, int height, int) {
+                if ((flags & WL_OUTPUT_MODE_CURRENT) == 0)
+                    return;
+                static_cast<Output*>(data)->widthPx = width;
+                static_cast<Output*>(data)->heightPx = height;
+            },
+        .done = kIgnoreEvent,
+        .scale = [](void* data, wl_output*,
+                    int scale) { static_cast<Output*>(data)->scale = std::clamp(scale, 1, kLargestScale); },
+        .name = kIgnoreEvent,
+        .description = kIgnoreEvent,
+    };
+    auto output = std::make_unique<Output>();
+    output->name = name;
+    output->object.reset(static_cast<wl_output*>(
+        wl_registry_bind(&registry, name, &wl_output_interface, std::min(version, kNewestVersion))));
+    wl_output_add_listener(output->object.get(), &kListener, output.get());
+    m_outputs.push_back(std::move(output));
+}
+
+void WaylandOutputs::Remove(std::uint32_t name)
+{
+    std::erase_if(m_outputs, [name](const auto& output) { return output->name == name; });
+}
+
+int WaylandOutputs::ScaleFor(std::span<wl_output* const> shownOn) const
+{
+    int scale = 1;
+    for (const auto& output : m_outputs) {
+        if (shownOn.empty() || std::ranges::find(shownOn, output->object.get()) != shownOn.end())
+            scale = std::max(scale, output->scale);
+    }
+    return scale;
+}
+
+SIZE WaylandOutputs::DesktopSize() const
+{
+    if (m_outputs.empty() || m_outputs.front()->widthPx <= 0 || m_outputs.front()->heightPx <= 0)
+        return kCommonDesktop;
+    const Output& output = *m_outputs.front();
+    const SIZE size = { output.widthPx / output.scale, output.heightPx / output.scale };
+    return output.isTurned ? SIZE{ size.cy, size.cx } : size;
+}
+
+} // namespace cardsong::display

@@ -1,0 +1,37 @@
+// The compositor's screens: how many pixels one of a window's units has on them, and how large they are.
+#pragma once
+
+#include "platform/ce.h"
+#include "platform/linux/display/wayland_objects.h"
+
+#include <cstdint>
+#include <span>
+#include <vector>
+
+namespace cardsong::display {
+
+class WaylandOutputs {
+public:
+    static constexpr int kLargestScale = 8; // what a compositor says beyond it is cut
+
+    void Add(wl_registry& registry, std::uint32_t name, std::uint32_t version);
+    // Nothing for a name of something else.
+    void Remove(std::uint32_t name);
+    // The largest scale of the screens that `shownOn` names; while it is empty, of all of them.
+    int ScaleFor(std::span<wl_output* const> shownOn) const;
+    // The size of the first screen in a window's units; a common one while it is not known.
+    SIZE DesktopSize() const;
+
+private:
+    struct Output {
+        std::uint32_t name = 0;
+        WaylandPtr<wl_output> object;
+        int widthPx = 0; // 0: not known yet
+        int heightPx = 0;
+        bool isTurned = false; // by a quarter
+        int scale = 1;
+    };
+    std::vector<std::unique_ptr<Output>> m_outputs;
+};
+
+} // namespace cardsong::display

@@ -1,6 +1,7 @@
 """The Debian packages as they were built.
 
-package_test.py PACKAGES AGAIN ARM      AGAIN holds those of a second build, in another folder, ARM those for 64-bit ARM
+package_test.py PACKAGES LOG AGAIN ARM      LOG tells how they were built; AGAIN holds those of a second build, in another
+                                            folder, ARM those for 64-bit ARM
 """
 import filecmp
 import pathlib
@@ -9,8 +10,8 @@ import sys
 import tempfile
 import unittest
 
-PACKAGES, AGAIN, ARM = (pathlib.Path(path).resolve() for path in sys.argv[1:4])
-del sys.argv[1:4]
+PACKAGES, LOG, AGAIN, ARM = (pathlib.Path(path).resolve() for path in sys.argv[1:5])
+del sys.argv[1:5]
 ELF_MACHINE_ARM64 = 183
 NAMES = {"cardsong", "cardsong-data", "libcardsong-device0", "libcardsong-device-dev"}
 
@@ -54,8 +55,7 @@ class Packages(unittest.TestCase):
             self.assertEqual((done.returncode, done.stdout), (0, ""), done.stderr)
 
     def test_everything_was_compiled_with_the_flags_of_hardening(self):
-        log = PACKAGES / f"cardsong_{self.version()}_{own_architecture()}.build"
-        done = run("blhc", "--ignore-line", ".*-mingw32-windres .*", log)  # which compiles texts
+        done = run("blhc", "--ignore-line", ".*-mingw32-windres .*", LOG)  # which compiles texts
         self.assertEqual((done.returncode, done.stdout), (0, ""))
 
     def test_every_program_and_the_library_are_hardened(self):

@@ -1,6 +1,7 @@
 """The Debian packages as they were built.
 
-package_test.py PACKAGES AGAIN ARM      AGAIN holds those of a second build, in another folder, ARM those for 64-bit ARM
+package_test.py BUILT AGAIN ARM      the folders in which tools/make-packages built them: here, once more in another folder, and
+                                     for 64-bit ARM
 """
 import filecmp
 import pathlib
@@ -9,7 +10,7 @@ import sys
 import tempfile
 import unittest
 
-PACKAGES, AGAIN, ARM = (pathlib.Path(path).resolve() for path in sys.argv[1:4])
+BUILT, AGAIN, ARM = (pathlib.Path(path).resolve() for path in sys.argv[1:4])
 del sys.argv[1:4]
 ELF_MACHINE_ARM64 = 183
 NAMES = {"cardsong", "cardsong-data", "libcardsong-device0", "libcardsong-device-dev"}
@@ -37,7 +38,7 @@ def unpacked(deb):
 
 class Packages(unittest.TestCase):
     def setUp(self):
-        self.debs = debs(PACKAGES, own_architecture())
+        self.debs = debs(BUILT, own_architecture())
 
     def version(self):
         return self.debs["cardsong"].name.split("_")[1]
@@ -48,14 +49,13 @@ class Packages(unittest.TestCase):
         self.assertEqual(symbols, {"cardsong-dbgsym", "libcardsong-device0-dbgsym"})
 
     def test_lintian_finds_no_errors_and_no_warnings(self):
-        for folder, architecture in ((PACKAGES, own_architecture()), (ARM, "arm64")):
+        for folder, architecture in ((BUILT, own_architecture()), (ARM, "arm64")):
             changes = folder / f"cardsong_{self.version()}_{architecture}.changes"
             done = run("lintian", "--allow-root", "--fail-on", "error,warning", changes)
             self.assertEqual((done.returncode, done.stdout), (0, ""), done.stderr)
 
     def test_everything_was_compiled_with_the_flags_of_hardening(self):
-        log = PACKAGES / f"cardsong_{self.version()}_{own_architecture()}.build"
-        done = run("blhc", "--ignore-line", ".*-mingw32-windres .*", log)  # which compiles texts
+        done = run("blhc", "--ignore-line", ".*-mingw32-windres .*", BUILT / "build.log")  # which compiles texts
         self.assertEqual((done.returncode, done.stdout), (0, ""))
 
     def test_every_program_and_the_library_are_hardened(self):
@@ -75,7 +75,7 @@ class Packages(unittest.TestCase):
         self.assertEqual(set(again), set(self.debs))
         for name, deb in self.debs.items():
             self.assertTrue(filecmp.cmp(deb, again[name], shallow=False), f"{name} came out another way")
-        for source in PACKAGES.glob("*.tar.xz"):
+        for source in BUILT.glob("*.tar.xz"):
             self.assertTrue(filecmp.cmp(source, AGAIN / source.name, shallow=False), f"{source.name} came out another way")
 
     def test_those_for_arm_hold_programs_for_arm(self):

@@ -44,9 +44,9 @@ std::string Printed(const RegistryValue& value)
         return Utf8(WStringView(text).substr(0, text.find(WCHAR{ 0 })));
     }
     std::string bytes;
-    for (const BYTE byte : value.data) {
+    for (const BYTE piece : value.data) {
         char digits[4];
-        std::snprintf(digits, sizeof digits, "%02x", static_cast<unsigned>(byte));
+        std::snprintf(digits, sizeof digits, "%02x", static_cast<unsigned>(piece));
         bytes += digits;
     }
     return bytes;

@@ -233,7 +233,7 @@ class Completion(unittest.TestCase):
         self.assertIn("prefix", complete("cardsongctl", "songs", ""))
         self.assertEqual(complete("cardsongctl", "songs", "-"), ["--json"])
         self.assertEqual(complete("cardsongctl", "status", "-"), ["--json", "--device="])
-        self.assertEqual(complete("cardsongctl", "registry", ""), ["get", "set", "--device="])
+        self.assertEqual(complete("cardsongctl", "registry", ""), ["get", "list", "set", "--device="])
         self.assertEqual(complete("cardsongctl", "registry", "get", ""), ["--device="])
         self.assertEqual(complete("cardsongctl", "play", "--device", "=", "pre"), ["prefix"])
         self.assertEqual(complete("cardsongctl", "play", ""), ["--device="])

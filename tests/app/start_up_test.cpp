@@ -39,6 +39,12 @@ TEST_F(StartUp, WithoutACardFolderThereIsNoCard)
     EXPECT_EQ(IsStorageCardPresent(), 0);
 }
 
+TEST_F(StartUp, TheProgramBringsTheIconOfItsWindow)
+{
+    EXPECT_NE(LoadIconW(cardsong::kernel::ProgramInstance(), kMainWindowClass), nullptr);
+    EXPECT_EQ(LoadIconW(cardsong::kernel::ProgramInstance(), TEXT("NO_SUCH_ICON")), nullptr);
+}
+
 TEST_F(StartUp, WithoutACardTheUserIsToldAndNoWindowComes)
 {
     std::filesystem::remove_all(m_device.CardDirectory());

@@ -79,7 +79,7 @@ void LinkLyrics(const Path& song, const Path& folder)
 // of the names.
 Path FolderOfSong(const Path& card, std::size_t index)
 {
-    char name[16];
+    char name[24];
     std::snprintf(name, sizeof(name), "%06zu", index + 1);
     return card / name;
 }

@@ -32,6 +32,8 @@ class KioskFiles(unittest.TestCase):
         self.fake("cage", '[ "$1 $2" = "-d --" ] || exit 9; shift 2; "$@"; exit 0')
         self.fake("cardsong", 'exit "${FAKE_STATUS:-0}"')
         self.fake("systemctl")
+        (self.bin / "id").write_text("#!/bin/sh\necho ${FAKE_ID:-1000}\n")
+        (self.bin / "id").chmod(0o755)
 
     def fake(self, name, *lines):
         path = self.bin / name
@@ -45,6 +47,12 @@ class KioskFiles(unittest.TestCase):
     def run_session(self, **more):
         done = subprocess.run([self.bin / "cardsong-kiosk"], env=self.environment(**more), capture_output=True, text=True)
         return done.returncode, self.log.read_text(encoding="utf-8").splitlines()
+
+    def test_root_gets_no_screen(self):
+        done = subprocess.run([self.bin / "cardsong-kiosk"], env=self.environment(FAKE_ID="0"), capture_output=True, text=True)
+        self.assertEqual((done.returncode, done.stderr),
+                         (1, "cardsong-kiosk: not as root: log in as the user whose session it is to be\n"))
+        self.assertFalse(self.log.exists())
 
     def complaints(self, unit, text, *options, path=""):
         """What systemd says about a unit of this text."""

@@ -10,7 +10,7 @@ import sys
 from ear import Failure, wait_for
 from other_programs import PATIENCE_S, SONG_REPEATS, Stage, end, expect, expect_end
 
-OPENED = "device/Opened/Device"
+OPENED = "device/.cardsong-opened/Device"
 LIST = "device/Windows/play_list.txt"
 
 

@@ -16,7 +16,7 @@ namespace {
 
 using Path = std::filesystem::path;
 
-constexpr const char* kOpenedFolder = "Opened";
+constexpr const char* kOpenedFolder = ".cardsong-opened"; // no name of a folder that a user has;
 constexpr const char* kRegistryFile = "registry.ini";
 constexpr std::chrono::milliseconds kVisitLimit{ 2000 };
 constexpr std::chrono::milliseconds kEndLimit{ 3000 };

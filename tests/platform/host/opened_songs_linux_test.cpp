@@ -37,7 +37,7 @@ protected:
     void TearDown() override { std::filesystem::remove_all(m_root); }
 
     Path UserDevice() const { return m_root / "device"; }
-    Path Card() const { return UserDevice() / "Opened/Card"; }
+    Path Card() const { return UserDevice() / ".cardsong-opened/Card"; }
     Path Music(const std::string& name) const { return m_root / "music" / name; }
 
     static void Write(const Path& file, const std::string& text)
@@ -85,7 +85,7 @@ TEST_F(OpenedSongs, WithoutOneTheCardAndTheDeviceStay)
     Options options = OptionsFor({});
     EXPECT_EQ(OpenSongs(options), "");
     EXPECT_EQ(options, OptionsFor({}));
-    EXPECT_FALSE(std::filesystem::exists(UserDevice() / "Opened"));
+    EXPECT_FALSE(std::filesystem::exists(UserDevice() / ".cardsong-opened"));
 }
 
 TEST_F(OpenedSongs, AreACardInTheOrderGiven)
@@ -105,7 +105,7 @@ TEST_F(OpenedSongs, ArePlayedAtOnceByAPlayerWithAListOfItsOwn)
     Options options = OptionsFor({ Music("a.mp3") });
     EXPECT_EQ(OpenSongs(options), "");
     EXPECT_EQ(options.playerCommandLine, TEXT("--fill --play "));
-    EXPECT_EQ(options.deviceDirectory, UserDevice() / "Opened/Device");
+    EXPECT_EQ(options.deviceDirectory, UserDevice() / ".cardsong-opened/Device");
     EXPECT_EQ(FilesBelow(options.deviceDirectory), Names{ "registry.ini" });
     EXPECT_EQ(Read(Path(options.deviceDirectory) / "registry.ini"), "volume");
     EXPECT_EQ(Read(UserDevice() / "Windows/play_list.txt"), "the user's list");
@@ -165,7 +165,7 @@ TEST_F(OpenedSongs, ANameThatIsNotThereIsToldAndNothingChanges)
     const Options before = options;
     EXPECT_EQ(OpenSongs(options), "no such song.mp3: No such file or directory");
     EXPECT_EQ(options, before);
-    EXPECT_FALSE(std::filesystem::exists(UserDevice() / "Opened"));
+    EXPECT_FALSE(std::filesystem::exists(UserDevice() / ".cardsong-opened"));
 }
 
 TEST_F(OpenedSongs, WhatWasOpenedBeforeIsForgottenAndStaysWhereItIs)
@@ -182,12 +182,21 @@ TEST_F(OpenedSongs, WhatWasOpenedBeforeIsForgottenAndStaysWhereItIs)
     EXPECT_EQ(Read(Music("old/a.mp3")), "old");
 }
 
+TEST_F(OpenedSongs, NoFolderOfTheUsersOwnIsTakenForTheirs)
+{
+    Write(Music("a.mp3"), "song");
+    Write(UserDevice() / "Opened/letter.txt", "dear");
+    Options options = OptionsFor({ Music("a.mp3") });
+    EXPECT_EQ(OpenSongs(options), "");
+    EXPECT_EQ(Read(UserDevice() / "Opened/letter.txt"), "dear");
+}
+
 TEST_F(OpenedSongs, ADeviceFolderThatCannotBeWrittenIsTold)
 {
     Write(Music("a.mp3"), "song");
     Options options = OptionsFor({ Music("a.mp3") });
     options.deviceDirectory = UserDevice() / "registry.ini";
-    EXPECT_EQ(OpenSongs(options), options.deviceDirectory + "/Opened: Not a directory");
+    EXPECT_EQ(OpenSongs(options), options.deviceDirectory + "/.cardsong-opened: Not a directory");
 }
 
 TEST_F(OpenedSongs, APlayerThatDoesNotEndKeepsItsSongs)

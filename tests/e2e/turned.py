@@ -9,7 +9,6 @@ import fractions
 import pathlib
 import subprocess
 import sys
-import time
 
 from PIL import Image, ImageChops, ImageGrab
 
@@ -19,7 +18,6 @@ from stage import HEIGHT, WIDTH, Stage, make_tones, under_wine
 
 BAD_OPTION = 2
 PATIENCE_S = 20
-FINGERS_WAY_S = 0.5  # from the eye to the screen; a tap in the first milliseconds of a window may get lost
 LIST_KEY = (SOFT_KEYS[0][1] * MAIN.index("open_list") + SOFT_KEYS[0][1] // 2, 224)
 CLOCKWISE = {90: Image.Transpose.ROTATE_270, 180: Image.Transpose.ROTATE_180, 270: Image.Transpose.ROTATE_90}
 # A smaller picture has the screen's 65536 colours, too: half a step of red or blue, and one of rounding.
@@ -119,7 +117,7 @@ def play(program, stage, panel, pictures, options, turn, size):
     shot = stage.root / f"{name}.png"
     player = stage.start(command_of(program, stage, name, "--screenshot", shot, *options), stderr=subprocess.PIPE, text=True)
     panel.await_picture("the main window", pictures[0], turn, size)
-    time.sleep(FINGERS_WAY_S)
+    # At once: a tap in the very moment in which the window gets the focus is one, too.
     panel.tap(LIST_KEY, turn, size)
     panel.await_picture("the play list", pictures[1], turn, size)
     if turn == 90:

@@ -20,6 +20,14 @@ del sys.argv[1:3]
 TOOLS = ("check-release", "make-packages", "make-release", "project-version")
 PROJECT = 'project(Cardsong VERSION 1.2.3 DESCRIPTION "x")\nset(CARDSONG_RELEASE_DATE 2027-01-02) # of this version\n'
 CHANGES = "# Changes\n\n## Unreleased\n\n## 1.2.3 (2027-01-02)\n\n- It plays.\n\n## 1.2.2 (2026-12-01)\n\n- It starts.\n"
+DEBIAN = """cardsong (1.2.3) unstable; urgency=medium
+
+  * It plays.
+
+ -- nobody <nobody@localhost>  Sat, 02 Jan 2027 12:00:00 +0000
+
+cardsong (1.2.2) unstable; urgency=medium
+"""
 PACKAGE = """#!/bin/sh
 echo "$SOURCE_DATE_EPOCH $(umask) $(cat note.txt)" >"$CARDSONG_PACKAGES/cardsong-$CARDSONG_VERSION-%s"
 """
@@ -36,8 +44,8 @@ def module(path):
 
 
 class Agreement(unittest.TestCase):
-    def findings(self, project=PROJECT, changes=CHANGES, final=True):
-        return module(ROOT / "tools/check-release").findings(project, changes, final)
+    def findings(self, project=PROJECT, changes=CHANGES, debian=DEBIAN, final=True):
+        return module(ROOT / "tools/check-release").findings(project, changes, debian, final)
 
     def test_holds_between_the_version_the_date_and_the_change_log_of_this_source(self):
         subprocess.run([ROOT / "tools/check-release"], check=True)
@@ -54,9 +62,14 @@ class Agreement(unittest.TestCase):
 
     def test_fails_for_a_release_of_another_version_or_day(self):
         wanted = ['the newest release in CHANGELOG.md is not "## 1.2.4 (2027-01-02)"']
-        self.assertEqual(self.findings(PROJECT.replace("1.2.3", "1.2.4")), wanted)
+        self.assertEqual(self.findings(PROJECT.replace("1.2.3", "1.2.4"), debian=DEBIAN.replace("1.2.3", "1.2.4")), wanted)
         wanted = ['the newest release in CHANGELOG.md is not "## 1.2.3 (2027-01-03)"']
         self.assertEqual(self.findings(PROJECT.replace("01-02", "01-03")), wanted)
+
+    def test_fails_for_debian_packages_of_another_version(self):
+        wanted = "the newest release in packaging/debian/changelog is {}, not 1.2.3"
+        self.assertEqual(self.findings(debian=DEBIAN.replace("1.2.3", "1.2.4")), [wanted.format("1.2.4")])
+        self.assertEqual(self.findings(debian=""), [wanted.format(None)])
 
     def test_fails_for_a_release_that_nothing_is_said_of(self):
         self.assertEqual(self.findings(changes=CHANGES.replace("- It plays.\n", "")), ["CHANGELOG.md says nothing about 1.2.3"])
@@ -85,11 +98,12 @@ class MakeRelease(unittest.TestCase):
         self.repository = pathlib.Path(folder.name) / "a repository"
         self.temporary = pathlib.Path(folder.name) / "temporary"
         self.temporary.mkdir()
-        (self.repository / "tools/packages").mkdir(parents=True)
+        (self.repository / "tools").mkdir(parents=True)
         for name in TOOLS:
             shutil.copy(ROOT / "tools" / name, self.repository / "tools")
         self.write("CMakeLists.txt", PROJECT)
         self.write("CHANGELOG.md", CHANGES)
+        self.write("packaging/debian/changelog", DEBIAN)
         self.write("note.txt", "tagged\n")
         self.write("歌曲.txt", "songs\n")
         self.write(".gitignore", "/build/\n")
@@ -101,6 +115,7 @@ class MakeRelease(unittest.TestCase):
 
     def write(self, name, text):
         path = self.repository / name
+        path.parent.mkdir(parents=True, exist_ok=True)
         path.write_text(text, encoding="utf-8")
         if text.startswith("#!"):
             path.chmod(0o755)

@@ -179,6 +179,12 @@ class ManualPages(unittest.TestCase):
         page = section(page_text("cardsong.1"), "EXIT STATUS")
         self.assertEqual(re.findall(r"^ {7}(\d+)", page, re.MULTILINE), re.findall(r"\b(\d+) [a-z]", told))
 
+    def test_tell_of_every_word_of_the_environment_that_chooses_the_display(self):
+        chosen = (ROOT / "platform/linux/display/display_choice.cpp").read_text(encoding="utf-8")
+        asked = [name for name in re.findall(r'Variable\("(\w+)"\)', chosen) if name != "XDG_RUNTIME_DIR"]
+        told = re.findall(r"^ {7}([A-Z_, ]+)$", section(page_text("cardsong.1"), "ENVIRONMENT"), re.MULTILINE)
+        self.assertEqual(", ".join(told).split(", ")[:len(asked)], asked)
+
     def test_tell_of_every_function_that_the_library_exports(self):
         page = page_text("cardsong-device.3")
         for line in (ROOT / "packaging/exports.txt").read_text().splitlines():

@@ -15,11 +15,12 @@ UNFORMATTED = "int Sum( int a,int b ) { return a+b; }\n"
 
 
 class Check(unittest.TestCase):
+    """In a house that is an unpacked archive."""
+
     def setUp(self):
         folder = tempfile.TemporaryDirectory()
         self.addCleanup(folder.cleanup)
         self.house = pathlib.Path(folder.name)
-        subprocess.run(["git", "init", "--quiet", self.house], check=True)
         for name in ("tools/check", ".clang-format"):
             (self.house / name).parent.mkdir(exist_ok=True)
             shutil.copy(ROOT / name, self.house / name)
@@ -100,11 +101,57 @@ class Check(unittest.TestCase):
                          (1, "tags/one.cpp: clang-tidy gave up: no such build\ntags/two.cpp: clang-tidy gave up: no such build\n"
                              "check: 3 files, 2 findings\n"))
 
+    def test_what_a_build_made_is_no_part_of_the_house(self):
+        self.write("build/asan/made.cpp", UNFORMATTED)
+        self.write("gui/build/other.cpp", FORMATTED)
+        self.assertEqual(self.check(), (1, "gui/build/other.cpp: not listed in any CMakeLists.txt\ncheck: 2 files, 1 findings\n"))
+
     def test_help_names_each_choice(self):
         status, out = self.check("--help")
         self.assertEqual(status, 0)
         for option in ("--fix", "--tidy"):
             self.assertIn(f"tools/check {option} ", out)
+
+    def test_works_where_git_is_not_installed(self):
+        programs = self.house / "programs"
+        programs.mkdir()
+        (programs / "clang-format").symlink_to(shutil.which("clang-format"))
+        (self.house / ".git").mkdir()
+        self.write("gui/lost.cpp", FORMATTED)
+        self.assertEqual(self.check(PATH=str(programs)),
+                         (1, "gui/lost.cpp: not listed in any CMakeLists.txt\ncheck: 2 files, 1 findings\n"))
+
+
+@unittest.skipUnless(shutil.which("git"), "git is not installed")
+class CheckInARepository(Check):
+    """The same in a repository."""
+
+    def setUp(self):
+        super().setUp()
+        subprocess.run(["git", "init", "--quiet", self.house], check=True)
+        self.write(".gitignore", "/build/\n")
+
+    def test_works_where_git_is_not_installed(self):
+        shutil.rmtree(self.house / ".git")
+        super().test_works_where_git_is_not_installed()
+
+    def test_what_git_ignores_is_no_part_of_the_house(self):
+        self.write(".gitignore", "/build/\n/gui/made.cpp\n")
+        self.write("gui/made.cpp", UNFORMATTED)
+        self.assertEqual(self.check(), (0, "check: 1 files, 0 findings\n"))
+
+
+@unittest.skipUnless(shutil.which("git"), "git is not installed")
+class CheckInAForeignRepository(Check):
+    """The same where somebody unpacked the archive in a repository of their own, which ignores it."""
+
+    def setUp(self):
+        super().setUp()
+        around = self.house.with_name(f"{self.house.name}.around")
+        subprocess.run(["git", "init", "--quiet", around], check=True)
+        self.addCleanup(shutil.rmtree, around)
+        (around / ".gitignore").write_text("/house/\n", encoding="utf-8")
+        self.house = self.house.rename(around / "house")
 
 
 if __name__ == "__main__":

@@ -38,12 +38,12 @@ class Check(unittest.TestCase):
                               env=os.environ | surroundings)
         return done.returncode, done.stdout
 
-    def check_tidy(self, clang_tidy):
+    def check_tidy(self, clang_tidy, cmake="true"):
         """With two readers of foreign bytes, and a clang-tidy of our own."""
         for name in ("one", "two"):
             self.write(f"tags/{name}.cpp", FORMATTED)
         self.write("tags/CMakeLists.txt", "cardsong_library(cardsong_tags SOURCES one.cpp two.cpp)\n")
-        for name, text in (("clang-tidy", clang_tidy), ("cmake", "true")):
+        for name, text in (("clang-tidy", clang_tidy), ("cmake", cmake)):
             self.write(f"bin/{name}", f"#!/bin/sh\n{text}\n").chmod(0o755)
         return self.check("--tidy", PATH=f"{self.house / 'bin'}:{os.environ['PATH']}")
 
@@ -105,6 +105,10 @@ class Check(unittest.TestCase):
         self.write("build/asan/made.cpp", UNFORMATTED)
         self.write("gui/build/other.cpp", FORMATTED)
         self.assertEqual(self.check(), (1, "gui/build/other.cpp: not listed in any CMakeLists.txt\ncheck: 2 files, 1 findings\n"))
+
+    def test_tidy_needs_no_make(self):
+        self.check_tidy("true", cmake=f'echo "$CMAKE_GENERATOR" >"{self.house}/generator"')
+        self.assertEqual((self.house / "generator").read_text(), os.environ.get("CMAKE_GENERATOR", "Ninja") + "\n")
 
     def test_help_names_each_choice(self):
         status, out = self.check("--help")

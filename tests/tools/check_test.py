@@ -125,6 +125,16 @@ class Check(unittest.TestCase):
         self.assertEqual(self.check(PATH=str(programs)),
                          (1, "gui/lost.cpp: not listed in any CMakeLists.txt\ncheck: 2 files, 1 findings\n"))
 
+    @unittest.skipUnless(shutil.which("git"), "git is not installed")
+    def test_is_complete_in_a_foreign_repository_that_ignores_it(self):
+        shutil.rmtree(self.house / ".git", ignore_errors=True)
+        around = self.house.with_name(f"{self.house.name}.around")
+        self.addCleanup(shutil.rmtree, around)
+        subprocess.run(["git", "init", "--quiet", around], check=True)
+        (around / ".gitignore").write_text("/house/\n", encoding="utf-8")
+        self.house = self.house.rename(around / "house")
+        self.assertEqual(self.check(), (0, "check: 1 files, 0 findings\n"))
+
 
 @unittest.skipUnless(shutil.which("git"), "git is not installed")
 class CheckInARepository(Check):
@@ -143,19 +153,6 @@ class CheckInARepository(Check):
         self.write(".gitignore", "/build/\n/gui/made.cpp\n")
         self.write("gui/made.cpp", UNFORMATTED)
         self.assertEqual(self.check(), (0, "check: 1 files, 0 findings\n"))
-
-
-@unittest.skipUnless(shutil.which("git"), "git is not installed")
-class CheckInAForeignRepository(Check):
-    """The same where somebody unpacked the archive in a repository of their own, which ignores it."""
-
-    def setUp(self):
-        super().setUp()
-        around = self.house.with_name(f"{self.house.name}.around")
-        subprocess.run(["git", "init", "--quiet", around], check=True)
-        self.addCleanup(shutil.rmtree, around)
-        (around / ".gitignore").write_text("/house/\n", encoding="utf-8")
-        self.house = self.house.rename(around / "house")
 
 
 if __name__ == "__main__":

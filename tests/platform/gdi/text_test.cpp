@@ -481,6 +481,15 @@ TEST_F(Text, AHalfOfAPairTakesNoNeighbourWithIt)
     EXPECT_EQ(Width(low + high), Width(low) + Width(high));
 }
 
+TEST_F(Text, NoPairOfALongTextIsSplit)
+{
+    const WString pair = { static_cast<WCHAR>(0xD840), static_cast<WCHAR>(0xDC0B) };
+    WString text = TEXT("x"); // so that pairs stand across every even place
+    for (int i = 0; i < 1000; ++i)
+        text += pair;
+    EXPECT_EQ(Width(text), Width(TEXT("x")) + 1000 * Width(pair));
+}
+
 TEST_F(Text, EveryVisibleCharacterOfAsciiIsDrawn)
 {
     for (WCHAR character = TEXT('!'); character <= TEXT('~'); ++character) {

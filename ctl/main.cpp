@@ -48,6 +48,7 @@ std::string HelpText()
 int main(int count, char** arguments)
 {
     using namespace cardsong::host;
+    OpenStandardStreams();
     const Console console = { stdout, stderr, IsTerminal(stderr) && !IsTerminal(stdout) };
     const std::vector<std::string> texts = ConsoleArguments(count, arguments);
     const std::vector<std::string_view> words(texts.begin(), texts.end());

@@ -20,6 +20,7 @@
 
 #include <atomic>
 #include <chrono>
+#include <csignal>
 #include <cstdio>
 #include <filesystem>
 #include <thread>
@@ -98,9 +99,9 @@ int RunOnDisplay(const Options& options, std::vector<ScriptStep> script, EndWatc
     opening.join();
     player.Stop();
     cardWatch.Stop();
+    display->Stop(); // a display server that hangs holds this: the watch can still end the process
     endWatch.Stop();
     saved = saved || display::SaveScreenshot(options.screenshotFile);
-    display->Stop();
     if (display->IsLost())
         return Complain("the display went away; the play list is saved", kDisplayLost);
     if (!trouble.empty())
@@ -115,6 +116,7 @@ int RunOnDisplay(const Options& options, std::vector<ScriptStep> script, EndWatc
 int RunSession(Options options)
 {
     kernel::TraceStart("options read");
+    std::signal(SIGPIPE, SIG_IGN); // who reads the log may go before the list is saved
     auto script = ParseInputScript(options.keyScript, ProgramDesktopKeys().commands);
     if (const auto* const error = std::get_if<ScriptError>(&script))
         return Complain("--keys: " + error->message, kBadOption);

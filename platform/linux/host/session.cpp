@@ -14,6 +14,7 @@
 #include "platform/linux/host/device_membership.h"
 #include "platform/linux/host/end_watch.h"
 #include "platform/linux/host/opened_songs.h"
+#include "platform/linux/host/start_turn.h"
 #include "platform/linux/kernel/start_trace.h"
 #include "platform/linux/sound/sound_player.h"
 #include "platform/linux/user/input.h"
@@ -126,12 +127,16 @@ int RunSession(Options options)
     const auto skin = ChooseSkin(options.skin, options.deviceDirectory, *installedTree);
     if (const auto* const error = std::get_if<SkinError>(&skin))
         return Complain(error->message, kBadOption);
+    StartTurn turn(options.deviceDirectory);
+    if (!turn.Await())
+        return Complain("another player is starting, and does not get on", kFailed);
     if (std::string trouble = OpenSongs(options); !trouble.empty())
         return Complain(trouble, kFailed);
     LayOutDevice(options, *installedTree, std::get<std::filesystem::path>(skin));
 
     EndWatch endWatch;
     DeviceMembership membership(options.deviceDirectory);
+    turn.End();
     if (membership.IsSecond())
         return CallRunningPlayer(options, membership);
     return RunOnDisplay(options, std::get<std::vector<ScriptStep>>(std::move(script)), endWatch, membership);

@@ -24,7 +24,9 @@ bool Link(const Path& lyrics, const Path& link)
     std::error_code error;
     if (!std::filesystem::is_regular_file(lyrics, error))
         return false;
-    std::filesystem::create_symlink(lyrics, link, error);
+    const Path target = std::filesystem::canonical(lyrics, error); // not a link of the card that is replaced
+    if (!error)
+        std::filesystem::create_symlink(target, link, error);
     return !error;
 }
 

@@ -58,6 +58,16 @@ TEST_F(OpenedLyrics, OfBothFoldersOfALinkComeWhenNoneHasItsName)
     EXPECT_EQ(FilesBelow(Card()), (Names{ "000001/Love.mp3", "000001/x.lrc", "000001/y.lrc" }));
 }
 
+TEST_F(OpenedLyrics, OfASongOfTheFormerCardAreStillThere)
+{
+    Write(Music("a.mp3"), "song");
+    Write(Music("a.lrc"), "lyrics");
+    static_cast<void>(Open({ Music("a.mp3") }));
+    static_cast<void>(Open({ Card() / "000001/a.mp3" })); // as a list of files used last names it
+    EXPECT_EQ(Read(Card() / "000001/a.lrc"), "lyrics");
+    EXPECT_EQ(Read(Card() / "000001/a.mp3"), "song");
+}
+
 TEST_F(OpenedLyrics, OfAHugeFolderAThousandEntriesAreLookedAt)
 {
     Write(Music("a.mp3"), "song");

@@ -38,6 +38,7 @@ Path EntryName(const NamedSong& song, bool isFolder)
 
 std::error_code LinkSongs(const std::vector<NamedSong>& songs, const Path& card)
 {
+    LyricsLinks lyrics;
     std::error_code error;
     for (std::size_t i = 0; i < songs.size(); ++i) {
         const Path folder = FolderOfSong(card, i);
@@ -49,7 +50,7 @@ std::error_code LinkSongs(const std::vector<NamedSong>& songs, const Path& card)
         if (std::filesystem::create_symlink(songs[i].target, entry, error); error)
             return error;
         if (!isFolder)
-            LinkLyrics(songs[i], entry);
+            lyrics.Make(songs[i], entry);
     }
     return {};
 }

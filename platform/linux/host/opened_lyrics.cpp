@@ -1,6 +1,7 @@
 #include "platform/linux/host/opened_lyrics.h"
 
 #include <algorithm>
+#include <optional>
 #include <string_view>
 
 namespace cardsong::host {
@@ -19,32 +20,42 @@ bool HasLyricsExtension(const std::string& name)
                       [&](char small, char letter) { return isSame(letter, small); });
 }
 
-bool Link(const Path& lyrics, const Path& link)
+// The file itself: a link may lie on the card that is replaced.
+std::optional<Path> FindFile(const Path& lyrics)
 {
     std::error_code error;
     if (!std::filesystem::is_regular_file(lyrics, error))
-        return false;
-    const Path target = std::filesystem::canonical(lyrics, error); // not a link of the card that is replaced
-    if (!error)
-        std::filesystem::create_symlink(target, link, error);
-    return !error;
+        return std::nullopt;
+    Path file = std::filesystem::canonical(lyrics, error);
+    return error ? std::nullopt : std::optional(std::move(file));
 }
 
-void LinkAll(const Path& from, const Path& to)
+// The places of lyrics files among the first entries of the folder.
+std::vector<Path> LyricsIn(const Path& folder)
 {
+    std::vector<Path> lyrics;
     std::error_code error;
-    std::filesystem::directory_iterator entries(from, error);
+    std::filesystem::directory_iterator entries(folder, error);
     for (int i = 0; i < kMostEntries && !error && entries != std::filesystem::directory_iterator(); ++i) {
-        const Path lyrics = entries->path();
-        if (HasLyricsExtension(lyrics.filename()))
-            Link(lyrics, to / lyrics.filename());
+        if (HasLyricsExtension(entries->path().filename()))
+            lyrics.push_back(entries->path());
         entries.increment(error);
     }
+    return lyrics;
+}
+
+bool Link(const Path& lyrics, const Path& link)
+{
+    const auto file = FindFile(lyrics);
+    std::error_code error;
+    if (file)
+        std::filesystem::create_symlink(*file, link, error);
+    return file && !error;
 }
 
 } // namespace
 
-void LinkLyrics(const NamedSong& song, const Path& entry)
+void LyricsLinks::Make(const NamedSong& song, const Path& entry)
 {
     for (const Path& place : { song.place, song.target }) {
         for (const char* const extension : { ".lrc", ".LRC" }) {
@@ -53,7 +64,20 @@ void LinkLyrics(const NamedSong& song, const Path& entry)
         }
     }
     LinkAll(song.place.parent_path(), entry.parent_path());
-    LinkAll(song.target.parent_path(), entry.parent_path());
+    if (song.target.parent_path() != song.place.parent_path())
+        LinkAll(song.target.parent_path(), entry.parent_path());
+}
+
+void LyricsLinks::LinkAll(const Path& from, const Path& to)
+{
+    if (m_linksLeft == 0)
+        return;
+    if (from != m_folder)
+        m_lyrics = LyricsIn(m_folder = from);
+    for (const Path& lyrics : m_lyrics) {
+        if (m_linksLeft > 0 && Link(lyrics, to / lyrics.filename()))
+            --m_linksLeft;
+    }
 }
 
 } // namespace cardsong::host

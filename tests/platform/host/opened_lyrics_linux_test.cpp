@@ -79,6 +79,21 @@ TEST_F(OpenedLyrics, OfAHugeFolderAThousandEntriesAreLookedAt)
     EXPECT_LE(lyrics, 1000U);
 }
 
+TEST_F(OpenedLyrics, ThatAreNoSongsOwnComeTwoThousandTimesAtMost)
+{
+    constexpr int kSongs = 50;
+    constexpr int kLyrics = 50;
+    std::vector<Path> songs;
+    for (int i = 0; i < kSongs; ++i)
+        Write(songs.emplace_back(Music("song " + std::to_string(i) + ".mp3")), "song");
+    for (int i = 0; i < kLyrics; ++i)
+        Write(Music("text " + std::to_string(i) + ".lrc"), "");
+    Write(Music("song 49.lrc"), "its own");
+    static_cast<void>(Open(songs));
+    EXPECT_EQ(FilesBelow(Card()).size(), kSongs + 2'000 + 1U);
+    EXPECT_EQ(Read(Card() / "000050/song 49.lrc"), "its own");
+}
+
 TEST_F(OpenedLyrics, OfAFolderStayWhereTheyAre)
 {
     Write(Music("album/1.mp3"), "1");

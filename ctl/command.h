@@ -27,5 +27,9 @@ constexpr int kBadUsage = 2;
 // Says what is wrong in one line, and returns `status`.
 int Complain(const Console& console, const std::string& what, int status);
 
+// Writes `text` on `console.out` and returns the exit status. Says so when it cannot be written, unless nobody reads it
+// any more.
+[[nodiscard]] int Print(const Console& console, const std::string& text);
+
 // A line of the help, with its end: the option, then what it does.
 [[nodiscard]] std::string OptionLine(std::string_view option, std::string_view what);

@@ -48,18 +48,15 @@ std::string HelpText()
 int main(int count, char** arguments)
 {
     using namespace cardsong::host;
+    OpenStandardStreams();
     const Console console = { stdout, stderr, IsTerminal(stderr) && !IsTerminal(stdout) };
     const std::vector<std::string> texts = ConsoleArguments(count, arguments);
     const std::vector<std::string_view> words(texts.begin(), texts.end());
     for (const std::string_view word : words) {
-        if (word == "-h" || word == "--help") {
-            std::fputs(HelpText().c_str(), console.out);
-            return 0;
-        }
-        if (word == "--version") {
-            std::fputs("cardsongctl " CARDSONG_VERSION "\n", console.out);
-            return 0;
-        }
+        if (word == "-h" || word == "--help")
+            return Print(console, HelpText());
+        if (word == "--version")
+            return Print(console, "cardsongctl " CARDSONG_VERSION "\n");
     }
     if (words.empty())
         return Complain(console, "no command; --help tells which there are", kBadUsage);

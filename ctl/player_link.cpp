@@ -34,7 +34,8 @@ std::optional<PlayerStatus> AwaitAnswer(DWORD request, DWORD limitMs)
 } // namespace
 
 PlayerLink::PlayerLink(const std::string& deviceDirectory)
-    : m_deviceDirectory(deviceDirectory.empty() ? cardsong::host::UsualDeviceDirectory() : deviceDirectory),
+    : m_deviceDirectory(cardsong::host::DeviceOfPlayer(deviceDirectory.empty() ? cardsong::host::UsualDeviceDirectory()
+                                                                               : deviceDirectory)),
       m_visit(m_deviceDirectory)
 {
 }

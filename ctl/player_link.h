@@ -10,9 +10,10 @@
 
 class PlayerLink {
 public:
-    // `deviceDirectory`: empty: the usual one.
+    // `deviceDirectory`: of the user; empty: the usual one. A player of songs that were named is found there, too.
     explicit PlayerLink(const std::string& deviceDirectory);
 
+    // Of the player.
     const std::string& DeviceDirectory() const { return m_deviceDirectory; }
     [[nodiscard]] bool IsPlayerThere() const;
     // Each returns an empty text, or what went wrong in one line.

@@ -46,8 +46,7 @@ int Get(std::span<const std::string_view> words, const Console& console)
     const auto value = Query(Utf16(words[0]), Utf16(words[1]));
     if (!value)
         return Complain(console, "no such value", kFailed);
-    std::fprintf(console.out, "%s\n", Printed(*value).c_str());
-    return std::fflush(console.out) == 0 ? 0 : Complain(console, "cannot write", kFailed);
+    return Print(console, Printed(*value) + '\n');
 }
 
 int List(std::span<const std::string_view> words, const Console& console)
@@ -55,8 +54,7 @@ int List(std::span<const std::string_view> words, const Console& console)
     const auto lines = ListRegistryKey(words.empty() ? WString() : Utf16(words[0]));
     if (!lines)
         return Complain(console, "no such key", kFailed);
-    std::fputs(lines->c_str(), console.out);
-    return std::fflush(console.out) == 0 ? 0 : Complain(console, "cannot write", kFailed);
+    return Print(console, *lines);
 }
 
 int Set(std::span<const std::string_view> words, const Console& console)

@@ -34,9 +34,7 @@ int Run(std::span<const std::string_view> arguments, const Console& console)
     PlayerStatus status;
     if (const std::string trouble = link.AskStatus(status); !trouble.empty())
         return Complain(console, trouble, kFailed);
-    const std::string text = isJson ? StatusJson(status) : StatusLines(status);
-    const bool isWritten = std::fwrite(text.data(), 1, text.size(), console.out) == text.size();
-    return isWritten && std::fflush(console.out) == 0 ? 0 : Complain(console, "cannot write", kFailed);
+    return Print(console, isJson ? StatusJson(status) : StatusLines(status));
 }
 
 std::string Synopsis()

@@ -10,6 +10,10 @@ namespace cardsong::host {
 // The folder that keeps the device's files when nobody names one. UTF-8 on Windows, the system's own bytes elsewhere.
 [[nodiscard]] std::string UsualDeviceDirectory();
 
+// The folder of the device that the user's player runs on now: of songs that were named, when such a player runs, else
+// `deviceDirectory` itself.
+[[nodiscard]] std::string DeviceOfPlayer(const std::string& deviceDirectory);
+
 class DeviceVisit {
 public:
     // Lays out the device and joins its programs, for as long as the object lives. One at a time.

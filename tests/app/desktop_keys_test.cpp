@@ -121,11 +121,13 @@ TEST_F(DesktopKeyboard, AnAlertIsAnsweredByTheNumberOfItsButton)
     std::filesystem::remove_all(m_device.CardDirectory());
     ::testing::internal::CaptureStderr();
     bool isGone = false;
-    const AlertsUser user(m_clock, [&] {
-        user::TapBottomButton(1);
-        isGone = AlertsUser::IsAlertGoneWhileTimeStands();
-    });
-    Start();
+    {
+        const AlertsUser user(m_clock, [&] {
+            user::TapBottomButton(1);
+            isGone = AlertsUser::IsAlertGoneWhileTimeStands();
+        });
+        Start();
+    }
     ::testing::internal::GetCapturedStderr();
     EXPECT_TRUE(isGone);
 }

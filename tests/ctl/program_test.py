@@ -129,6 +129,39 @@ class ControlProgram(unittest.TestCase):
         self.assertEqual(done.returncode, 1)
         self.assertIn("cannot write", done.stderr)
 
+    def store(self, text):
+        device = str(self.card / "device")
+        self.assertEqual(run("registry", "set", "Key", "Name", text, "--device", device), (0, "", ""))
+        return device
+
+    def test_a_full_disk_is_an_error_of_every_text_whatever_its_length(self):
+        device = self.store("long " * 2000)
+        for arguments in (("registry", "list", "Key"), ("registry", "get", "Key", "Name"), ("--help",), ("--version",)):
+            with open("/dev/full", "w") as full:
+                done = subprocess.run([PROGRAM, *arguments, "--device", device], stdout=full, stderr=subprocess.PIPE,
+                                      text=True)
+            self.assertEqual((done.returncode, done.stderr),
+                             (1, "cardsongctl: cannot write: No space left on device\n"), arguments)
+
+    def test_ends_quietly_when_nobody_reads_on(self):
+        device = self.store("long " * 2000)
+        for number in range(500):
+            (self.card / f"{number}.mp3").write_bytes(b"")
+        for arguments in (("registry", "list", "Key", "--device", device), ("songs", str(self.card))):
+            with subprocess.Popen([PROGRAM, *arguments], stdout=subprocess.PIPE, stderr=subprocess.PIPE) as process:
+                process.stdout.close()
+                self.assertEqual(process.stderr.read(), b"", arguments)
+                self.assertNotEqual(process.wait(), 0, arguments)
+
+    def test_a_closed_output_is_an_error_and_no_file_gets_its_place(self):
+        device = self.store("text")
+        registry = (pathlib.Path(device) / "registry.ini").read_bytes()
+        for streams in ((1,), (0, 1), (0, 1, 2)):
+            done = subprocess.run([PROGRAM, "registry", "get", "Key", "Name", "--device", device], stderr=subprocess.PIPE,
+                                  preexec_fn=lambda: [os.close(stream) for stream in streams])
+            self.assertEqual(done.returncode, 1, streams)
+        self.assertEqual((pathlib.Path(device) / "registry.ini").read_bytes(), registry)
+
     def test_help_and_version(self):
         for arguments in (("--help",), ("-h",), ("songs", "--help")):
             self.assertEqual(run(*arguments), (0, HELP, ""), arguments)

@@ -33,7 +33,7 @@ LAST = "[HKEY_LOCAL_MACHINE\\Last]\nLast=dword:00000001\n"
 REGISTRY = f"[HKEY_LOCAL_MACHINE\\TAVO\\TAVO_BACKDOOR]\n\n[HKEY_LOCAL_MACHINE\\TAVO\\AudioManagement]\n\n{LYRICS}\n\n{LAST}"
 ENTRY = re.compile(r"[A-Z][A-Za-z ]*=(dword:[0-9a-f]{8}|text:RGB\(\d+,\d+,\d+\)|text:\\\\My Documents\\\\Lyrics)")
 
-KEPT = {"audioplayer.lock", "registry.ini", "registry.lock", "Windows/play_list.txt"}
+KEPT = {"audioplayer.lock", "starting.lock", "registry.ini", "registry.lock", "Windows/play_list.txt"}
 UNFINISHED = {"registry.ini.new", "Windows/play_list.new"}
 
 

@@ -5,6 +5,7 @@
 #include "platform/linux/kernel/clock.h"
 #include "platform/linux/kernel/host_files.h"
 #include "platform/linux/kernel/unicode.h"
+#include "platform/linux/user/input.h"
 
 namespace cardsong::bus {
 namespace {
@@ -12,13 +13,27 @@ namespace {
 // Passes on what the bus brings, as much as the program can bear.
 class Inbox {
 public:
+    Inbox(std::u16string ownClass, WORD exitCommand) : m_ownClass(std::move(ownClass)), m_exitCommand(exitCommand) {}
+
     void Take(const user::CrossingMessage& message)
     {
-        if (m_budget.Take(kernel::CurrentClock().NowMs()))
+        if (!m_budget.Take(kernel::CurrentClock().NowMs()))
+            return;
+        if (AsksToExit(message))
+            user::PressExitKey();
+        else
             user::PostFromOtherProgram(message);
     }
 
 private:
+    bool AsksToExit(const user::CrossingMessage& message) const
+    {
+        return m_exitCommand != 0 && message.name.empty() && message.wParam == m_exitCommand && message.lParam == 0 &&
+               kernel::EqualIgnoringCase(message.windowClass, m_ownClass);
+    }
+
+    const std::u16string m_ownClass;
+    const WORD m_exitCommand;
     MessageBudget m_budget;
 };
 
@@ -31,9 +46,10 @@ void TellThatTheProgramIsAlone()
 
 DeviceNeighbours::DeviceNeighbours(std::string folder) : m_folder(std::move(folder)) {}
 
-ClaimResult DeviceNeighbours::Claim(std::u16string_view className)
+ClaimResult DeviceNeighbours::Claim(std::u16string_view className, WORD exitCommand)
 {
     m_claimedClass = kernel::ToLower(className);
+    m_exitCommand = exitCommand;
     m_lock.emplace(m_folder, className);
     m_claim = m_lock->Claim();
     return m_claim;
@@ -47,7 +63,7 @@ void DeviceNeighbours::ReleaseClaim()
 void DeviceNeighbours::Join(const std::string& busAddress)
 {
     const std::string device = IdentityOfFolder(m_folder);
-    auto inbox = std::make_shared<Inbox>();
+    auto inbox = std::make_shared<Inbox>(m_claimedClass, m_exitCommand);
     m_bus.emplace(device.empty() ? std::string() : busAddress, device,
                   SessionBus::Callbacks{ [inbox](const user::CrossingMessage& message) { inbox->Take(message); },
                                          m_claim == ClaimResult::Others ? [] {} : TellThatTheProgramIsAlone });

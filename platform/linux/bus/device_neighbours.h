@@ -17,8 +17,10 @@ public:
     explicit DeviceNeighbours(std::string folder);
 
     // Takes the window class for this program: no other program of the device has such a window then. Once, before
-    // Join. When another has it, HaveWindow says so from then on: this program is to leave it at that.
-    [[nodiscard]] ClaimResult Claim(std::u16string_view className);
+    // Join. When another has it, HaveWindow says so from then on: this program is to leave it at that. `exitCommand`,
+    // if not 0: given to that window by another program it acts as the exit key does, whatever stands in front of the
+    // window, and before there is one.
+    [[nodiscard]] ClaimResult Claim(std::u16string_view className, WORD exitCommand = 0);
     // Gives the class back, before the process ends.
     void ReleaseClaim();
     // Begins to send and to listen. Returns at once. Without a bus the program is alone, and only the debug output
@@ -33,6 +35,7 @@ public:
 private:
     const std::string m_folder;
     std::u16string m_claimedClass; // in small letters
+    WORD m_exitCommand = 0;
     ClaimResult m_claim = ClaimResult::Unlocked;
     std::optional<ClassLock> m_lock;
     std::optional<SessionBus> m_bus;

@@ -1,18 +1,19 @@
 #include "platform/linux/host/device_membership.h"
 
+#include "platform/desktop_keys.h"
 #include "platform/linux/bus/device_neighbours.h"
+#include "platform/linux/host/device_players.h"
 
 namespace cardsong::host {
 namespace {
 
-constexpr const WCHAR* kPlayerClass = u"AUDIOPLAYER"; // of which a device has one window
 constexpr std::chrono::milliseconds kLastWordsLimit{ 60 };
 
 } // namespace
 
 DeviceMembership::DeviceMembership(const std::string& deviceDirectory)
     : m_neighbours(std::make_shared<bus::DeviceNeighbours>(deviceDirectory)),
-      m_isSecond(m_neighbours->Claim(kPlayerClass) == bus::ClaimResult::Others)
+      m_isSecond(m_neighbours->Claim(kPlayerClass, ProgramDesktopKeys().exitCommand) == bus::ClaimResult::Others)
 {
 }
 

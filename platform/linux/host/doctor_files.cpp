@@ -104,7 +104,7 @@ Finding LookAtDeviceFolder(const Options& options)
 {
     const std::string& folder = options.deviceDirectory;
     const Path existing = ExistingPart(folder);
-    const std::string lost = ": the play list and settings will not be kept";
+    const std::string lost = ": the play list and settings will not be kept, and songs that are named not be played";
     if (access(existing.c_str(), W_OK | X_OK) != 0 || !std::filesystem::is_directory(existing))
         return { Verdict::Poor, folder + " cannot be written" + lost };
     if (IsFull(existing))

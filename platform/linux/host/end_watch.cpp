@@ -13,16 +13,24 @@ namespace cardsong::host {
 namespace {
 
 constexpr int kStopSignal = SIGUSR1; // from Stop to its own thread
-// A player that leaves so many exit keys without an answer hangs. It is ended, so that its user need not wait.
+// A player that leaves so many exit keys without an answer may hang.
 constexpr int kPatience = 3;
 constexpr int kGaveUpStatus = 130;
+
+bool IsIgnored(int signal)
+{
+    struct sigaction action = {};
+    return sigaction(signal, nullptr, &action) == 0 && action.sa_handler == SIG_IGN;
+}
 
 sigset_t WatchedSignals()
 {
     sigset_t signals;
     sigemptyset(&signals);
-    for (const int signal : { SIGINT, SIGTERM, SIGHUP, kStopSignal })
-        sigaddset(&signals, signal);
+    sigaddset(&signals, kStopSignal);
+    for (const int signal : { SIGINT, SIGTERM, SIGHUP })
+        if (!IsIgnored(signal))
+            sigaddset(&signals, signal);
     return signals;
 }
 
@@ -38,9 +46,8 @@ timespec TimeUntil(SteadyClock::time_point limit)
 }
 
 // Returns when one of the signals has come or the time is over. A debugger that only looks in does not end the wait.
-void WaitForSignal(SteadyClock::time_point limit)
+void WaitForSignal(const sigset_t& signals, SteadyClock::time_point limit)
 {
-    const sigset_t signals = WatchedSignals();
     for (;;) {
         const timespec left = limit == kNoLimit ? timespec{} : TimeUntil(limit);
         const int signal = limit == kNoLimit ? sigwaitinfo(&signals, nullptr) : sigtimedwait(&signals, nullptr, &left);
@@ -51,10 +58,9 @@ void WaitForSignal(SteadyClock::time_point limit)
 
 } // namespace
 
-EndWatch::EndWatch()
+EndWatch::EndWatch(std::chrono::milliseconds patience) : m_signals(WatchedSignals()), m_patience(patience)
 {
-    const sigset_t signals = WatchedSignals();
-    pthread_sigmask(SIG_BLOCK, &signals, nullptr);
+    pthread_sigmask(SIG_BLOCK, &m_signals, nullptr);
 }
 
 EndWatch::~EndWatch()
@@ -81,11 +87,14 @@ void EndWatch::Watch(double seconds, const std::function<void()>& beforeEnd)
     const auto limit = seconds > 0 ? SteadyClock::now() + std::chrono::duration_cast<SteadyClock::duration>(
                                                               std::chrono::duration<double>(seconds))
                                    : kNoLimit;
+    SteadyClock::time_point hangsSince = kNoLimit; // if it does not end
     for (int asked = 0;; ++asked) {
-        WaitForSignal(asked == 0 ? limit : kNoLimit);
+        WaitForSignal(m_signals, asked == 0 ? limit : kNoLimit);
         if (m_stops)
             return;
-        if (asked == kPatience)
+        if (asked == 0)
+            hangsSince = SteadyClock::now() + m_patience;
+        if (asked >= kPatience && SteadyClock::now() >= hangsSince)
             std::_Exit(kGaveUpStatus);
         if (asked == 0)
             beforeEnd();

@@ -3,6 +3,8 @@
 #pragma once
 
 #include <atomic>
+#include <chrono>
+#include <csignal>
 #include <functional>
 #include <thread>
 
@@ -11,7 +13,9 @@ namespace cardsong::host {
 class EndWatch {
 public:
     // Blocks the signals that ask a process to end, on this thread and those that it starts later. Make it before any.
-    EndWatch();
+    // One that is set to be ignored stays so: whoever started the process keeps it from that signal. A player that
+    // leaves three requests without an answer for `patience` hangs: the next one ends the process with status 130.
+    explicit EndWatch(std::chrono::milliseconds patience = std::chrono::seconds(2));
     ~EndWatch();
     EndWatch(const EndWatch&) = delete;
     EndWatch& operator=(const EndWatch&) = delete;
@@ -24,6 +28,8 @@ public:
 private:
     void Watch(double seconds, const std::function<void()>& beforeEnd);
 
+    const sigset_t m_signals;
+    const std::chrono::milliseconds m_patience;
     std::thread m_thread;
     std::atomic<bool> m_stops = false;
 };

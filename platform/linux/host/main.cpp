@@ -1,4 +1,5 @@
 // The Linux program: reads its options, lays out the device tree, opens the display, and runs the player in it.
+#include "platform/console_program.h"
 #include "platform/host/command_line.h"
 #include "platform/linux/host/doctor.h"
 #include "platform/linux/host/session.h"
@@ -21,6 +22,7 @@ void ShareHeap()
 int main(int count, char** arguments)
 {
     using namespace cardsong::host;
+    OpenStandardStreams();
     ShareHeap();
     Options options = UserDefaults();
     const auto answer = AnswerCommandLine({ arguments + 1, arguments + count }, CARDSONG_VERSION, options);

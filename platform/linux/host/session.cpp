@@ -14,12 +14,14 @@
 #include "platform/linux/host/device_membership.h"
 #include "platform/linux/host/end_watch.h"
 #include "platform/linux/host/opened_songs.h"
+#include "platform/linux/host/start_turn.h"
 #include "platform/linux/kernel/start_trace.h"
 #include "platform/linux/sound/sound_player.h"
 #include "platform/linux/user/input.h"
 
 #include <atomic>
 #include <chrono>
+#include <csignal>
 #include <cstdio>
 #include <filesystem>
 #include <thread>
@@ -98,9 +100,9 @@ int RunOnDisplay(const Options& options, std::vector<ScriptStep> script, EndWatc
     opening.join();
     player.Stop();
     cardWatch.Stop();
+    display->Stop(); // a display server that hangs holds this: the watch can still end the process
     endWatch.Stop();
     saved = saved || display::SaveScreenshot(options.screenshotFile);
-    display->Stop();
     if (display->IsLost())
         return Complain("the display went away; the play list is saved", kDisplayLost);
     if (!trouble.empty())
@@ -115,6 +117,7 @@ int RunOnDisplay(const Options& options, std::vector<ScriptStep> script, EndWatc
 int RunSession(Options options)
 {
     kernel::TraceStart("options read");
+    std::signal(SIGPIPE, SIG_IGN); // who reads the log may go before the list is saved
     auto script = ParseInputScript(options.keyScript, ProgramDesktopKeys().commands);
     if (const auto* const error = std::get_if<ScriptError>(&script))
         return Complain("--keys: " + error->message, kBadOption);
@@ -124,12 +127,16 @@ int RunSession(Options options)
     const auto skin = ChooseSkin(options.skin, options.deviceDirectory, *installedTree);
     if (const auto* const error = std::get_if<SkinError>(&skin))
         return Complain(error->message, kBadOption);
+    StartTurn turn(options.deviceDirectory);
+    if (!turn.Await())
+        return Complain("another player is starting, and does not get on", kFailed);
     if (std::string trouble = OpenSongs(options); !trouble.empty())
         return Complain(trouble, kFailed);
     LayOutDevice(options, *installedTree, std::get<std::filesystem::path>(skin));
 
     EndWatch endWatch;
     DeviceMembership membership(options.deviceDirectory);
+    turn.End();
     if (membership.IsSecond())
         return CallRunningPlayer(options, membership);
     return RunOnDisplay(options, std::get<std::vector<ScriptStep>>(std::move(script)), endWatch, membership);

@@ -9,6 +9,9 @@
 
 namespace cardsong::host {
 
+// Nothing gets their places here.
+void OpenStandardStreams() {}
+
 // The system keeps the words in UTF-16; those of main have lost what the machine's code page lacks.
 std::vector<std::string> ConsoleArguments(int, char**)
 {

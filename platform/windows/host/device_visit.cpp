@@ -14,6 +14,11 @@ std::string UsualDeviceDirectory()
     return UserDefaults().deviceDirectory;
 }
 
+std::string DeviceOfPlayer(const std::string& deviceDirectory)
+{
+    return deviceDirectory; // a player of named songs is not known here
+}
+
 DeviceVisit::DeviceVisit(const std::string& deviceDirectory)
 {
     kernel::DeviceTree tree;

@@ -1,5 +1,8 @@
 #include "platform/linux/bus/device_neighbours.h"
 
+#include "platform/linux/ce/messages.h"
+#include "platform/linux/user/input.h"
+#include "tests/platform/bus/private_bus.h"
 #include "tests/platform/scratch_device.h"
 
 #include <gtest/gtest.h>
@@ -11,8 +14,24 @@ class Neighbours : public ::testing::Test {
 protected:
     std::string Folder() const { return m_device.UserDirectory(); }
 
-    test::ScratchDevice m_device;
+    cardsong::test::ScratchDevice m_device;
 };
+
+constexpr WORD kExit = 17002;
+
+// The key that a window gets first. It is there only when the other program has spoken.
+WPARAM AwaitKey()
+{
+    const HWND window = CreateWindowExW(0, TEXT("static"), TEXT(""), WS_POPUP | WS_VISIBLE, 0, 0, 10, 10, nullptr,
+                                        nullptr, nullptr, nullptr);
+    SetForegroundWindow(window);
+    MSG message{};
+    while (GetMessageW(&message, nullptr, 0, 0) && message.message != WM_KEYDOWN)
+        DispatchMessageW(&message);
+    DestroyWindow(window);
+    user::ResetWindows();
+    return message.wParam;
+}
 
 TEST_F(Neighbours, TheFirstToClaimAClassFindsNoOtherWindowOfIt)
 {
@@ -48,6 +67,19 @@ TEST_F(Neighbours, WhoNeverJoinedReachesNobody)
     DeviceNeighbours alone(Folder());
     alone.Send({ u"", u"n", 0, 0 });
     EXPECT_FALSE(alone.Flush(std::chrono::milliseconds(0)));
+}
+
+TEST_F(Neighbours, TheExitCommandActsAsTheExitKeyDoesAlsoBeforeThereIsAWindow)
+{
+    const cardsong::test::PrivateBus bus;
+    DeviceNeighbours player(Folder());
+    DeviceNeighbours visitor(Folder());
+    ASSERT_EQ(player.Claim(u"AUDIOPLAYER", kExit), ClaimResult::Ours);
+    player.Join(bus.Address());
+    visitor.Join(bus.Address());
+    ASSERT_TRUE(player.Flush(std::chrono::seconds(10)));
+    visitor.Send({ u"audioplayer", u"", kExit, 0 });
+    EXPECT_EQ(AwaitKey(), VK_F24);
 }
 
 TEST_F(Neighbours, AFolderIsTheSameByEveryPath)

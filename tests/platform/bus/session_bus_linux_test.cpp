@@ -2,6 +2,7 @@
 #include "platform/linux/bus/session_bus.h"
 
 #include "platform/linux/bus/message_coding.h"
+#include "tests/platform/bus/private_bus.h"
 #include "tests/platform/scratch_device.h"
 
 #include <gtest/gtest.h>
@@ -16,30 +17,9 @@ namespace {
 
 using user::CrossingMessage;
 using namespace std::chrono_literals;
+using cardsong::test::PrivateBus;
 
 constexpr auto kPatience = 10s; // a loaded machine; a test that passes does not wait so long
-
-class PrivateBus {
-public:
-    PrivateBus() : m_bus(g_test_dbus_new(G_TEST_DBUS_NONE)) { g_test_dbus_up(m_bus); }
-    ~PrivateBus()
-    {
-        Kill();
-        g_object_unref(m_bus);
-    }
-    PrivateBus(const PrivateBus&) = delete;
-    PrivateBus& operator=(const PrivateBus&) = delete;
-    std::string Address() const { return g_test_dbus_get_bus_address(m_bus); }
-    void Kill()
-    {
-        if (std::exchange(m_isUp, false))
-            g_test_dbus_down(m_bus);
-    }
-
-private:
-    GTestDBus* const m_bus;
-    bool m_isUp = true;
-};
 
 // A program on the bus, and what it has heard.
 class Program {

@@ -199,7 +199,9 @@ TEST_F(DoctorInFolders, ADeviceFolderThatCanBeMadeIsGoodAndIsNotMade)
 TEST_F(DoctorInFolders, WithoutAFolderToWriteToThePlayListIsNotKept)
 {
     const Path device = Make("device");
-    const std::string lost = " cannot be written: the play list and settings will not be kept";
+    const std::string lost =
+        " cannot be written: the play list and settings will not be kept, and songs that are named "
+        "not be played";
     std::filesystem::permissions(device, std::filesystem::perms::owner_read | std::filesystem::perms::others_read);
     Expect(LookAtDeviceIn(device), Verdict::Poor, device.string() + lost);
     Expect(LookAtDeviceIn(device / "below"), Verdict::Poor, (device / "below").string() + lost);

@@ -32,6 +32,18 @@ WPARAM AwaitKey()
     return message.wParam;
 }
 
+// One after the other: a request that still waits would be the next one, too.
+void AskToEnd(int times)
+{
+    for (int i = 0; i < times; ++i) {
+        kill(getpid(), SIGTERM);
+        sigset_t waiting;
+        do {
+            sigpending(&waiting);
+        } while (sigismember(&waiting, SIGTERM));
+    }
+}
+
 } // namespace
 
 TEST(EndWatch, PressesTheExitKeyWhenTheTimeIsOver)
@@ -66,6 +78,59 @@ TEST(EndWatch, PressesTheExitKeyWhileTheDisplayIsInactive)
     host::EndWatch watch;
     watch.Start(0.001, [] {});
     EXPECT_EQ(AwaitKey(), VK_F24);
+}
+
+TEST(EndWatch, ASignalThatIsSetToBeIgnoredStaysSo)
+{
+    sigset_t signals;
+    sigfillset(&signals);
+    pthread_sigmask(SIG_UNBLOCK, &signals, nullptr); // what the watches before this one have blocked
+    std::signal(SIGHUP, SIG_IGN);
+    std::signal(SIGINT, SIG_IGN);
+    host::EndWatch watch;
+    std::signal(SIGHUP, SIG_DFL);
+    std::signal(SIGINT, SIG_DFL);
+    pthread_sigmask(SIG_BLOCK, nullptr, &signals);
+    EXPECT_FALSE(sigismember(&signals, SIGHUP));
+    EXPECT_FALSE(sigismember(&signals, SIGINT));
+    EXPECT_TRUE(sigismember(&signals, SIGTERM));
+}
+
+TEST(EndWatch, ManyRequestsWithinAMomentAreOne)
+{
+    EXPECT_EXIT(
+        {
+            host::EndWatch watch(std::chrono::hours(1));
+            watch.Start(0, [] {});
+            AskToEnd(10);
+            _exit(AwaitKey() == VK_F24 ? 0 : 1);
+        },
+        testing::ExitedWithCode(0), "");
+}
+
+TEST(EndWatch, AFourthRequestEndsAProcessThatHangsForLong)
+{
+    EXPECT_EXIT(
+        {
+            host::EndWatch watch(std::chrono::milliseconds(0));
+            watch.Start(0, [] {});
+            AskToEnd(4);
+            for (;;)
+                pause();
+        },
+        testing::ExitedWithCode(130), "");
+}
+
+TEST(EndWatch, ThreeRequestsEndNoProcess)
+{
+    EXPECT_EXIT(
+        {
+            host::EndWatch watch(std::chrono::milliseconds(0));
+            watch.Start(0, [] {});
+            AskToEnd(3);
+            _exit(AwaitKey() == VK_F24 ? 0 : 1);
+        },
+        testing::ExitedWithCode(0), "");
 }
 
 TEST(EndWatch, StopsWithoutAKeyAndWithoutDelay)

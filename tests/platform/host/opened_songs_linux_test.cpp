@@ -1,15 +1,9 @@
-#include "platform/linux/host/opened_songs.h"
-
 #include "platform/desktop_keys.h"
+#include "platform/device_visit.h"
 #include "platform/linux/bus/class_lock.h"
+#include "tests/platform/host/named_songs.h"
 
-#include <gtest/gtest.h>
-
-#include <algorithm>
-#include <cstdlib>
-#include <filesystem>
-#include <fstream>
-#include <iterator>
+#include <unistd.h>
 
 // The player's own class, as the program names it.
 cardsong::DesktopKeys cardsong::ProgramDesktopKeys()
@@ -21,62 +15,8 @@ using namespace cardsong::host;
 
 namespace {
 
-using Path = std::filesystem::path;
-
-class OpenedSongs : public ::testing::Test {
-protected:
-    void SetUp() override
-    {
-        std::string name = ::testing::TempDir() + "cardsong-opened-XXXXXX";
-        ASSERT_NE(mkdtemp(name.data()), nullptr);
-        m_root = std::filesystem::canonical(name);
-        std::filesystem::create_directories(UserDevice());
-        Write(UserDevice() / "registry.ini", "volume");
-        Write(UserDevice() / "Windows/play_list.txt", "the user's list");
-    }
-    void TearDown() override { std::filesystem::remove_all(m_root); }
-
-    Path UserDevice() const { return m_root / "device"; }
-    Path Card() const { return UserDevice() / ".cardsong-opened/Card"; }
-    Path Music(const std::string& name) const { return m_root / "music" / name; }
-
-    static void Write(const Path& file, const std::string& text)
-    {
-        std::filesystem::create_directories(file.parent_path());
-        std::ofstream(file) << text;
-    }
-    static std::string Read(const Path& file)
-    {
-        std::ifstream stream(file);
-        return { std::istreambuf_iterator<char>(stream), {} };
-    }
-
-    Options OptionsFor(const std::vector<Path>& songs) const
-    {
-        Options options;
-        options.deviceDirectory = UserDevice();
-        options.cardDirectory = "/card";
-        options.songs.assign(songs.begin(), songs.end());
-        return options;
-    }
-
-    Path m_root;
-};
-
-// The files of a folder and of those below it, by their paths from it; links to folders are followed.
-std::vector<std::string> FilesBelow(const Path& folder)
-{
-    std::vector<std::string> files;
-    const auto following = std::filesystem::directory_options::follow_directory_symlink;
-    for (const auto& entry : std::filesystem::recursive_directory_iterator(folder, following)) {
-        if (entry.is_regular_file())
-            files.push_back(entry.path().lexically_relative(folder));
-    }
-    std::ranges::sort(files);
-    return files;
-}
-
-using Names = std::vector<std::string>;
+using namespace cardsong::host::test;
+using OpenedSongs = NamedSongs;
 
 } // namespace
 
@@ -118,16 +58,6 @@ TEST_F(OpenedSongs, OfOneNameStandBesideEachOther)
     Options options = OptionsFor({ Music("one/a.mp3"), Music("two/a.mp3"), Music("one/a.mp3") });
     EXPECT_EQ(OpenSongs(options), "");
     EXPECT_EQ(Read(Card() / "000001/a.mp3") + Read(Card() / "000002/a.mp3") + Read(Card() / "000003/a.mp3"), "121");
-}
-
-TEST_F(OpenedSongs, BringTheirLyrics)
-{
-    Write(Music("a.mp3"), "song");
-    Write(Music("a.lrc"), "lyrics");
-    Write(Music("b.lrc"), "another song's");
-    Options options = OptionsFor({ Music("a.mp3") });
-    EXPECT_EQ(OpenSongs(options), "");
-    EXPECT_EQ(FilesBelow(Card()), (Names{ "000001/a.lrc", "000001/a.mp3" }));
 }
 
 TEST_F(OpenedSongs, AFolderBringsItsSongs)
@@ -209,4 +139,103 @@ TEST_F(OpenedSongs, APlayerThatDoesNotEndKeepsItsSongs)
     Options options = OptionsFor({ Music("") });
     EXPECT_EQ(OpenSongs(options), "another player runs, and does not end");
     EXPECT_EQ(FilesBelow(Card()), Names{ "000001/a.mp3" });
+}
+
+TEST_F(OpenedSongs, WhatCannotBeMadeIsToldBeforeAPlayerIsEnded)
+{
+    Write(Music("a.mp3"), "song");
+    const Options running = Open({ Music("a.mp3") });
+    cardsong::bus::ClassLock player(running.deviceDirectory, TEXT("AUDIOPLAYER"));
+    ASSERT_EQ(player.Claim(), cardsong::bus::ClaimResult::Ours);
+    const Path longest = Music(std::string(255, 'a')); // no room for the extension
+    std::filesystem::create_symlink("a.mp3", longest);
+    Options options = OptionsFor({ longest });
+    EXPECT_EQ(OpenSongs(options), UserDevice().string() + "/.cardsong-opened: File name too long");
+    EXPECT_EQ(FilesBelow(Card()), Names{ "000001/a.mp3" });
+    EXPECT_FALSE(std::filesystem::exists(UserDevice() / ".cardsong-opened.new"));
+}
+
+TEST_F(OpenedSongs, TheFirstReasonOfAFailureIsTold)
+{
+    Write(Music("a.mp3"), "song");
+    std::filesystem::permissions(m_root, std::filesystem::perms::all);
+    std::filesystem::permissions(UserDevice(), std::filesystem::perms::owner_read | std::filesystem::perms::owner_exec |
+                                                   std::filesystem::perms::others_read |
+                                                   std::filesystem::perms::others_exec);
+    Options options = OptionsFor({ Music("a.mp3") });
+    const uid_t self = geteuid();
+    ASSERT_EQ(self == 0 ? seteuid(65534) : 0, 0); // the superuser may write anywhere
+    const std::string trouble = OpenSongs(options);
+    ASSERT_EQ(seteuid(self), 0);
+    EXPECT_EQ(trouble, UserDevice().string() + "/.cardsong-opened: Permission denied");
+}
+
+TEST_F(OpenedSongs, WhatAKilledStartLeftIsRemoved)
+{
+    Write(Music("a.mp3"), "song");
+    for (const char* const left : { ".cardsong-opened.new", ".cardsong-opened.old" })
+        Write(UserDevice() / left / "Card/000001/b.mp3", "left");
+    static_cast<void>(Open({ Music("a.mp3") }));
+    EXPECT_EQ(FilesBelow(Card()), Names{ "000001/a.mp3" });
+    for (const char* const left : { ".cardsong-opened.new", ".cardsong-opened.old" })
+        EXPECT_FALSE(std::filesystem::exists(UserDevice() / left)) << left;
+}
+
+TEST_F(OpenedSongs, ALinkIsCalledAsItWasNamed)
+{
+    Write(Music("store/0815.mp3"), "song");
+    std::filesystem::create_symlink("store/0815.mp3", Music("Love.mp3"));
+    std::filesystem::create_directory_symlink("store", Music("Album"));
+    static_cast<void>(Open({ Music("Love.mp3"), Music("Album//") }));
+    EXPECT_EQ(FilesBelow(Card()), (Names{ "000001/Love.mp3", "000002/Album/0815.mp3" }));
+    EXPECT_EQ(std::filesystem::read_symlink(Card() / "000001/Love.mp3"), Music("store/0815.mp3"));
+}
+
+TEST_F(OpenedSongs, ALinkWithoutAnExtensionHasThatOfItsSong)
+{
+    Write(Music("store/0815.mp3"), "song");
+    std::filesystem::create_symlink("store/0815.mp3", Music("latest"));
+    static_cast<void>(Open({ Music("latest") }));
+    EXPECT_EQ(FilesBelow(Card()), Names{ "000001/latest.mp3" });
+}
+
+TEST_F(OpenedSongs, WearTheUsersOwnPicturesAndTexts)
+{
+    Write(Music("a.mp3"), "song");
+    Write(UserDevice() / "Windows/gui_full_bg2.gif", "picture");
+    Write(UserDevice() / "Windows/more/picture.gif", "no picture of a skin");
+    const Options options = Open({ Music("a.mp3") });
+    const Path windows = Path(options.deviceDirectory) / "Windows";
+    EXPECT_EQ(FilesBelow(windows), Names{ "gui_full_bg2.gif" });
+    EXPECT_EQ(Read(windows / "gui_full_bg2.gif"), "picture");
+}
+
+TEST_F(OpenedSongs, NoSaveGoesThroughALink)
+{
+    Write(Music("a.mp3"), "song");
+    for (const char* const name : { "play_list.new", "Play_List.TXT", "PLAY_LIST.NEW" })
+        Write(UserDevice() / "Windows" / name, "the user's");
+    const Options options = Open({ Music("a.mp3") });
+    EXPECT_EQ(FilesBelow(Path(options.deviceDirectory) / "Windows"), Names{});
+}
+
+TEST_F(OpenedSongs, HaveTheUsersLyricsFolder)
+{
+    Write(Music("a.mp3"), "song");
+    Write(UserDevice() / "my documents/LYRICS/a.lrc", "lyrics");
+    Write(UserDevice() / "my documents/letter.txt", "dear");
+    const Options options = Open({ Music("a.mp3") });
+    EXPECT_EQ(FilesBelow(Path(options.deviceDirectory) / "my documents"), Names{ "LYRICS/a.lrc" });
+}
+
+TEST_F(OpenedSongs, AreFoundAsThePlayerOfTheDevice)
+{
+    Write(Music("a.mp3"), "song");
+    EXPECT_EQ(DeviceOfPlayer(UserDevice()), UserDevice());
+    const Options options = Open({ Music("a.mp3") });
+    EXPECT_EQ(DeviceOfPlayer(UserDevice()), UserDevice()); // nobody plays yet
+    cardsong::bus::ClassLock player(options.deviceDirectory, TEXT("AUDIOPLAYER"));
+    ASSERT_EQ(player.Claim(), cardsong::bus::ClaimResult::Ours);
+    EXPECT_EQ(DeviceOfPlayer(UserDevice()), options.deviceDirectory);
+    EXPECT_EQ(DeviceOfPlayer(options.deviceDirectory), options.deviceDirectory);
 }

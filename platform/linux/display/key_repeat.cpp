@@ -8,6 +8,8 @@ void KeyRepeat::SetRate(int perSecond, int delayMs)
 {
     m_delayMs = static_cast<std::uint64_t>(std::max(0, delayMs));
     m_periodMs = perSecond > 0 ? static_cast<std::uint64_t>(std::max(1, 1000 / perSecond)) : 0;
+    if (m_periodMs == 0)
+        Stop();
 }
 
 void KeyRepeat::Press(std::uint32_t key, std::uint64_t nowMs)

@@ -8,7 +8,7 @@ namespace cardsong::display {
 
 class KeyRepeat {
 public:
-    // In force from the next key on. `perSecond` 0 or less: no key repeats.
+    // In force from the next key or strike on. `perSecond` 0 or less: no key repeats, and one that does stops.
     void SetRate(int perSecond, int delayMs);
     // The key pressed last repeats, until it goes up.
     void Press(std::uint32_t key, std::uint64_t nowMs);

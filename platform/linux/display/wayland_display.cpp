@@ -97,8 +97,8 @@ bool WaylandDisplay::HandleEvents()
 {
     const bool handled = m_connection.Dispatch();
     const bool drawn = m_window.Update();
-    const bool repeated = m_globals.Seats().RepeatKeys(kernel::CurrentClock().NowMs());
-    return handled || drawn || repeated;
+    m_globals.Seats().RepeatKeys(kernel::CurrentClock().NowMs());
+    return handled || drawn;
 }
 
 bool WaylandDisplay::Wait(EventWait& wait)

@@ -85,14 +85,12 @@ void WaylandKeyboard::Leave()
         m_input.window.TopLevel().SetKeyboardFocus(false);
 }
 
-bool WaylandKeyboard::RepeatIfDue(std::uint64_t nowMs)
+void WaylandKeyboard::RepeatIfDue(std::uint64_t nowMs)
 {
     const auto key = m_repeat.TakeDue(nowMs);
     const auto held = key ? std::ranges::find(m_held, *key, &HeldKey::key) : m_held.end();
-    if (held == m_held.end())
-        return false;
-    StrikeMachineKey(held->name, KeyStroke::DownAgain, m_input.options.keys);
-    return true;
+    if (held != m_held.end())
+        StrikeMachineKey(held->name, KeyStroke::DownAgain, m_input.options.keys);
 }
 
 } // namespace cardsong::display

@@ -22,8 +22,8 @@ public:
 
     // When a key that is held strikes again; nothing while none is.
     std::optional<std::uint64_t> NextRepeatMs() const { return m_repeat.NextMs(); }
-    // Strikes it if it is time; true if it was.
-    bool RepeatIfDue(std::uint64_t nowMs);
+    // Strikes it if it is time.
+    void RepeatIfDue(std::uint64_t nowMs);
     // Of the last key, for which a desktop may grant more; 0: there was none.
     std::uint32_t LastPress() const { return m_lastPress; }
 

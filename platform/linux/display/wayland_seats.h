@@ -30,8 +30,7 @@ public:
     void Close() { m_seats.clear(); }
     // When a key that is held strikes again; nothing while none is.
     std::optional<std::uint64_t> NextRepeatMs() const;
-    // True if one struck.
-    bool RepeatKeys(std::uint64_t nowMs);
+    void RepeatKeys(std::uint64_t nowMs);
     WaylandPress LastPress() const;
 
 private:

@@ -62,6 +62,20 @@ TEST_F(WaylandInputs, AHeldKeyRepeatsAsFastAsTheDesktopSays)
     EXPECT_EQ(RecordedInput().size(), count + 1); // it has stopped
 }
 
+TEST_F(WaylandInputs, AHeldKeyRestsWhenTheDesktopSwitchesItsRepeatingOff)
+{
+    Open();
+    BringKeyboard("us", 1000, 1);
+    Key(KEY_COMMA, true);
+    EXPECT_EQ(HeardFirst(2), Log(2, "command 257 to Main"));
+    With([](const CompositorState& state) { wl_keyboard_send_repeat_info(state.keyboard, 0, 1); });
+    stage->AwaitAnswer();
+    const std::size_t count = RecordedInput().size();
+    Strike(KEY_S);
+    stage->AwaitAnswer();
+    EXPECT_EQ(RecordedInput().size(), count + 1);
+}
+
 TEST_F(WaylandInputs, AModifierDoesNotRepeat)
 {
     Open();

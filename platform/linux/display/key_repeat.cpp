@@ -28,7 +28,9 @@ std::optional<std::uint32_t> KeyRepeat::TakeDue(std::uint64_t nowMs)
 {
     if (!m_nextMs || nowMs < *m_nextMs)
         return std::nullopt;
-    m_nextMs = std::max(*m_nextMs, nowMs) + m_periodMs;
+    *m_nextMs += m_periodMs;
+    if (*m_nextMs <= nowMs)
+        m_nextMs = nowMs + m_periodMs;
     return m_key;
 }
 

@@ -16,7 +16,7 @@ public:
     void Stop() { m_nextMs.reset(); }
     // When the next strike is due; nothing while no key repeats.
     std::optional<std::uint64_t> NextMs() const { return m_nextMs; }
-    // The key, if a strike is due. One strike, however late: nobody meant those that were missed.
+    // The key, if a strike is due. One that is a little late puts off no other; those that were missed nobody meant.
     std::optional<std::uint32_t> TakeDue(std::uint64_t nowMs);
 
 private:

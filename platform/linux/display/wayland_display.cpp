@@ -97,7 +97,7 @@ bool WaylandDisplay::HandleEvents()
 {
     const bool handled = m_connection.Dispatch();
     const bool drawn = m_window.Update();
-    m_globals.Seats().RepeatKeys(kernel::CurrentClock().NowMs());
+    m_globals.Seats().RepeatKeys(m_connection.Raw(), kernel::CurrentClock().NowMs());
     return handled || drawn;
 }
 

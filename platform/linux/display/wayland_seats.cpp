@@ -57,11 +57,11 @@ std::optional<std::uint64_t> WaylandSeats::NextRepeatMs() const
     return next;
 }
 
-void WaylandSeats::RepeatKeys(std::uint64_t nowMs)
+void WaylandSeats::RepeatKeys(wl_display& display, std::uint64_t nowMs)
 {
     for (const auto& seat : m_seats) {
         if (seat->keyboard)
-            seat->keyboard->RepeatIfDue(nowMs);
+            seat->keyboard->RepeatIfDue(display, nowMs);
     }
 }
 

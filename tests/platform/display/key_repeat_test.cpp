@@ -40,6 +40,16 @@ TEST(KeyRepeat, StrikesOnceForAllThatItMissed)
     EXPECT_EQ(repeat.TakeDue(60050), Strike(7));
 }
 
+TEST(KeyRepeat, KeepsInStepAfterAStrikeThatCameLate)
+{
+    KeyRepeat repeat;
+    repeat.SetRate(20, 300);
+    repeat.Press(7, 1000);
+    EXPECT_EQ(repeat.TakeDue(1349), Strike(7));
+    EXPECT_EQ(repeat.TakeDue(1350), Strike(7));
+    EXPECT_EQ(repeat.NextMs(), std::optional<std::uint64_t>(1400));
+}
+
 TEST(KeyRepeat, EndsWithItsKeyAndNotWithAnother)
 {
     KeyRepeat repeat;

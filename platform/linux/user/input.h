@@ -12,6 +12,8 @@ namespace cardsong::user {
 void PointerDown(POINT at);
 void PointerMove(POINT at);
 void PointerUp(POINT at);
+// The press is taken back: it ends outside every window, and so clicks nothing. What a press does at once is done.
+void CancelPointer();
 // `key`: a virtual key code (VK_...). Goes to the focus window of the foreground queue. A key that goes down again
 // without having gone up is told as repeated.
 void KeyDown(UINT key);

@@ -43,11 +43,20 @@ void WaylandOutputs::Remove(std::uint32_t name)
     std::erase_if(m_outputs, [name](const auto& output) { return output->name == name; });
 }
 
-int WaylandOutputs::ScaleFor(std::span<wl_output* const> shownOn) const
+void WaylandOutputs::SetShown(const wl_output* output, bool isShown)
 {
+    const auto found =
+        std::ranges::find_if(m_outputs, [output](const auto& known) { return known->object.get() == output; });
+    if (found != m_outputs.end())
+        (*found)->isShown = isShown;
+}
+
+int WaylandOutputs::Scale() const
+{
+    const bool isAnyShown = std::ranges::any_of(m_outputs, [](const auto& output) { return output->isShown; });
     int scale = 1;
     for (const auto& output : m_outputs) {
-        if (shownOn.empty() || std::ranges::find(shownOn, output->object.get()) != shownOn.end())
+        if (output->isShown || !isAnyShown)
             scale = std::max(scale, output->scale);
     }
     return scale;

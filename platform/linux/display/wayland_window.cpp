@@ -22,7 +22,7 @@ void WriteRow32(std::span<const std::uint16_t> row, std::byte* target)
 
 } // namespace
 
-void WaylandWindow::Open(const WaylandGlobals& globals, const DisplayOptions& options)
+void WaylandWindow::Open(WaylandGlobals& globals, const DisplayOptions& options)
 {
     m_globals = &globals;
     const SIZE desktop = globals.Outputs().DesktopSize();
@@ -44,12 +44,12 @@ void WaylandWindow::ListenToSurface()
     static constexpr wl_surface_listener kListener = {
         .enter =
             [](void* data, wl_surface*, wl_output* output) {
-                auto& shownOn = static_cast<WaylandWindow*>(data)->m_shownOn;
-                if (std::ranges::find(shownOn, output) == shownOn.end())
-                    shownOn.push_back(output);
+                static_cast<WaylandWindow*>(data)->m_globals->Outputs().SetShown(output, true);
             },
-        .leave = [](void* data, wl_surface*,
-                    wl_output* output) { std::erase(static_cast<WaylandWindow*>(data)->m_shownOn, output); },
+        .leave =
+            [](void* data, wl_surface*, wl_output* output) {
+                static_cast<WaylandWindow*>(data)->m_globals->Outputs().SetShown(output, false);
+            },
     };
     wl_surface_add_listener(m_surface.get(), &kListener, this);
 }
@@ -82,7 +82,7 @@ bool WaylandWindow::Update()
 void WaylandWindow::Fit()
 {
     const SIZE asked = m_topLevel.AskedSize();
-    const int scale = m_globals->Outputs().ScaleFor(m_shownOn);
+    const int scale = m_globals->Outputs().Scale();
     const LONG largest = kLargestSidePx / scale;
     const LONG width = std::min(asked.cx > 0 ? asked.cx : m_ownSize.cx, largest) * scale;
     const LONG height = std::min(asked.cy > 0 ? asked.cy : m_ownSize.cy, largest) * scale;

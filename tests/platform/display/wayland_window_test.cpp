@@ -289,6 +289,67 @@ TEST(WaylandWindow, GoesOnWhenItsScreenIsPulledOut)
     stage.AwaitCommits(3);
 }
 
+TEST(WaylandWindow, TakesTheScaleOfAScreenThatIsPluggedInForTheOneThatShowedIt)
+{
+    WaylandStage stage({ .scale = 2 });
+    stage.Appear();
+    stage.compositor.With([](CompositorState& state) {
+        wl_surface_send_enter(state.surface, state.output);
+        state.TakeAway("wl_output");
+    });
+    stage.AwaitCommits(2);
+    stage.compositor.With([](CompositorState& state) { state.PlugIn(3); });
+    stage.AwaitCommits(3);
+    stage.compositor.With([](const CompositorState& state) { EXPECT_EQ(state.bufferScale, 3); });
+}
+
+TEST(WaylandWindow, IsNotShownOnAScreenThatIsGone)
+{
+    WaylandStage stage({ .scale = 2 });
+    stage.Appear();
+    stage.compositor.Hang(); // it does not hear that the display has let go of the screen
+    stage.compositor.With([](CompositorState& state) {
+        state.TakeAway("wl_output");
+        wl_touch_send_down(state.touch, 0, 0, state.surface, 1, 0, 0);
+    });
+    EXPECT_EQ(WaitForInput(stage.before + 1).back(), "down 0,0"); // and so it has
+    stage.compositor.With([](CompositorState& state) {
+        wl_surface_send_enter(state.surface, state.output);
+        wl_surface_send_leave(state.surface, state.output);
+        wl_surface_send_enter(state.surface, state.output);
+        state.PlugIn(3);
+    });
+    stage.compositor.WakeUp();
+    EXPECT_TRUE(stage.compositor.Await([](const CompositorState& state) { return state.bufferScale == 3; }));
+}
+
+TEST(WaylandWindow, HasTheScaleOfTheScreensThatShowIt)
+{
+    WaylandStage stage({ .scale = 2 });
+    stage.Appear();
+    wl_resource* first = nullptr;
+    stage.compositor.With([&](CompositorState& state) {
+        first = state.output;
+        wl_surface_send_enter(state.surface, first);
+        state.PlugIn(3);
+    });
+    EXPECT_TRUE(stage.compositor.Await(
+        [&](const CompositorState& state) { return state.output != nullptr && state.output != first; }));
+    stage.AwaitAnswer();
+    stage.AwaitAnswer(); // what the display did about it has arrived
+    stage.compositor.With([](const CompositorState& state) {
+        EXPECT_EQ(state.bufferScale, 2);
+        wl_surface_send_enter(state.surface, state.output);
+    });
+    stage.AwaitCommits(2);
+    stage.compositor.With([](const CompositorState& state) {
+        EXPECT_EQ(state.bufferScale, 3);
+        wl_surface_send_leave(state.surface, state.output);
+    });
+    stage.AwaitCommits(3);
+    stage.compositor.With([](const CompositorState& state) { EXPECT_EQ(state.bufferScale, 2); });
+}
+
 TEST(WaylandWindow, CutsAScaleThatNoScreenHas)
 {
     for (const auto& [told, taken] : { std::pair{ 1000000, 8 }, std::pair{ 0, 1 }, std::pair{ -3, 1 } }) {

@@ -62,13 +62,24 @@ int WaylandOutputs::Scale() const
     return scale;
 }
 
-SIZE WaylandOutputs::DesktopSize() const
+SIZE WaylandOutputs::DesktopSizePx() const
 {
-    if (m_outputs.empty() || m_outputs.front()->widthPx <= 0 || m_outputs.front()->heightPx <= 0)
+    if (!IsDesktopKnown())
         return kCommonDesktop;
     const Output& output = *m_outputs.front();
-    const SIZE size = { output.widthPx / output.scale, output.heightPx / output.scale };
-    return output.isTurned ? SIZE{ size.cy, size.cx } : size;
+    return output.isTurned ? SIZE{ output.heightPx, output.widthPx } : SIZE{ output.widthPx, output.heightPx };
+}
+
+SIZE WaylandOutputs::DesktopSize() const
+{
+    const SIZE size = DesktopSizePx();
+    const int scale = IsDesktopKnown() ? m_outputs.front()->scale : 1;
+    return { size.cx / scale, size.cy / scale };
+}
+
+bool WaylandOutputs::IsDesktopKnown() const
+{
+    return !m_outputs.empty() && m_outputs.front()->widthPx > 0 && m_outputs.front()->heightPx > 0;
 }
 
 } // namespace cardsong::display

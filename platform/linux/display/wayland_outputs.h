@@ -20,10 +20,14 @@ public:
     void SetShown(const wl_output* output, bool isShown);
     // The largest scale of the screens that show the window; while none does, of all of them.
     int Scale() const;
-    // The size of the first screen in a window's units; a common one while it is not known.
+    // The size of the first screen as its user sees it, in pixels and in a window's units; a common one while it is not
+    // known.
+    SIZE DesktopSizePx() const;
     SIZE DesktopSize() const;
 
 private:
+    bool IsDesktopKnown() const;
+
     struct Output {
         std::uint32_t name = 0;
         WaylandPtr<wl_output> object;

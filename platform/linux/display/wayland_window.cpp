@@ -25,13 +25,12 @@ void WriteRow32(std::span<const std::uint16_t> row, std::byte* target)
 void WaylandWindow::Open(WaylandGlobals& globals, const DisplayOptions& options)
 {
     m_globals = &globals;
-    const SIZE desktop = globals.Outputs().DesktopSize();
-    const auto width = static_cast<int>(desktop.cx);
-    const auto height = static_cast<int>(desktop.cy);
-    m_turn = options.turn.value_or(TurnThatFits(width, height));
+    const SIZE desktopPx = globals.Outputs().DesktopSizePx(); // the picture is drawn in these
+    m_turn = options.turn.value_or(TurnThatFits(static_cast<int>(desktopPx.cx), static_cast<int>(desktopPx.cy)));
     const SIZE picture = TurnedSize(m_turn);
+    const SIZE desktop = globals.Outputs().DesktopSize();
     m_ownSize = options.scale > 0 ? SIZE{ picture.cx * options.scale, picture.cy * options.scale }
-                                  : ComfortableSize(width, height, m_turn);
+                                  : ComfortableSize(static_cast<int>(desktop.cx), static_cast<int>(desktop.cy), m_turn);
     m_surface.reset(wl_compositor_create_surface(&globals.Compositor()));
     ListenToSurface();
     m_topLevel.Open(globals, *m_surface, { std::min(m_ownSize.cx, picture.cx), std::min(m_ownSize.cy, picture.cy) },

@@ -67,6 +67,34 @@ TEST(WaylandWindow, TurnsThePictureOnAScreenThatIsTurnedItself)
     });
 }
 
+TEST(WaylandWindow, ShowsThePictureUprightWhereTheScreenHasThePixelsForIt)
+{
+    // 240 x 320 units of two pixels each: too narrow for the picture in units, and not in pixels.
+    WaylandStage stage({ .outputWidthPx = 480, .outputHeightPx = 640, .scale = 2, .windowSize = { 240, 320 } }, {});
+    stage.Paint(RGB(255, 0, 0));
+    stage.AwaitCommits(1);
+    stage.compositor.With([](const CompositorState& state) {
+        EXPECT_EQ(state.buffer.widthPx, 480);
+        EXPECT_EQ(state.buffer.heightPx, 640);
+        EXPECT_EQ(state.screen.At(80, 200), kRed);
+        EXPECT_EQ(state.screen.At(399, 439), kRed);
+        EXPECT_EQ(state.screen.At(79, 200), 0U);
+        EXPECT_EQ(state.screen.At(80, 199), 0U);
+        EXPECT_EQ(state.screen.At(399, 440), 0U);
+    });
+}
+
+TEST(WaylandWindow, TurnsThePictureOnAScreenWithTooFewPixelsWhateverTheirScale)
+{
+    WaylandStage stage({ .outputWidthPx = 240, .outputHeightPx = 320, .scale = 2, .windowSize = { 120, 160 } }, {});
+    stage.Paint(RGB(255, 0, 0));
+    stage.AwaitCommits(1);
+    stage.compositor.With([](const CompositorState& state) {
+        EXPECT_EQ(state.screen.At(0, 0), kRed);
+        EXPECT_EQ(state.screen.At(239, 319), kRed);
+    });
+}
+
 TEST(WaylandWindow, ObeysATurnThatIsAskedFor)
 {
     WaylandStage stage({}, { .scale = 1, .turn = cardsong::host::Turn::Half });

@@ -12,12 +12,19 @@ namespace cardsong::display {
 using namespace host;
 namespace {
 
-// No desktop asks for more; nobody else's numbers are to take all memory.
+// Nobody else's numbers are to take all memory. A larger window has fewer pixels for each of its units, and is cut
+// where it has more units than this.
 constexpr LONG kLargestSidePx = 8192;
 
 void WriteRow32(std::span<const std::uint16_t> row, std::byte* target)
 {
     WidenRow(row, { 16, 8, 0 }, { reinterpret_cast<std::uint32_t*>(target), row.size() });
+}
+
+// The largest up to `scale` at which no side is too long; 1 at least.
+int ScaleWithinLimit(SIZE size, int scale)
+{
+    return std::clamp<int>(kLargestSidePx / std::max(size.cx, size.cy), 1, scale);
 }
 
 } // namespace
@@ -81,10 +88,11 @@ bool WaylandWindow::Update()
 void WaylandWindow::Fit()
 {
     const SIZE asked = m_topLevel.AskedSize();
-    const int scale = m_globals->Outputs().Scale();
-    const LONG largest = kLargestSidePx / scale;
-    const LONG width = std::min(asked.cx > 0 ? asked.cx : m_ownSize.cx, largest) * scale;
-    const LONG height = std::min(asked.cy > 0 ? asked.cy : m_ownSize.cy, largest) * scale;
+    const SIZE size = { std::min(asked.cx > 0 ? asked.cx : m_ownSize.cx, kLargestSidePx),
+                        std::min(asked.cy > 0 ? asked.cy : m_ownSize.cy, kLargestSidePx) };
+    const int scale = ScaleWithinLimit(size, m_globals->Outputs().Scale());
+    const LONG width = size.cx * scale;
+    const LONG height = size.cy * scale;
     if (scale == m_scale && width == m_buffers.WidthPx() && height == m_buffers.HeightPx())
         return;
     m_scale = scale;

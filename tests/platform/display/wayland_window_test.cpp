@@ -250,6 +250,25 @@ TEST(WaylandWindow, TakesNoMoreMemoryThanAScreenCouldNeed)
     });
 }
 
+TEST(WaylandWindow, HasFewerPixelsToAUnitWhereItWouldBeTooLarge)
+{
+    struct Case {
+        SIZE size;
+        int scaleOfScreen;
+        int scale;
+    };
+    for (const auto& [size, scaleOfScreen, scale] : { Case{ { 4096, 3 }, 2, 2 }, Case{ { 4097, 3 }, 2, 1 },
+                                                      Case{ { 3, 3000 }, 3, 2 }, Case{ { 8192, 3 }, 3, 1 } }) {
+        WaylandStage stage({ .scale = scaleOfScreen, .windowSize = size });
+        stage.Appear();
+        stage.compositor.With([&, size = size, scale = scale](const CompositorState& state) {
+            EXPECT_EQ(state.bufferScale, scale) << size.cx;
+            EXPECT_EQ(state.buffer.widthPx, size.cx * scale);
+            EXPECT_EQ(state.buffer.heightPx, size.cy * scale);
+        });
+    }
+}
+
 TEST(WaylandWindow, SurvivesTheSmallestSizes)
 {
     WaylandStage stage;

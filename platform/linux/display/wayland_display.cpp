@@ -53,7 +53,7 @@ private:
 
 std::string WaylandDisplay::Reach()
 {
-    std::string trouble = m_connection.Connect(m_name);
+    std::string trouble = m_connection.Connect(m_name, m_answerLimitMs);
     if (!trouble.empty())
         return trouble;
     m_globals.Ask(m_connection.Raw());

@@ -9,9 +9,8 @@ struct LaunchWord {
     bool LaunchOptions::*field;
 };
 constexpr LaunchWord kWords[] = {
-    { TEXT("--fill"), &LaunchOptions::fillFromCard },
-    { TEXT("--play"), &LaunchOptions::playAtOnce },
-    { TEXT("--lyrics-utf8"), &LaunchOptions::lyricsUtf8 },
+    { TEXT("--fill"), &LaunchOptions::fillFromCard },  { TEXT("--play"), &LaunchOptions::playAtOnce },
+    { TEXT("--tell-exit"), &LaunchOptions::tellExit }, { TEXT("--lyrics-utf8"), &LaunchOptions::lyricsUtf8 },
     { TEXT("--report"), &LaunchOptions::report },
 };
 

@@ -6,6 +6,7 @@
 struct LaunchOptions {
     bool fillFromCard = false; // "--fill": an empty play list is filled from the card at the first play
     bool playAtOnce = false;   // "--play": as if the user had pressed play when the window came
+    bool tellExit = false;     // "--tell-exit": the program's status tells that the user pressed exit
     bool lyricsUtf8 = false;   // "--lyrics-utf8": lyrics that are valid UTF-8 are taken for it
     bool report = false;       // "--report": the debug output tells each second what plays
 

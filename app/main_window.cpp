@@ -102,9 +102,9 @@ LRESULT OnActivate(HWND window, WPARAM wParam, LPARAM lParam)
     return DefWindowProcW(window, WM_ACTIVATE, wParam, lParam); // gives the focus
 }
 
-LRESULT OnCommand(HWND window, WPARAM request, LPARAM)
+LRESULT OnCommand(HWND window, WPARAM request, LPARAM control)
 {
-    ActOnCommand(window, request);
+    ActOnCommand(window, request, control);
     return 0;
 }
 

@@ -47,8 +47,10 @@ constexpr CommandEntry kCommands[] = {
 
 } // namespace
 
-void ActOnCommand(HWND window, WPARAM request)
+void ActOnCommand(HWND window, WPARAM request, LPARAM control)
 {
+    if (LOWORD(request) == kCommandExit && control != 0)
+        NoteThatUserExits();
     for (const auto& command : kCommands)
         if (command.id == LOWORD(request))
             command.handler(window, request);

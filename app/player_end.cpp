@@ -3,6 +3,7 @@
 #include "app/audio_manager.h"
 #include "app/audio_priority.h"
 #include "app/command_ids.h"
+#include "app/launch_options.h"
 #include "app/library_window.h"
 #include "app/lyrics_display.h"
 #include "app/main_paint.h"
@@ -14,7 +15,20 @@
 #include "library/song_list.h"
 #include "playback/media_player.h"
 
+#include <utility>
+
 namespace {
+
+constexpr int kEnded = 0;
+constexpr int kUserPressedExit = 10;
+
+bool g_userExits = false;
+
+int ExitStatus()
+{
+    const bool userExits = std::exchange(g_userExits, false);
+    return userExits && g_launchOptions.tellExit ? kUserPressedExit : kEnded;
+}
 
 void FreeWhatIsShown()
 {
@@ -25,6 +39,11 @@ void FreeWhatIsShown()
 }
 
 } // namespace
+
+void NoteThatUserExits()
+{
+    g_userExits = true;
+}
 
 void ExitPlayer(HWND window, WPARAM request)
 {
@@ -46,5 +65,5 @@ void EndPlayer(HWND window)
     ShowTaskBar();
     FreeWhatIsShown();
     ReleasePlayer();
-    PostQuitMessage(0);
+    PostQuitMessage(ExitStatus());
 }

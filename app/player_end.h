@@ -3,6 +3,8 @@
 
 #include "platform/ce.h"
 
+// The user presses exit, the command for which follows. Where "--tell-exit" asks for it, the program's status says so.
+void NoteThatUserExits();
 // The exit command: stops the song, saves the play list and destroys the main window. `request`: the command's first
 // parameter.
 void ExitPlayer(HWND window, WPARAM request);

@@ -1,6 +1,7 @@
 #include "app/player_keys.h"
 
 #include "app/command_ids.h"
+#include "app/player_end.h"
 
 #include <algorithm>
 #include <iterator>
@@ -40,13 +41,22 @@ bool IsRepeated(LPARAM details)
     return (HIWORD(static_cast<ULONG_PTR>(details)) & KF_REPEAT) != 0;
 }
 
+// The host strikes the exit key, too, when the program is to end: it counts no stroke.
+bool IsStruckByHand(LPARAM details)
+{
+    return LOWORD(static_cast<ULONG_PTR>(details)) != 0;
+}
+
 } // namespace
 
 void ActOnKey(HWND window, WPARAM key, LPARAM details)
 {
     const KeyEntry* const entry = Find(key);
-    if (entry != nullptr && (entry->whenHeld == WhenHeld::ActsAgain || !IsRepeated(details)))
-        SendMessageW(window, WM_COMMAND, entry->command, 0);
+    if (entry == nullptr || (entry->whenHeld == WhenHeld::ActsOnce && IsRepeated(details)))
+        return;
+    if (entry->command == kCommandExit && IsStruckByHand(details))
+        NoteThatUserExits();
+    SendMessageW(window, WM_COMMAND, entry->command, 0);
 }
 
 bool ActsWhenAsked(WPARAM key)

@@ -1,4 +1,4 @@
-// What each key of the device does in the main window, and when. Sends commands; knows no player.
+// What each key of the device does in the main window, and when. Sends commands.
 #pragma once
 
 #include "platform/ce.h"

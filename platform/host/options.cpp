@@ -136,6 +136,9 @@ constexpr OptionRow kRows[] = {
       .store = Take<&Options::audioSink> },
     { .name = "fill", .help = "Fill an empty play list from the card at the first play", .playerWord = TEXT("--fill") },
     { .name = "play", .help = "Play at once", .playerWord = TEXT("--play") },
+    { .name = "tell-exit",
+      .help = "End with status 10, and not 0, when exit is pressed",
+      .playerWord = TEXT("--tell-exit") },
     { .name = "lyrics-utf8",
       .help = "Take lyrics that are valid UTF-8 for UTF-8",
       .playerWord = TEXT("--lyrics-utf8") },
@@ -158,7 +161,8 @@ Plays the songs of a memory card, or those that are named.
 constexpr std::size_t kHelpColumn = 23; // where the help of an option stands
 constexpr char kHelpFoot[] = R"(
 Exit status: 0 the player was ended; 1 it could not start, or a picture could not be written; 2 an option means
-nothing; 3 the display went away, after which the play list was saved; 130 it did not answer and was given up.
+nothing; 3 the display went away, after which the play list was saved; 10 exit was pressed, with --tell-exit; 130 it
+did not answer and was given up.
 --doctor: 0 it can play; 1 something is bad.
 )";
 

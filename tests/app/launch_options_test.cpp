@@ -35,6 +35,9 @@ TEST(LaunchOptions, EachWordSetsItsOwn)
     LaunchOptions playOnly;
     playOnly.playAtOnce = true;
     EXPECT_EQ(ReadLaunchOptions(TEXT("--play")), playOnly);
+    LaunchOptions tellOnly;
+    tellOnly.tellExit = true;
+    EXPECT_EQ(ReadLaunchOptions(TEXT("--tell-exit")), tellOnly);
     LaunchOptions utf8Only;
     utf8Only.lyricsUtf8 = true;
     EXPECT_EQ(ReadLaunchOptions(TEXT("--lyrics-utf8")), utf8Only);

@@ -4,6 +4,7 @@
 #include "app/title_ticker.h"
 #include "tests/app/player_fixture.h"
 
+#include <algorithm>
 #include <filesystem>
 
 using namespace cardsong::test;
@@ -442,6 +443,28 @@ TEST_P(MainWindowInLanguage, TheSoftKeysShowCaptions)
             EXPECT_NE(PixelOf(frame, left + 102, y), 0xFFFF);
         }
     }
+}
+
+TEST_F(MainWindow, TheSoftKeysAreWrittenIn14PointsInChinese)
+{
+    UseLanguage(0x0404);
+    Start();
+    const Frame frame = Screen();
+    LONG first = 320;
+    LONG last = 0;
+    for (LONG y = 210; y < 240; ++y) {
+        for (LONG x = 110; x < 208; ++x) {
+            if (PixelOf(frame, x, y) == 0xFFFF) {
+                first = std::min(first, x);
+                last = std::max(last, x);
+            }
+        }
+    }
+    constexpr LONG kCharacterPx = 14 * 96 / 72;
+    const auto count = static_cast<LONG>(WString(g_controls.softKeys.Find(24)->Caption()).size());
+    // Characters leave a little room at their sides; those of one point more would be wider.
+    EXPECT_LE(last - first + 1, count * kCharacterPx);
+    EXPECT_GE(last - first + 1, count * kCharacterPx - 6);
 }
 
 INSTANTIATE_TEST_SUITE_P(Languages, MainWindowInLanguage,

@@ -106,10 +106,12 @@ protected:
     {
         MSG message;
         while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) {
-            if (message.message == WM_QUIT)
+            if (message.message == WM_QUIT) {
                 m_hasQuit = true;
-            else
+                m_exitStatus = static_cast<int>(message.wParam);
+            } else {
                 RunMessage(m_window, message);
+            }
         }
     }
 
@@ -167,6 +169,7 @@ protected:
     kernel::VirtualClock m_clock;
     HWND m_window = nullptr;
     bool m_hasQuit = false;
+    int m_exitStatus = -1; // of the program, when it has quit
 
 private:
     void AddFile(const std::string& name, const SimulatedSong& song)

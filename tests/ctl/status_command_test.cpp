@@ -2,6 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include <string>
+#include <utility>
+
 namespace {
 
 PlayerStatus Paused()
@@ -33,6 +36,21 @@ TEST(StatusCommand, AStoppedPlayerHasNoSong)
     PlayerStatus stopped;
     stopped.count = 3;
     EXPECT_EQ(StatusLines(stopped), "state: stopped\nsongs: 3\nshuffle: off\nrepeat: off\n");
+}
+
+TEST(StatusCommand, ShowsHoursOnlyFromAnHourOn)
+{
+    constexpr std::pair<std::int32_t, const char*> kTimes[] = {
+        { 0, "0:00" },          { 59'999, "0:59" },       { 60'000, "1:00" },       { 725'000, "12:05" },
+        { 3'599'999, "59:59" }, { 3'600'000, "1:00:00" }, { 7'507'000, "2:05:07" },
+    };
+    for (const auto& [milliseconds, text] : kTimes) {
+        PlayerStatus status = Paused();
+        status.positionMs = milliseconds;
+        status.lengthMs = milliseconds;
+        const std::string line = std::string("position: ") + text + " of " + text + "\n";
+        EXPECT_NE(StatusLines(status).find(line), std::string::npos) << StatusLines(status);
+    }
 }
 
 TEST(StatusCommand, TellsScriptsInJson)

@@ -1,7 +1,8 @@
 #!/usr/bin/env python3
 """Runs the session of packaging/kiosk under its compositor, whose screen is a window that fills an X server's: the player fills
 it, turned as the configuration says. When all of a session is told to end, as systemd does, the play list is saved. A card that
-is pulled out ends the session in order, and the next one plays on when the card is back.
+is pulled out ends the session in order, and the next one plays on when the card is back. The power goes off for the exit key, and
+for no other end of the player.
 
 kiosk.py PROGRAM CONTROL ROOT     exit status 0, or 1 with a line that says what did not happen
 
@@ -27,6 +28,7 @@ NO_SCREEN = 1
 SCREEN = "1024x768"
 TURN, SHOWN_AT = 90, (640, 480)
 OK_BUTTON = (230, 217)
+EXIT_KEY = (50, 224)
 
 
 class Unit:
@@ -41,6 +43,8 @@ class Unit:
         for file in (program, control, kiosk / "cardsong-kiosk"):
             shutil.copy(file, self.bin)
         shutil.copytree(program.parent / "device/tree", self.bin / "device/tree")
+        (self.bin / "systemctl").write_text(f'#!/bin/sh\necho "$*" >>"{root}/home/asked"\n', encoding="utf-8")
+        (self.bin / "systemctl").chmod(0o755)
         shutil.copytree(stage.root / "card", self.card)
         (root / "run").chmod(0o700)
         self.environment = {
@@ -92,6 +96,18 @@ class Unit:
         self.card.rmdir()
         (self.root / "away").rename(self.card)
 
+    def asked_of_the_system(self):
+        file = self.root / "home/asked"
+        return file.read_text(encoding="utf-8").splitlines() if file.exists() else []
+
+    def player(self):
+        """The process that plays."""
+        for folder in pathlib.Path("/proc").glob("[0-9]*"):
+            with contextlib.suppress(OSError):
+                if os.readlink(folder / "exe") == str(self.bin / "cardsong"):
+                    return int(folder.name)
+        raise Failure("no player runs")
+
     def saved_list(self):
         file = self.root / "home/.local/share/cardsong/Windows/play_list.txt"
         return file.read_text("utf-16-le") if file.exists() else ""
@@ -134,6 +150,36 @@ def play_on_with_the_card_back(unit, panel, picture):
     print("ok: the next session plays on when the card is back", flush=True)
 
 
+def tap_until_the_end(unit, panel, session, place):
+    wait_for("the session ends", lambda: panel.tap(place, TURN, SHOWN_AT) or session.poll() is not None, PATIENCE_S)
+    if session.returncode != 0:
+        raise Failure(f"the session ended with status {session.returncode}")
+
+
+def power_off_for_the_exit_key_alone(unit, panel, picture):
+    """A card that is back before the notice is answered, and an end that the player is told to make, are no wish of the user's."""
+    unit.environment["CARDSONG_AT_EXIT"] = "poweroff"
+    session = unit.start_session()
+    unit.play()
+    unit.pull_card()
+    wait_for("the song stops", lambda: (unit.status() or {}).get("state") != "playing", PATIENCE_S)
+    unit.put_card()
+    tap_until_the_end(unit, panel, session, OK_BUTTON)
+    session = unit.start_session()
+    os.kill(unit.player(), signal.SIGTERM)
+    session.wait(PATIENCE_S)
+    if session.returncode != 0:
+        raise Failure(f"told to end, the session ended with status {session.returncode}")
+    if unit.asked_of_the_system():
+        raise Failure(f"nobody pressed exit, and the system was asked to {unit.asked_of_the_system()}")
+    session = unit.start_session()
+    panel.await_picture("the main window of a unit that powers off", picture, TURN, SHOWN_AT)
+    tap_until_the_end(unit, panel, session, EXIT_KEY)
+    if unit.asked_of_the_system() != ["poweroff"]:
+        raise Failure(f"for the exit key the system was asked to {unit.asked_of_the_system()}")
+    print("ok: the exit key powers off, a card that was away and an end from outside do not", flush=True)
+
+
 def refuse_root(kiosk, folder):
     """Else the screen would belong to a player that may do anything."""
     done = subprocess.run([kiosk / "cardsong-kiosk"], capture_output=True, text=True, timeout=PATIENCE_S,
@@ -158,6 +204,7 @@ def main():
             save_the_list_when_all_is_told_to_end(unit, panel, picture)
             end_in_order_without_a_card(unit, panel)
             play_on_with_the_card_back(unit, panel, picture)
+            power_off_for_the_exit_key_alone(unit, panel, picture)
         finally:
             unit.end_sessions()
 

@@ -26,7 +26,7 @@ TITLES = ["00 demo tone", "01 second tone", "G大调小步舞曲", "欢乐颂", 
           "兩隻老虎", "小星星", "茉莉花", "送別"]
 
 
-TEXTS = ("README.txt", "LICENSE.txt", "LICENSE-runtime.txt")
+TEXTS = ("README.txt", "LICENSE.txt", "LICENSE-Apache-2.0.txt", "LICENSE-runtime.txt", "NOTICE.txt")
 
 
 def expect(what, held, found=""):

@@ -26,7 +26,8 @@ def main():
     debs = sorted(path for kind in (architecture, "all") for path in packages.glob(f"*_{kind}.deb") if "dbgsym" not in path.name)
     if not debs:
         sys.exit(f"bare_root: no packages in {packages}")
-    copied = " ".join(shlex.quote(str(path)) for path in [*debs, root / "packaging/debian/tests", FOLDER / "use_and_remove"])
+    copied = " ".join(shlex.quote(str(path)) for path in [*debs, root / "packaging/debian/tests", root / "docs/kiosk.md",
+                                                          FOLDER / "use_and_remove"])
     story = ["mkdir \"$1/srv/cardsong\"", f"copy-in {copied} /srv/cardsong", "chroot \"$1\" /srv/cardsong/use_and_remove"]
     hooks = [f"--customize-hook={step}" for step in story]
     return subprocess.run(["mmdebstrap", "--quiet", "--variant=apt", *hooks, DEBIAN, "/dev/null", "-"], input=sources(),

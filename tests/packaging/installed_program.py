@@ -4,6 +4,7 @@ a player that runs from wherever it was put.
 
 installed_program.py ROOT BUILD
 """
+import fnmatch
 import os
 import pathlib
 import re
@@ -21,14 +22,14 @@ PREFIX = pathlib.Path(FOLDER.name) / "prefix"
 PATIENCE_S = 60
 
 ICON_SIZES = (16, 24, 32, 48, 64, 128, 256)
+KIOSK = "share/doc/cardsong/examples/kiosk/"
 PROGRAM = {"bin/cardsong", "bin/cardsongctl", "share/applications/cardsong.desktop",
            "share/bash-completion/completions/cardsong", "share/bash-completion/completions/cardsongctl",
            "share/man/man1/cardsong.1", "share/man/man1/cardsongctl.1",
-           "share/metainfo/org.cardsong.cardsong.metainfo.xml"}
+           "share/metainfo/org.cardsong.cardsong.metainfo.xml", "share/doc/cardsong/kiosk.md"} | {KIOSK + name for name in (
+               "autologin.conf", "cardsong-kiosk", "cardsong-kiosk.service", "kiosk.conf", "media-card.mount", "profile")}
 ICONS = {f"share/icons/hicolor/{size}x{size}/apps/cardsong.png" for size in ICON_SIZES}
-KIOSK = "share/doc/cardsong/examples/kiosk/"
-DATA = ICONS | {"share/icons/hicolor/scalable/apps/cardsong.svg", "share/doc/cardsong/kiosk.md"} | {KIOSK + name for name in (
-    "autologin.conf", "cardsong-kiosk", "cardsong-kiosk.service", "kiosk.conf", "media-card.mount", "profile")}
+DATA = ICONS | {"share/icons/hicolor/scalable/apps/cardsong.svg"}
 HEADERS = {f"include/cardsong/{name}" for name in (
     "containers/ptr_array_ctrl.h", "containers/ptr_list_ctrl.h", "device.h", "encoding/big5_gb_text.h",
     "encoding/code_page.h", "encoding/gb_unicode_text.h", "encoding/utf16_unit.h")}
@@ -56,6 +57,15 @@ def version():
     return re.search(r"project\(Cardsong VERSION (\S+)", (ROOT / "CMakeLists.txt").read_text())[1]
 
 
+def holds(package, name):
+    """Whether the Debian package takes an installed file. The folder of libraries has another name for each machine there."""
+    def plain(path):
+        return re.sub(r"^lib/[^/]+/(?=[^/]*lib|pkgconfig)", "lib/", path)
+    wanted = (ROOT / f"packaging/debian/{package}.install").read_text(encoding="utf-8").split()
+    patterns = [plain(pattern.removeprefix("usr/")) for pattern in wanted]
+    return any(pathlib.PurePath(plain(name)).match(pattern) or fnmatch.fnmatch(plain(name), f"{pattern}/*") for pattern in patterns)
+
+
 def setUpModule():
     install(PREFIX)
 
@@ -78,6 +88,14 @@ class Components(unittest.TestCase):
         self.assertLessEqual(HEADERS, parts["device-development"])
         self.assertEqual(sum(map(len, parts.values())), len(files_below(PREFIX)))
         self.assertEqual(set().union(*parts.values()), files_below(PREFIX))
+
+    def test_each_goes_into_the_debian_package_that_is_said_to_hold_it(self):
+        page = (ROOT / "packaging/README.md").read_text(encoding="utf-8")
+        packages = re.findall(r"^\| `([\w-]+)` \| `([\w-]+)` \|", page, re.MULTILINE)
+        self.assertEqual(len(packages), 4)
+        for package, component in packages:
+            for name in install(pathlib.Path(FOLDER.name) / f"for {package}", component):
+                self.assertEqual([other for other, _ in packages if holds(other, name)], [package], name)
 
     def test_data_are_the_tree_and_the_demo_card_as_built(self):
         for made, installed in (("tree", "device"), ("card", "demo-card")):
@@ -178,6 +196,12 @@ class ManualPages(unittest.TestCase):
         told = run(PREFIX / "bin/cardsong", "--help").partition("Exit status: ")[2].partition("\n--")[0].replace("\n", " ")
         page = section(page_text("cardsong.1"), "EXIT STATUS")
         self.assertEqual(re.findall(r"^ {7}(\d+)", page, re.MULTILINE), re.findall(r"\b(\d+) [a-z]", told))
+
+    def test_tell_of_every_word_of_the_environment_that_chooses_the_display(self):
+        chosen = (ROOT / "platform/linux/display/display_choice.cpp").read_text(encoding="utf-8")
+        asked = [name for name in re.findall(r'Variable\("(\w+)"\)', chosen) if name != "XDG_RUNTIME_DIR"]
+        told = re.findall(r"^ {7}([A-Z_, ]+)$", section(page_text("cardsong.1"), "ENVIRONMENT"), re.MULTILINE)
+        self.assertEqual(", ".join(told).split(", ")[:len(asked)], asked)
 
     def test_tell_of_every_function_that_the_library_exports(self):
         page = page_text("cardsong-device.3")

@@ -3,10 +3,12 @@
 kiosk_files.py ROOT
 """
 
+import configparser
 import os
 import pathlib
 import re
 import shutil
+import signal
 import subprocess
 import sys
 import tempfile
@@ -14,6 +16,8 @@ import unittest
 
 ROOT = pathlib.Path(sys.argv.pop(1))
 KIOSK = ROOT / "packaging/kiosk"
+PAGE = ROOT / "docs/kiosk.md"
+EXIT_WAS_PRESSED = "10"  # the status of a player that was told --tell-exit
 
 
 class KioskFiles(unittest.TestCase):
@@ -54,6 +58,13 @@ class KioskFiles(unittest.TestCase):
                          (1, "cardsong-kiosk: not as root: log in as the user whose session it is to be\n"))
         self.assertFalse(self.log.exists())
 
+    def settings(self, file):
+        """NAME=VALUE lines of a unit, by section."""
+        parser = configparser.ConfigParser(strict=False, interpolation=None)
+        parser.optionxform = str
+        parser.read(KIOSK / file, encoding="utf-8")
+        return parser
+
     def complaints(self, unit, text, *options, path=""):
         """What systemd says about a unit of this text."""
         file = self.home / unit
@@ -92,6 +103,12 @@ class KioskFiles(unittest.TestCase):
         (folder / "autologin.conf").write_text("[Service]\nExecStart=agetty\nExecStart=/none\n", encoding="utf-8")
         self.assertIn("ExecStart", self.complaints("getty@tty1.service", getty, path=f"{self.home}:"))
 
+    def test_however_often_the_player_or_the_log_in_ends_it_is_started_again(self):
+        for file in ("cardsong-kiosk.service", "autologin.conf"):
+            settings = self.settings(file)
+            self.assertEqual((settings["Unit"]["StartLimitIntervalSec"], settings["Service"]["RestartSec"]), ("0", "2"), file)
+        self.assertEqual(self.settings("cardsong-kiosk.service")["Service"]["Restart"], "always")
+
     def test_the_mount_point_of_the_card_is_the_player_s_card(self):
         where = re.search("^Where=(.*)$", (KIOSK / "media-card.mount").read_text(encoding="utf-8"), re.M).group(1)
         card = re.search("^CARDSONG_CARD=(.*)$", (KIOSK / "kiosk.conf").read_text(encoding="utf-8"), re.M).group(1)
@@ -103,10 +120,10 @@ class KioskFiles(unittest.TestCase):
     def test_the_player_fills_the_screen_and_plays_the_card(self):
         status, calls = self.run_session(CARDSONG_OPTIONS="--rotate 90 --fill")
         self.assertEqual(status, 0)
-        self.assertEqual(calls[1:], [f"cardsong --fullscreen --card {self.card} --rotate 90 --fill"])
+        self.assertEqual(calls[1:], [f"cardsong --tell-exit --fullscreen --card {self.card} --rotate 90 --fill"])
 
     def test_a_mount_point_may_have_blanks(self):
-        self.fake("cardsong", f'echo "its card: $3" >>"{self.log}"')
+        self.fake("cardsong", f'echo "its card: $4" >>"{self.log}"')
         self.assertEqual(self.run_session(CARDSONG_CARD="/media/my card")[1][-1], "its card: /media/my card")
 
     def test_without_a_word_the_usual_card_is_played_and_exit_starts_again(self):
@@ -115,7 +132,7 @@ class KioskFiles(unittest.TestCase):
         done = subprocess.run([self.bin / "cardsong-kiosk"], env=environment, capture_output=True, text=True)
         self.assertEqual((done.returncode, done.stderr), (0, ""))
         self.assertEqual(self.log.read_text(encoding="utf-8").splitlines()[1:],
-                         ["cardsong --fullscreen --card /media/card"])
+                         ["cardsong --tell-exit --fullscreen --card /media/card"])
 
     def test_it_ends_with_the_status_of_the_player(self):
         self.assertEqual(self.run_session(FAKE_STATUS="3")[0], 3)
@@ -125,16 +142,35 @@ class KioskFiles(unittest.TestCase):
         self.fake("cage", "exit 0")
         self.assertEqual(self.run_session()[0], 1)
 
+    def test_the_exit_key_starts_again(self):
+        status, calls = self.run_session(FAKE_STATUS=EXIT_WAS_PRESSED)
+        self.assertEqual((status, calls[2:]), (0, []))
+
     def test_the_exit_key_may_power_off(self):
-        status, calls = self.run_session(CARDSONG_AT_EXIT="poweroff")
-        self.assertEqual(status, 0)
+        status, calls = self.run_session(CARDSONG_AT_EXIT="poweroff", FAKE_STATUS=EXIT_WAS_PRESSED)
+        self.assertEqual((status, calls[2:]), (0, ["systemctl poweroff"]))
+
+    def test_the_exit_key_may_power_off_with_a_card_on_which_nothing_lies(self):
+        (self.card / "song.mp3").unlink()
+        _, calls = self.run_session(CARDSONG_AT_EXIT="poweroff", FAKE_STATUS=EXIT_WAS_PRESSED)
         self.assertEqual(calls[2:], ["systemctl poweroff"])
 
-    def test_a_card_that_is_pulled_out_powers_nothing_off(self):
-        (self.card / "song.mp3").unlink()
-        self.assertEqual(len(self.run_session(CARDSONG_AT_EXIT="poweroff")[1]), 2)
-        self.card.rmdir()
-        self.assertEqual(self.run_session(CARDSONG_AT_EXIT="poweroff")[1][4:], [])
+    def test_a_player_that_ends_in_order_by_itself_powers_nothing_off(self):
+        """One whose card is pulled out and put back before it ends, one that is told to end by a signal, and one that ends for
+        songs that are opened elsewhere."""
+        status, calls = self.run_session(CARDSONG_AT_EXIT="poweroff", FAKE_STATUS="0")
+        self.assertEqual((status, calls[2:]), (0, []))
+
+    def test_a_player_that_dies_of_a_signal_powers_nothing_off(self):
+        self.fake("cardsong", "kill -KILL $$")
+        status, calls = self.run_session(CARDSONG_AT_EXIT="poweroff")
+        self.assertEqual((status, calls[2:]), (128 + signal.SIGKILL, []))
+
+    def test_an_exit_of_the_session_before_powers_nothing_off(self):
+        self.run_session(FAKE_STATUS=EXIT_WAS_PRESSED)
+        self.fake("cage", "exit 0")
+        status, calls = self.run_session(CARDSONG_AT_EXIT="poweroff")
+        self.assertEqual((status, calls[3:]), (1, []))
 
     def test_a_player_that_fails_powers_nothing_off(self):
         self.assertEqual(len(self.run_session(CARDSONG_AT_EXIT="poweroff", FAKE_STATUS="1")[1]), 2)
@@ -143,6 +179,10 @@ class KioskFiles(unittest.TestCase):
         session = (KIOSK / "cardsong-kiosk").read_text(encoding="utf-8")
         configured = re.findall("^(CARDSONG_[A-Z_]+)=", (KIOSK / "kiosk.conf").read_text(encoding="utf-8"), re.M)
         self.assertEqual(sorted(configured), sorted(set(re.findall("CARDSONG_[A-Z_]+", session))))
+
+    def test_the_play_key_of_a_new_unit_plays(self):
+        configured = re.search("^CARDSONG_OPTIONS=(.*)$", (KIOSK / "kiosk.conf").read_text(encoding="utf-8"), re.M).group(1)
+        self.assertIn("--fill", configured.split())
 
     # ---- the log-in ----
 
@@ -161,8 +201,25 @@ class KioskFiles(unittest.TestCase):
 
     # ---- the page ----
 
+    def test_the_page_names_what_the_bare_unit_lacks(self):
+        line = re.search("apt install cage (.*)", PAGE.read_text(encoding="utf-8"))[1].split()
+        # Cage ends without Xwayland and asks for no package that has it; without a sound server songs go to ALSA.
+        for package in ("xwayland", "libgl1-mesa-dri", "gstreamer1.0-alsa", "dbus-user-session", "libpam-systemd", "polkitd"):
+            self.assertIn(package, line)
+
+    def test_the_page_installs_the_packages_that_are_made_here(self):
+        named = re.findall(r"apt install (.*)", PAGE.read_text(encoding="utf-8"))
+        ours = [word for words in named for word in words.split() if "cardsong" in word]
+        self.assertEqual(ours, ["./cardsong_*.deb", "./cardsong-data_*.deb"])
+
+    def test_the_page_tells_how_to_stop_what_starts_itself(self):
+        page = PAGE.read_text(encoding="utf-8")
+        self.assertRegex(page, r"systemctl stop getty@tty1 .*\n *systemctl --user stop cardsong-kiosk")
+        for words in ("mkdir -p /etc/systemd/system/getty@tty1.service.d", "systemctl reenable media-card.mount"):
+            self.assertIn(words, page)
+
     def test_the_page_tells_of_every_file(self):
-        page = (ROOT / "docs/kiosk.md").read_text(encoding="utf-8")
+        page = PAGE.read_text(encoding="utf-8")
         for file in KIOSK.iterdir():
             if file.name != "CMakeLists.txt":
                 self.assertRegex(page, rf"[ `]{re.escape(file.name)}[ `]")

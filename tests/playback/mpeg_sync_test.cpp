@@ -159,6 +159,34 @@ TEST_F(MpegSync, FrameThatNoEncoderWritesIsNoProof)
     EXPECT_TRUE(Find(Frames({ "", { 0xFF, 0xFD, 0x10, 0xC0 }, 104, 0 }, 8)));
 }
 
+// The channels of joint stereo share what lies above the bound: 2 x 4 and 28 fields, 18 bytes.
+TEST_F(MpegSync, AllocationsOfJointStereoEndWithTheSharedOnes)
+{
+    const FrameKind joint = { "layer I, joint stereo", { 0xFF, 0xFF, 0xC0, 0x40 }, 416, 384 / 44.1 };
+    std::string frame = Frame(joint);
+    frame[4 + 18] = '\xF0';
+    std::string frames;
+    for (int i = 0; i < 8; ++i)
+        frames += frame;
+    EXPECT_TRUE(Find(frames));
+    for (std::size_t at = 0; at < frames.size(); at += 416)
+        frames[at + 4 + 17] = '\x0F';
+    EXPECT_FALSE(Find(frames));
+}
+
+// Of the side information the first granule's flag of a switched window is bit 53; two bits of the block's type, one of
+// mixed blocks and two tables of five bits follow.
+TEST_F(MpegSync, TablesOfASwitchedWindowAreThoseOfTheStandard)
+{
+    std::string frame = Frame(kMpeg1Layer3);
+    frame[4 + 6] = '\x06';
+    for (const auto& [tables, isWritten] :
+         { std::pair{ '\x00', true }, { '\x80', true }, { '\x20', true }, { '\x10', false }, { '\x90', false } }) {
+        frame[4 + 7] = tables;
+        EXPECT_EQ(Find(frame + frame + frame + frame).has_value(), isWritten) << static_cast<int>(tables);
+    }
+}
+
 TEST_F(MpegSync, MainDataHasToFitTheFrameAndWhatItBorrows)
 {
     // The first granule's first channel claims 4095 bits, 512 bytes: more than the 381 that a frame of 417 holds.

@@ -15,11 +15,12 @@ UNFORMATTED = "int Sum( int a,int b ) { return a+b; }\n"
 
 
 class Check(unittest.TestCase):
+    """In a house that is an unpacked archive."""
+
     def setUp(self):
         folder = tempfile.TemporaryDirectory()
         self.addCleanup(folder.cleanup)
         self.house = pathlib.Path(folder.name)
-        subprocess.run(["git", "init", "--quiet", self.house], check=True)
         for name in ("tools/check", ".clang-format"):
             (self.house / name).parent.mkdir(exist_ok=True)
             shutil.copy(ROOT / name, self.house / name)
@@ -37,12 +38,12 @@ class Check(unittest.TestCase):
                               env=os.environ | surroundings)
         return done.returncode, done.stdout
 
-    def check_tidy(self, clang_tidy):
+    def check_tidy(self, clang_tidy, cmake="true"):
         """With two readers of foreign bytes, and a clang-tidy of our own."""
         for name in ("one", "two"):
             self.write(f"tags/{name}.cpp", FORMATTED)
         self.write("tags/CMakeLists.txt", "cardsong_library(cardsong_tags SOURCES one.cpp two.cpp)\n")
-        for name, text in (("clang-tidy", clang_tidy), ("cmake", "true")):
+        for name, text in (("clang-tidy", clang_tidy), ("cmake", cmake)):
             self.write(f"bin/{name}", f"#!/bin/sh\n{text}\n").chmod(0o755)
         return self.check("--tidy", PATH=f"{self.house / 'bin'}:{os.environ['PATH']}")
 
@@ -100,11 +101,58 @@ class Check(unittest.TestCase):
                          (1, "tags/one.cpp: clang-tidy gave up: no such build\ntags/two.cpp: clang-tidy gave up: no such build\n"
                              "check: 3 files, 2 findings\n"))
 
+    def test_what_a_build_made_is_no_part_of_the_house(self):
+        self.write("build/asan/made.cpp", UNFORMATTED)
+        self.write("gui/build/other.cpp", FORMATTED)
+        self.assertEqual(self.check(), (1, "gui/build/other.cpp: not listed in any CMakeLists.txt\ncheck: 2 files, 1 findings\n"))
+
+    def test_tidy_needs_no_make(self):
+        self.check_tidy("true", cmake=f'echo "$CMAKE_GENERATOR" >"{self.house}/generator"')
+        self.assertEqual((self.house / "generator").read_text(), os.environ.get("CMAKE_GENERATOR", "Ninja") + "\n")
+
     def test_help_names_each_choice(self):
         status, out = self.check("--help")
         self.assertEqual(status, 0)
         for option in ("--fix", "--tidy"):
             self.assertIn(f"tools/check {option} ", out)
+
+    def test_works_where_git_is_not_installed(self):
+        programs = self.house / "programs"
+        programs.mkdir()
+        (programs / "clang-format").symlink_to(shutil.which("clang-format"))
+        (self.house / ".git").mkdir()
+        self.write("gui/lost.cpp", FORMATTED)
+        self.assertEqual(self.check(PATH=str(programs)),
+                         (1, "gui/lost.cpp: not listed in any CMakeLists.txt\ncheck: 2 files, 1 findings\n"))
+
+    @unittest.skipUnless(shutil.which("git"), "git is not installed")
+    def test_is_complete_in_a_foreign_repository_that_ignores_it(self):
+        shutil.rmtree(self.house / ".git", ignore_errors=True)
+        around = self.house.with_name(f"{self.house.name}.around")
+        self.addCleanup(shutil.rmtree, around)
+        subprocess.run(["git", "init", "--quiet", around], check=True)
+        (around / ".gitignore").write_text("/house/\n", encoding="utf-8")
+        self.house = self.house.rename(around / "house")
+        self.assertEqual(self.check(), (0, "check: 1 files, 0 findings\n"))
+
+
+@unittest.skipUnless(shutil.which("git"), "git is not installed")
+class CheckInARepository(Check):
+    """The same in a repository."""
+
+    def setUp(self):
+        super().setUp()
+        subprocess.run(["git", "init", "--quiet", self.house], check=True)
+        self.write(".gitignore", "/build/\n")
+
+    def test_works_where_git_is_not_installed(self):
+        shutil.rmtree(self.house / ".git")
+        super().test_works_where_git_is_not_installed()
+
+    def test_what_git_ignores_is_no_part_of_the_house(self):
+        self.write(".gitignore", "/build/\n/gui/made.cpp\n")
+        self.write("gui/made.cpp", UNFORMATTED)
+        self.assertEqual(self.check(), (0, "check: 1 files, 0 findings\n"))
 
 
 if __name__ == "__main__":

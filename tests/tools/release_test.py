@@ -91,6 +91,7 @@ class Agreement(unittest.TestCase):
         self.assertEqual(self.findings(project=""), ["CMakeLists.txt names no version or no date of the release"])
 
 
+@unittest.skipUnless(shutil.which("git"), "git is not installed")
 class MakeRelease(unittest.TestCase):
     def setUp(self):
         folder = tempfile.TemporaryDirectory()

@@ -25,9 +25,10 @@ void GiveCommand(LPCWSTR mainWindowClass, WORD command);
 void TapInFrontOf(LPCWSTR mainWindowClass, POINT at);
 // Taps one of the buttons along the bottom edge of the active window, counted from 1, from left to right.
 void TapBottomButton(int number);
-// Strikes the key that asks the player to end; it saves what it has to save. Heard while the display is inactive, too,
-// and before there is a window. What other threads than the program's own show, such as an alert, is closed, and so
-// is what lies above another window of the program and belongs to it, such as a list: it would swallow the key.
+// Strikes the key that asks the player to end; it saves what it has to save. Its message counts no stroke, since no
+// hand strikes it. Heard while the display is inactive, too, and before there is a window. What other threads than the
+// program's own show, such as an alert, is closed, and so is what lies above another window of the program and belongs
+// to it, such as a list: it would swallow the key.
 void PressExitKey();
 // The display's own window gained or lost the foreground among the machine's programs.
 void SetDisplayActive(bool active);

@@ -59,8 +59,8 @@ MSG KeyMessage(const ThreadQueue& queue, HWND window, const InputEvent& event)
     int flags = event.wasDown ? KF_REPEAT : 0;
     if (event.kind == InputKind::KeyUp)
         flags = KF_REPEAT | KF_UP;
-    constexpr WORD kStrokes = 1;
-    return { window, message, event.key, MAKELPARAM(kStrokes, flags), 0, event.at };
+    const WORD strokes = event.isForProgram ? 0 : 1; // no hand struck it
+    return { window, message, event.key, MAKELPARAM(strokes, flags), 0, event.at };
 }
 
 MSG MakeInputMessage(const Desktop& desktop, const ThreadQueue& queue, HWND window, const InputEvent& event)

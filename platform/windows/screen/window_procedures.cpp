@@ -15,6 +15,7 @@ namespace {
 
 constexpr wchar_t kProcedureProperty[] = L"CardsongProcedure";
 constexpr LPARAM kFirstStroke = 1;
+constexpr LPARAM kNoStroke = 0; // of a hand
 constexpr LPARAM kRelease = LPARAM{ 1 } << 30 | LPARAM{ 1 } << 31;
 
 thread_local bool t_screenWindowComes = false;
@@ -74,10 +75,10 @@ LRESULT Erase(WNDPROC procedure, HWND window, WPARAM wParam, LPARAM lParam)
     return result;
 }
 
-void PostKey(HWND window, UINT key)
+void PostKey(HWND window, UINT key, LPARAM stroke)
 {
-    PostMessageW(window, WM_KEYDOWN, key, kFirstStroke);
-    PostMessageW(window, WM_KEYUP, key, kFirstStroke | kRelease);
+    PostMessageW(window, WM_KEYDOWN, key, stroke);
+    PostMessageW(window, WM_KEYUP, key, stroke | kRelease);
 }
 
 // What lies above the screen's window and belongs to it, such as a list, would take the exit key for itself.
@@ -122,7 +123,7 @@ bool AnswerDesktop(UINT message, WPARAM wParam, LPARAM lParam, LRESULT& result)
     case WM_QUERYENDSESSION: result = TRUE; return true;
     case WM_ENDSESSION:
         if (wParam != FALSE) // the process ends with the answer: the player has to save now
-            SendMessageW(ScreenWindow(), WM_KEYDOWN, VK_F24, kFirstStroke);
+            SendMessageW(ScreenWindow(), WM_KEYDOWN, VK_F24, kNoStroke);
         return true;
     case WM_DPICHANGED: {
         const RECT& wished = *reinterpret_cast<const RECT*>(lParam);
@@ -211,7 +212,7 @@ bool PressKey(UINT key)
     GUITHREADINFO state{};
     state.cbSize = sizeof state;
     GetGUIThreadInfo(GetWindowThreadProcessId(window, nullptr), &state);
-    PostKey(state.hwndFocus != nullptr ? state.hwndFocus : window, key);
+    PostKey(state.hwndFocus != nullptr ? state.hwndFocus : window, key, kFirstStroke);
     return true;
 }
 
@@ -222,7 +223,7 @@ void PressExitKey()
     if (window == nullptr)
         return;
     EnumWindows(CloseIfOwned, reinterpret_cast<LPARAM>(window));
-    PostKey(window, VK_F24);
+    PostKey(window, VK_F24, kNoStroke);
 }
 
 } // namespace cardsong::screen

@@ -46,13 +46,13 @@ TEST(TextLines, AnIdeographWiderThanTheLineStandsAlone)
     EXPECT_EQ(CountNarrowLines({ 0x6B4C, ' ', ' ' }), 1);
 }
 
-std::vector<std::uint16_t> PictureOf(const WString& text)
+std::vector<std::uint16_t> PictureOf(const WString& text, UINT side = DT_LEFT)
 {
     cardsong::test::Canvas canvas(120, 30);
     RECT rect = { 0, 0, 120, 30 };
     SetTextColor(canvas.Dc(), RGB(255, 255, 255));
     SetBkMode(canvas.Dc(), TRANSPARENT);
-    DrawTextW(canvas.Dc(), text.c_str(), -1, &rect, DT_SINGLELINE | DT_NOPREFIX);
+    DrawTextW(canvas.Dc(), text.c_str(), -1, &rect, DT_SINGLELINE | DT_NOPREFIX | side);
     return canvas.Pixels();
 }
 
@@ -61,6 +61,15 @@ TEST(TextRuns, EveryCharacterOfAPairIsShownAsItself)
 {
     EXPECT_NE(PictureOf(TEXT("\U0002A001")), PictureOf(TEXT("\U0002A002")));
     EXPECT_NE(PictureOf(TEXT("\U0002A001")), PictureOf(TEXT("\U0002A401")));
+}
+
+// A long text is shaped in pieces, of 512 units at most.
+TEST(TextRuns, APairThatStandsAcrossTheEndOfAPieceIsShownWhole)
+{
+    const WString pair = TEXT("\U0002A001");
+    for (const std::size_t before : { 510U, 511U, 512U })
+        EXPECT_EQ(PictureOf(WString(before, 'x') + pair, DT_RIGHT), PictureOf(WString(40, 'x') + pair, DT_RIGHT))
+            << before;
 }
 
 TEST(TextRuns, ControlCharactersAndLineSeparatorsAreBlanks)

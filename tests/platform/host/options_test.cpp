@@ -70,6 +70,7 @@ const Sample kSamples[] = {
     { "audio-sink", "null", [](Options& options) { options.audioSink = "null"; }, {}, "" },
     { "fill", nullptr, [](Options& options) { options.playerCommandLine = TEXT("--fill "); }, {}, "" },
     { "play", nullptr, [](Options& options) { options.playerCommandLine = TEXT("--play "); }, {}, "" },
+    { "tell-exit", nullptr, [](Options& options) { options.playerCommandLine = TEXT("--tell-exit "); }, {}, "" },
     { "lyrics-utf8", nullptr, [](Options& options) { options.playerCommandLine = TEXT("--lyrics-utf8 "); }, {}, "" },
     { "verbose",
       nullptr,
@@ -225,6 +226,7 @@ Plays the songs of a memory card, or those that are named.
   --audio-sink=NAME    Where the sound goes: null (nowhere, in real time) or an output of the system
   --fill               Fill an empty play list from the card at the first play
   --play               Play at once
+  --tell-exit          End with status 10, and not 0, when exit is pressed
   --lyrics-utf8        Take lyrics that are valid UTF-8 for UTF-8
   --verbose            Say what plays and what the debug log says
   --doctor             Say what this machine lacks for playing, and exit
@@ -232,7 +234,8 @@ Plays the songs of a memory card, or those that are named.
   -h, --help           Print this help
 
 Exit status: 0 the player was ended; 1 it could not start, or a picture could not be written; 2 an option means
-nothing; 3 the display went away, after which the play list was saved; 130 it did not answer and was given up.
+nothing; 3 the display went away, after which the play list was saved; 10 exit was pressed, with --tell-exit; 130 it
+did not answer and was given up.
 --doctor: 0 it can play; 1 something is bad.
 )");
 }

@@ -167,6 +167,14 @@ TEST_F(HostFileSystem, TheStoredAttributesAreThoseOfFileServers)
     }
 }
 
+TEST_F(HostFileSystem, AFolderHasItsStoredAttributesButIsNeverMarkedForArchiving)
+{
+    device.MakeFolder("card/Songs");
+    if (setxattr(CardPath("Songs").c_str(), "user.DOSATTRIB", "0x22", 4, 0) != 0)
+        GTEST_SKIP() << "the temporary folder's file system keeps no extended attributes";
+    EXPECT_EQ(GetFileAttributesW(u"\\SDMMC\\Songs"), FILE_ATTRIBUTE_DIRECTORY | FILE_ATTRIBUTE_HIDDEN);
+}
+
 TEST_F(HostFileSystem, WritingMarksAFileForArchiving)
 {
     device.WriteFile("card/a.txt", "old");

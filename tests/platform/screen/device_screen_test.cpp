@@ -217,6 +217,7 @@ TEST_F(DeviceScreen, ClosingTheWindowPressesTheExitKey)
     ASSERT_FALSE(g_seen.empty());
     EXPECT_EQ(g_seen[0].message, static_cast<UINT>(WM_KEYDOWN));
     EXPECT_EQ(g_seen[0].wParam, static_cast<WPARAM>(VK_F24));
+    EXPECT_EQ(LOWORD(g_seen[0].lParam), 0) << "no hand strikes the key";
 }
 
 TEST_F(DeviceScreen, ClosingTheWindowClosesWhatItOwnsAndPressesTheExitKeyForItself)
@@ -240,6 +241,7 @@ TEST_F(DeviceScreen, EscapeIsTheExitKey)
     Pump();
     ASSERT_EQ(g_seen.size(), 1U);
     EXPECT_EQ(g_seen[0].wParam, static_cast<WPARAM>(VK_F24));
+    EXPECT_EQ(LOWORD(g_seen[0].lParam), 1) << "a hand strikes the key";
 }
 
 TEST_F(DeviceScreen, HasNinetySixDotsToTheInch)
@@ -306,6 +308,7 @@ TEST_F(DeviceScreen, AnEndOfTheSessionIsAllowedAndPressesTheExitKeyWhenItComes)
     SendMessageW(m_window, WM_ENDSESSION, TRUE, 0);
     ASSERT_EQ(g_seen.size(), 1U); // without a message loop
     EXPECT_EQ(g_seen[0].wParam, static_cast<WPARAM>(VK_F24));
+    EXPECT_EQ(LOWORD(g_seen[0].lParam), 0) << "no hand strikes the key";
 }
 
 TEST_F(DeviceScreen, OnAMonitorWithSmallerDotsOnlyTheFrameChanges)

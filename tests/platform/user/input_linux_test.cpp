@@ -722,6 +722,18 @@ TEST_F(InputTest, TheExitKeyIsHeardWhileTheDisplayIsInactive)
     EXPECT_EQ(GetForegroundWindow(), static_cast<HWND>(window));
 }
 
+TEST_F(InputTest, TheExitKeyCountsNoStrokeUnlessAHandStrikesIt)
+{
+    TestWindow window(Shown());
+    PumpMessages();
+    user::PressExitKey();
+    PumpMessages();
+    EXPECT_EQ(static_cast<DWORD>(window.Last(WM_KEYDOWN)->lParam), 0x00000000U);
+    user::KeyDown(VK_F24);
+    PumpMessages();
+    EXPECT_EQ(static_cast<DWORD>(window.Last(WM_KEYDOWN)->lParam), 0x00000001U);
+}
+
 TEST_F(InputTest, TheExitKeyClosesWhatOtherThreadsShowAndReachesTheProgram)
 {
     TestWindow window(Shown());

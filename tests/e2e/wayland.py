@@ -10,6 +10,7 @@ The compositor's own screen is a window that fills an X server's. It refuses to 
 import os
 import pathlib
 import signal
+import socket
 import subprocess
 import sys
 import tempfile
@@ -140,8 +141,23 @@ def shows_on_x_where_there_is_no_wayland(scene):
         raise Failure(f"it ended with status {player.returncode} and said: {complaints}")
 
 
+def shows_on_x_where_wayland_does_not_answer(scene):
+    """By then the player has drawn its picture and rests: nothing makes it draw anew."""
+    path = scene.stage.root / "silent"
+    with socket.socket(socket.AF_UNIX) as silent:
+        silent.bind(str(path))
+        silent.listen()
+        player = scene.stage.start(command_of(scene.program, scene.stage, "silent", "--scale", "3"), stderr=subprocess.PIPE, text=True,
+                                   extra={"WAYLAND_DISPLAY": str(path)})
+        scene.expect("the main window on X after a while", scene.pictures[0])
+        player.terminate()
+        _, complaints = player.communicate(timeout=PATIENCE_S)
+    if (player.returncode, complaints) != (0, ""):
+        raise Failure(f"it ended with status {player.returncode} and said: {complaints}")
+
+
 CASES = (works_by_touch_and_keys, turns, outlives_a_compositor_that_hangs, saves_its_list_when_the_compositor_dies,
-         says_which_display_is_missing, shows_on_x_where_there_is_no_wayland)
+         says_which_display_is_missing, shows_on_x_where_there_is_no_wayland, shows_on_x_where_wayland_does_not_answer)
 
 
 def main():

@@ -8,7 +8,7 @@ namespace cardsong::display {
 
 class KeyRepeat {
 public:
-    // In force from the next key on. `perSecond` 0 or less: no key repeats.
+    // In force from the next key or strike on. `perSecond` 0 or less: no key repeats, and one that does stops.
     void SetRate(int perSecond, int delayMs);
     // The key pressed last repeats, until it goes up.
     void Press(std::uint32_t key, std::uint64_t nowMs);
@@ -16,7 +16,7 @@ public:
     void Stop() { m_nextMs.reset(); }
     // When the next strike is due; nothing while no key repeats.
     std::optional<std::uint64_t> NextMs() const { return m_nextMs; }
-    // The key, if a strike is due. One strike, however late: nobody meant those that were missed.
+    // The key, if a strike is due. One that is a little late puts off no other; those that were missed nobody meant.
     std::optional<std::uint32_t> TakeDue(std::uint64_t nowMs);
 
 private:

@@ -17,6 +17,10 @@ namespace {
 // No server tells of input on a bare screen. Nobody feels the delay of looking for it so often.
 constexpr int kLookEveryMs = 20;
 
+// Stand for all mice and all touch screens: the library seldom tells more of them.
+constexpr char kMouse = 'm';
+constexpr char kTouchScreen = 't';
+
 class SdlDisplay final : public ThreadedDisplay {
 public:
     explicit SdlDisplay(const DisplayOptions& options);
@@ -137,12 +141,12 @@ void SdlDisplay::HandleMouse(const SDL_Event& event)
 {
     if (event.type == SDL_MOUSEMOTION) {
         SDL_ShowCursor(SDL_ENABLE);
-        m_panel.Move(m_window.Place(), event.motion.x, event.motion.y);
+        m_panel.Move({ &kMouse }, m_window.Place(), event.motion.x, event.motion.y);
     } else if (event.button.button == SDL_BUTTON_LEFT) {
         if (event.type == SDL_MOUSEBUTTONDOWN)
-            m_panel.Press(m_window.Place(), event.button.x, event.button.y);
+            m_panel.Down({ &kMouse }, m_window.Place(), event.button.x, event.button.y);
         else
-            m_panel.Release(m_window.Place(), event.button.x, event.button.y);
+            m_panel.Up({ &kMouse }, m_window.Place(), event.button.x, event.button.y);
     }
 }
 
@@ -151,10 +155,11 @@ void SdlDisplay::HandleFinger(const SDL_TouchFingerEvent& event)
     const SDL_Point size = m_window.Size();
     const int x = static_cast<int>(std::floor(event.x * static_cast<float>(size.x)));
     const int y = static_cast<int>(std::floor(event.y * static_cast<float>(size.y)));
+    const Hand hand = { &kTouchScreen, event.fingerId };
     switch (event.type) {
-    case SDL_FINGERDOWN: m_panel.FingerDown(event.fingerId, m_window.Place(), x, y); break;
-    case SDL_FINGERUP: m_panel.FingerUp(event.fingerId, m_window.Place(), x, y); break;
-    default: m_panel.FingerMove(event.fingerId, m_window.Place(), x, y); break;
+    case SDL_FINGERDOWN: m_panel.Down(hand, m_window.Place(), x, y); break;
+    case SDL_FINGERUP: m_panel.Up(hand, m_window.Place(), x, y); break;
+    default: m_panel.Move(hand, m_window.Place(), x, y); break;
     }
 }
 

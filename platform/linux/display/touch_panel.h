@@ -5,28 +5,31 @@
 #include "platform/host/viewport.h"
 
 #include <cstdint>
+#include <optional>
 
 namespace cardsong::display {
 
+// What may touch the panel: a finger of a touch screen, or a mouse while its button is down.
+struct Hand {
+    const void* device;      // stands for the mouse or the touch screen; never looked into
+    std::int64_t finger = 0; // on that device
+    bool operator==(const Hand&) const = default;
+};
+
+// The first hand that comes down in the picture has the panel until it leaves; nothing is felt of others meanwhile.
+// Places may lie anywhere.
 class TouchPanel {
 public:
-    // The first finger counts until it leaves. Places of fingers and of the mouse may lie anywhere.
-    void FingerDown(std::int64_t finger, const host::Viewport& viewport, int x, int y);
-    void FingerMove(std::int64_t finger, const host::Viewport& viewport, int x, int y);
-    void FingerUp(std::int64_t finger, const host::Viewport& viewport, int x, int y);
-    void FingerUp(std::int64_t finger); // where it was felt last
-    void AllFingersUp();
-    // The same for a mouse with its button. Nothing happens outside the device's screen until a press began in it.
-    void Press(const host::Viewport& viewport, int x, int y);
-    void Move(const host::Viewport& viewport, int x, int y);
-    void Release(const host::Viewport& viewport, int x, int y);
-    void Release(); // where it was last
+    void Down(const Hand& hand, const host::Viewport& viewport, int x, int y);
+    void Move(const Hand& hand, const host::Viewport& viewport, int x, int y);
+    void Up(const Hand& hand, const host::Viewport& viewport, int x, int y);
+    void Up(const Hand& hand); // where it was felt last
+    // The device tells no more of its hands: their touch was not meant for the panel.
+    void Cancel(const void* device);
 
 private:
-    bool m_isPressed = false;
-    bool m_fingerIsDown = false;
-    std::int64_t m_finger = 0;
-    POINT m_last{}; // on the device's screen
+    std::optional<Hand> m_hand; // which has the panel
+    POINT m_last{};             // where it was felt last, on the device's screen
 };
 
 } // namespace cardsong::display

@@ -1,5 +1,6 @@
 #include "platform/linux/display/wayland_connection.h"
 
+#include "platform/linux/display/wayland_socket.h"
 #include "platform/linux/kernel/clock.h"
 
 #include <cerrno>
@@ -10,12 +11,17 @@
 
 namespace cardsong::display {
 
-std::string WaylandConnection::Connect(const std::string& name)
+std::string WaylandConnection::Connect(const std::string& name, int limitMs)
 {
-    const char* const folder = std::getenv("XDG_RUNTIME_DIR");
-    if (!name.starts_with('/') && (folder == nullptr || *folder == '\0')) // the library would print that
-        return "XDG_RUNTIME_DIR is not set";
-    m_display.reset(wl_display_connect(name.c_str()));
+    if (std::getenv("WAYLAND_SOCKET") != nullptr) { // a connection that was handed down: the library takes it up
+        m_display.reset(wl_display_connect(nullptr));
+        return m_display ? std::string() : "WAYLAND_SOCKET is no connection";
+    }
+    std::string trouble;
+    const int connection = ConnectToCompositor(name, limitMs, trouble);
+    if (connection < 0)
+        return trouble;
+    m_display.reset(wl_display_connect_to_fd(connection)); // closes it, also if it fails
     return m_display ? std::string() : std::generic_category().message(errno);
 }
 

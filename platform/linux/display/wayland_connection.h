@@ -11,8 +11,9 @@ namespace cardsong::display {
 
 class WaylandConnection {
 public:
-    // `name`: of the socket in XDG_RUNTIME_DIR, or its whole path. An empty text, or why there is no connection.
-    [[nodiscard]] std::string Connect(const std::string& name);
+    // `name`: of the socket in XDG_RUNTIME_DIR, or its whole path. An empty text, or why there is no connection after
+    // `limitMs`.
+    [[nodiscard]] std::string Connect(const std::string& name, int limitMs);
     wl_display& Raw() const { return *m_display; }
     // Hands out the events that were read; false when there were none.
     bool Dispatch();

@@ -53,7 +53,7 @@ private:
 
 std::string WaylandDisplay::Reach()
 {
-    std::string trouble = m_connection.Connect(m_name);
+    std::string trouble = m_connection.Connect(m_name, m_answerLimitMs);
     if (!trouble.empty())
         return trouble;
     m_globals.Ask(m_connection.Raw());
@@ -97,8 +97,8 @@ bool WaylandDisplay::HandleEvents()
 {
     const bool handled = m_connection.Dispatch();
     const bool drawn = m_window.Update();
-    const bool repeated = m_globals.Seats().RepeatKeys(kernel::CurrentClock().NowMs());
-    return handled || drawn || repeated;
+    m_globals.Seats().RepeatKeys(m_connection.Raw(), kernel::CurrentClock().NowMs());
+    return handled || drawn;
 }
 
 bool WaylandDisplay::Wait(EventWait& wait)

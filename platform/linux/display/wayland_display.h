@@ -10,7 +10,7 @@ namespace cardsong::display {
 constexpr int kWaylandAnswerLimitMs = 5000;
 
 // `name` is that of the compositor's socket in XDG_RUNTIME_DIR, or its whole path. Start gives a compositor
-// `answerLimitMs` for each of its two answers.
+// `answerLimitMs` to take the connection, and as much for each of its two answers.
 std::unique_ptr<Display> MakeWaylandDisplay(const DisplayOptions& options, const std::string& name,
                                             int answerLimitMs = kWaylandAnswerLimitMs);
 

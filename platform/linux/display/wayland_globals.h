@@ -28,6 +28,7 @@ public:
     zxdg_decoration_manager_v1* Decorations() const { return m_decorations.get(); }
     xdg_activation_v1* Activation() const { return m_activation.get(); }
     const WaylandOutputs& Outputs() const { return m_outputs; }
+    WaylandOutputs& Outputs() { return m_outputs; }
     WaylandSeats& Seats() { return m_seats; }
     // Ends all of it, before the connection.
     void Close();

@@ -61,8 +61,10 @@ void WaylandKeyboard::Down(std::uint32_t serial, std::uint32_t key)
         return;
     StrikeMachineKey(name, KeyStroke::Down, m_input.options.keys);
     m_held.push_back({ key, std::move(name) });
-    if (m_keymap.Repeats(key))
-        m_repeat.Press(key, kernel::CurrentClock().NowMs());
+    if (!m_keymap.Repeats(key))
+        return;
+    m_question.reset(); // for another key, or for this one before it went up
+    m_repeat.Press(key, kernel::CurrentClock().NowMs());
 }
 
 void WaylandKeyboard::Up(std::uint32_t key)
@@ -85,14 +87,26 @@ void WaylandKeyboard::Leave()
         m_input.window.TopLevel().SetKeyboardFocus(false);
 }
 
-bool WaylandKeyboard::RepeatIfDue(std::uint64_t nowMs)
+void WaylandKeyboard::RepeatIfDue(wl_display& display, std::uint64_t nowMs)
 {
-    const auto key = m_repeat.TakeDue(nowMs);
+    static constexpr wl_callback_listener kListener = { [](void* data, wl_callback*, std::uint32_t) {
+        static_cast<WaylandKeyboard*>(data)->StrikeAgain();
+    } };
+    const auto nextMs = NextRepeatMs();
+    if (!nextMs || nowMs < *nextMs)
+        return;
+    m_question.reset(wl_display_sync(&display));
+    wl_callback_add_listener(m_question.get(), &kListener, this);
+}
+
+// All that the compositor had to say of the keys has been heard.
+void WaylandKeyboard::StrikeAgain()
+{
+    m_question.reset();
+    const auto key = m_repeat.TakeDue(kernel::CurrentClock().NowMs());
     const auto held = key ? std::ranges::find(m_held, *key, &HeldKey::key) : m_held.end();
-    if (held == m_held.end())
-        return false;
-    StrikeMachineKey(held->name, KeyStroke::DownAgain, m_input.options.keys);
-    return true;
+    if (held != m_held.end())
+        StrikeMachineKey(held->name, KeyStroke::DownAgain, m_input.options.keys);
 }
 
 } // namespace cardsong::display

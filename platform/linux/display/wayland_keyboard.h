@@ -1,4 +1,5 @@
-// A keyboard: its keys strike under the names that the tables of keys use, and repeat while they are held.
+// A keyboard: its keys strike under the names that the tables of keys use, and repeat while they are held. A compositor
+// that hangs does not tell that a key went up: each repeated strike waits for its answer.
 #pragma once
 
 #include "platform/linux/display/key_repeat.h"
@@ -20,10 +21,10 @@ public:
     WaylandKeyboard(const WaylandKeyboard&) = delete;
     WaylandKeyboard& operator=(const WaylandKeyboard&) = delete;
 
-    // When a key that is held strikes again; nothing while none is.
-    std::optional<std::uint64_t> NextRepeatMs() const { return m_repeat.NextMs(); }
-    // Strikes it if it is time; true if it was.
-    bool RepeatIfDue(std::uint64_t nowMs);
+    // When to call RepeatIfDue next; nothing while no key is held, or an answer is awaited.
+    std::optional<std::uint64_t> NextRepeatMs() const { return m_question ? std::nullopt : m_repeat.NextMs(); }
+    // If it is time for a strike, asks the compositor of `display` for a sign of life; the strike comes with it.
+    void RepeatIfDue(wl_display& display, std::uint64_t nowMs);
     // Of the last key, for which a desktop may grant more; 0: there was none.
     std::uint32_t LastPress() const { return m_lastPress; }
 
@@ -36,11 +37,13 @@ private:
     void Down(std::uint32_t serial, std::uint32_t key);
     void Up(std::uint32_t key);
     void Leave();
+    void StrikeAgain();
 
     const WaylandInput m_input;
     WaylandPtr<wl_keyboard> m_keyboard;
     WaylandKeymap m_keymap;
     KeyRepeat m_repeat;
+    WaylandPtr<wl_callback> m_question; // for the key that repeats: not answered yet
     std::vector<HeldKey> m_held;
     std::uint32_t m_lastPress = 0;
     bool m_isHere = false; // its keys are meant for the window

@@ -43,23 +43,43 @@ void WaylandOutputs::Remove(std::uint32_t name)
     std::erase_if(m_outputs, [name](const auto& output) { return output->name == name; });
 }
 
-int WaylandOutputs::ScaleFor(std::span<wl_output* const> shownOn) const
+void WaylandOutputs::SetShown(const wl_output* output, bool isShown)
 {
+    const auto found =
+        std::ranges::find_if(m_outputs, [output](const auto& known) { return known->object.get() == output; });
+    if (found != m_outputs.end())
+        (*found)->isShown = isShown;
+}
+
+int WaylandOutputs::Scale() const
+{
+    const bool isAnyShown = std::ranges::any_of(m_outputs, [](const auto& output) { return output->isShown; });
     int scale = 1;
     for (const auto& output : m_outputs) {
-        if (shownOn.empty() || std::ranges::find(shownOn, output->object.get()) != shownOn.end())
+        if (output->isShown || !isAnyShown)
             scale = std::max(scale, output->scale);
     }
     return scale;
 }
 
-SIZE WaylandOutputs::DesktopSize() const
+SIZE WaylandOutputs::DesktopSizePx() const
 {
-    if (m_outputs.empty() || m_outputs.front()->widthPx <= 0 || m_outputs.front()->heightPx <= 0)
+    if (!IsDesktopKnown())
         return kCommonDesktop;
     const Output& output = *m_outputs.front();
-    const SIZE size = { output.widthPx / output.scale, output.heightPx / output.scale };
-    return output.isTurned ? SIZE{ size.cy, size.cx } : size;
+    return output.isTurned ? SIZE{ output.heightPx, output.widthPx } : SIZE{ output.widthPx, output.heightPx };
+}
+
+SIZE WaylandOutputs::DesktopSize() const
+{
+    const SIZE size = DesktopSizePx();
+    const int scale = IsDesktopKnown() ? m_outputs.front()->scale : 1;
+    return { size.cx / scale, size.cy / scale };
+}
+
+bool WaylandOutputs::IsDesktopKnown() const
+{
+    return !m_outputs.empty() && m_outputs.front()->widthPx > 0 && m_outputs.front()->heightPx > 0;
 }
 
 } // namespace cardsong::display

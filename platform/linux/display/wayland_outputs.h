@@ -5,7 +5,6 @@
 #include "platform/linux/display/wayland_objects.h"
 
 #include <cstdint>
-#include <span>
 #include <vector>
 
 namespace cardsong::display {
@@ -17,12 +16,18 @@ public:
     void Add(wl_registry& registry, std::uint32_t name, std::uint32_t version);
     // Nothing for a name of something else.
     void Remove(std::uint32_t name);
-    // The largest scale of the screens that `shownOn` names; while it is empty, of all of them.
-    int ScaleFor(std::span<wl_output* const> shownOn) const;
-    // The size of the first screen in a window's units; a common one while it is not known.
+    // The window is shown on `output` from now on, or no longer. Null: on one that is gone.
+    void SetShown(const wl_output* output, bool isShown);
+    // The largest scale of the screens that show the window; while none does, of all of them.
+    int Scale() const;
+    // The size of the first screen as its user sees it, in pixels and in a window's units; a common one while it is not
+    // known.
+    SIZE DesktopSizePx() const;
     SIZE DesktopSize() const;
 
 private:
+    bool IsDesktopKnown() const;
+
     struct Output {
         std::uint32_t name = 0;
         WaylandPtr<wl_output> object;
@@ -30,6 +35,7 @@ private:
         int heightPx = 0;
         bool isTurned = false; // by a quarter
         int scale = 1;
+        bool isShown = false; // it shows the window, or a part of it
     };
     std::vector<std::unique_ptr<Output>> m_outputs;
 };

@@ -60,7 +60,7 @@ void WaylandPointer::Enter(std::uint32_t serial, double x, double y)
 // The compositor has taken the mouse for something else, and will not tell of its button.
 void WaylandPointer::Leave()
 {
-    m_input.panel.Release();
+    m_input.panel.Cancel(this);
 }
 
 void WaylandPointer::Move(double x, double y)
@@ -70,7 +70,7 @@ void WaylandPointer::Move(double x, double y)
     if (std::exchange(m_isHidden, false))
         m_input.cursor.Show(*m_pointer, m_entered, m_input.window.Scale());
     const POINT at = m_input.window.PixelAt(x, y);
-    m_input.panel.Move(m_input.window.Place(), static_cast<int>(at.x), static_cast<int>(at.y));
+    m_input.panel.Move({ this }, m_input.window.Place(), static_cast<int>(at.x), static_cast<int>(at.y));
 }
 
 void WaylandPointer::Button(std::uint32_t serial, std::uint32_t button, bool isDown)
@@ -81,9 +81,9 @@ void WaylandPointer::Button(std::uint32_t serial, std::uint32_t button, bool isD
     if (button == BTN_RIGHT && isDown)
         m_input.window.TopLevel().ShowMenu(m_seat, serial, static_cast<int>(m_x), static_cast<int>(m_y));
     else if (button == BTN_LEFT && isDown)
-        m_input.panel.Press(m_input.window.Place(), static_cast<int>(at.x), static_cast<int>(at.y));
+        m_input.panel.Down({ this }, m_input.window.Place(), static_cast<int>(at.x), static_cast<int>(at.y));
     else if (button == BTN_LEFT)
-        m_input.panel.Release(m_input.window.Place(), static_cast<int>(at.x), static_cast<int>(at.y));
+        m_input.panel.Up({ this }, m_input.window.Place(), static_cast<int>(at.x), static_cast<int>(at.y));
 }
 
 } // namespace cardsong::display

@@ -11,7 +11,7 @@ namespace cardsong::display {
 class WaylandPointer {
 public:
     WaylandPointer(const WaylandInput& input, wl_seat& seat);
-    // A button that is down goes up.
+    // The press of a button that is down is taken back.
     ~WaylandPointer();
     WaylandPointer(const WaylandPointer&) = delete;
     WaylandPointer& operator=(const WaylandPointer&) = delete;

@@ -57,12 +57,12 @@ std::optional<std::uint64_t> WaylandSeats::NextRepeatMs() const
     return next;
 }
 
-bool WaylandSeats::RepeatKeys(std::uint64_t nowMs)
+void WaylandSeats::RepeatKeys(wl_display& display, std::uint64_t nowMs)
 {
-    bool any = false;
-    for (const auto& seat : m_seats)
-        any = (seat->keyboard && seat->keyboard->RepeatIfDue(nowMs)) || any;
-    return any;
+    for (const auto& seat : m_seats) {
+        if (seat->keyboard)
+            seat->keyboard->RepeatIfDue(display, nowMs);
+    }
 }
 
 WaylandPress WaylandSeats::LastPress() const

@@ -28,10 +28,10 @@ public:
     // Nothing for a name of something else.
     void Remove(std::uint32_t name);
     void Close() { m_seats.clear(); }
-    // When a key that is held strikes again; nothing while none is.
+    // When to call RepeatKeys next; nothing while no key waits for its time.
     std::optional<std::uint64_t> NextRepeatMs() const;
-    // True if one struck.
-    bool RepeatKeys(std::uint64_t nowMs);
+    // Keys that are held strike again as soon as the compositor of `display` answers.
+    void RepeatKeys(wl_display& display, std::uint64_t nowMs);
     WaylandPress LastPress() const;
 
 private:

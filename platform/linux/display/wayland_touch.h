@@ -11,7 +11,7 @@ namespace cardsong::display {
 class WaylandTouch {
 public:
     WaylandTouch(const WaylandInput& input, wl_seat& seat);
-    // A finger that is down goes up.
+    // The touch of a finger that is down is taken back.
     ~WaylandTouch();
     WaylandTouch(const WaylandTouch&) = delete;
     WaylandTouch& operator=(const WaylandTouch&) = delete;
@@ -21,6 +21,8 @@ public:
 private:
     void Down(std::uint32_t serial, std::int32_t finger, double x, double y);
     void Move(std::int32_t finger, double x, double y);
+    void Up(std::int32_t finger);
+    void Cancel();
 
     const WaylandInput m_input;
     WaylandPtr<wl_touch> m_touch;

@@ -12,7 +12,8 @@ namespace cardsong::display {
 using namespace host;
 namespace {
 
-// No desktop asks for more; nobody else's numbers are to take all memory.
+// Nobody else's numbers are to take all memory. A larger window has fewer pixels for each of its units, and is cut
+// where it has more units than this.
 constexpr LONG kLargestSidePx = 8192;
 
 void WriteRow32(std::span<const std::uint16_t> row, std::byte* target)
@@ -20,18 +21,23 @@ void WriteRow32(std::span<const std::uint16_t> row, std::byte* target)
     WidenRow(row, { 16, 8, 0 }, { reinterpret_cast<std::uint32_t*>(target), row.size() });
 }
 
+// The largest up to `scale` at which no side is too long; 1 at least.
+int ScaleWithinLimit(SIZE size, int scale)
+{
+    return std::clamp<int>(kLargestSidePx / std::max(size.cx, size.cy), 1, scale);
+}
+
 } // namespace
 
-void WaylandWindow::Open(const WaylandGlobals& globals, const DisplayOptions& options)
+void WaylandWindow::Open(WaylandGlobals& globals, const DisplayOptions& options)
 {
     m_globals = &globals;
-    const SIZE desktop = globals.Outputs().DesktopSize();
-    const auto width = static_cast<int>(desktop.cx);
-    const auto height = static_cast<int>(desktop.cy);
-    m_turn = options.turn.value_or(TurnThatFits(width, height));
+    const SIZE desktopPx = globals.Outputs().DesktopSizePx(); // the picture is drawn in these
+    m_turn = options.turn.value_or(TurnThatFits(static_cast<int>(desktopPx.cx), static_cast<int>(desktopPx.cy)));
     const SIZE picture = TurnedSize(m_turn);
+    const SIZE desktop = globals.Outputs().DesktopSize();
     m_ownSize = options.scale > 0 ? SIZE{ picture.cx * options.scale, picture.cy * options.scale }
-                                  : ComfortableSize(width, height, m_turn);
+                                  : ComfortableSize(static_cast<int>(desktop.cx), static_cast<int>(desktop.cy), m_turn);
     m_surface.reset(wl_compositor_create_surface(&globals.Compositor()));
     ListenToSurface();
     m_topLevel.Open(globals, *m_surface, { std::min(m_ownSize.cx, picture.cx), std::min(m_ownSize.cy, picture.cy) },
@@ -44,12 +50,12 @@ void WaylandWindow::ListenToSurface()
     static constexpr wl_surface_listener kListener = {
         .enter =
             [](void* data, wl_surface*, wl_output* output) {
-                auto& shownOn = static_cast<WaylandWindow*>(data)->m_shownOn;
-                if (std::ranges::find(shownOn, output) == shownOn.end())
-                    shownOn.push_back(output);
+                static_cast<WaylandWindow*>(data)->m_globals->Outputs().SetShown(output, true);
             },
-        .leave = [](void* data, wl_surface*,
-                    wl_output* output) { std::erase(static_cast<WaylandWindow*>(data)->m_shownOn, output); },
+        .leave =
+            [](void* data, wl_surface*, wl_output* output) {
+                static_cast<WaylandWindow*>(data)->m_globals->Outputs().SetShown(output, false);
+            },
     };
     wl_surface_add_listener(m_surface.get(), &kListener, this);
 }
@@ -82,10 +88,11 @@ bool WaylandWindow::Update()
 void WaylandWindow::Fit()
 {
     const SIZE asked = m_topLevel.AskedSize();
-    const int scale = m_globals->Outputs().ScaleFor(m_shownOn);
-    const LONG largest = kLargestSidePx / scale;
-    const LONG width = std::min(asked.cx > 0 ? asked.cx : m_ownSize.cx, largest) * scale;
-    const LONG height = std::min(asked.cy > 0 ? asked.cy : m_ownSize.cy, largest) * scale;
+    const SIZE size = { std::min(asked.cx > 0 ? asked.cx : m_ownSize.cx, kLargestSidePx),
+                        std::min(asked.cy > 0 ? asked.cy : m_ownSize.cy, kLargestSidePx) };
+    const int scale = ScaleWithinLimit(size, m_globals->Outputs().Scale());
+    const LONG width = size.cx * scale;
+    const LONG height = size.cy * scale;
     if (scale == m_scale && width == m_buffers.WidthPx() && height == m_buffers.HeightPx())
         return;
     m_scale = scale;

@@ -20,7 +20,7 @@ public:
 
     // Makes the window. It appears with its first frame, once the desktop has told its size. `globals` is borrowed;
     // nothing of it is missing.
-    void Open(const WaylandGlobals& globals, const DisplayOptions& options);
+    void Open(WaylandGlobals& globals, const DisplayOptions& options);
     void Close();
     // Obeys what the compositor has sent; call it when events were handed out. True if the window was drawn anew.
     bool Update();
@@ -46,14 +46,13 @@ private:
     // Where these rows of the frame show on the surface.
     RECT PartOf(const RowRange& rows) const;
 
-    const WaylandGlobals* m_globals = nullptr;
+    WaylandGlobals* m_globals = nullptr;
     host::Turn m_turn = host::Turn::None;
     SIZE m_ownSize{};
     WaylandBuffers m_buffers;
     WaylandPtr<wl_surface> m_surface;
     WaylandTopLevel m_topLevel;
     WaylandPtr<wl_callback> m_call; // pending: the compositor does not want a new frame yet
-    std::vector<wl_output*> m_shownOn;
     host::Viewport m_viewport;
     Frame m_shown;
     int m_scale = 1; // pixels along one of the window's units

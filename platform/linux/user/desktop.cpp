@@ -73,6 +73,7 @@ void ResetWindows()
     desktop->pointerQueue = nullptr;
     desktop->pointerDown = false;
     desktop->pointer = {};
+    desktop->hasFrame = false;
 }
 
 } // namespace cardsong::user

@@ -48,6 +48,7 @@ struct Desktop {
     std::shared_ptr<ThreadQueue> pointerQueue; // had the last press; has the pointer until the release
     bool pointerDown = false;
     POINT pointer{};
+    bool hasFrame = false; // a picture was complete once
     std::function<void()> presenter;
     std::function<void()> raiser;
 };

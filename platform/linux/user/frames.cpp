@@ -11,12 +11,12 @@ namespace cardsong::user {
 
 namespace {
 
-bool IsDrawing(const ThreadQueue& queue, const ThreadQueue& self)
+bool IsDrawing(const ThreadQueue& queue, const ThreadQueue* self)
 {
-    return queue.openPaints > 0 || (&queue != &self && !queue.isResting && queue.heldContexts > 0);
+    return queue.openPaints > 0 || (&queue != self && !queue.isResting && queue.heldContexts > 0);
 }
 
-bool IsAnybodyDrawing(const Desktop& desktop, const ThreadQueue& self)
+bool IsAnybodyDrawing(const Desktop& desktop, const ThreadQueue* self)
 {
     return std::any_of(desktop.queues.begin(), desktop.queues.end(), [&](const auto& known) {
         const auto queue = known.lock();
@@ -29,6 +29,12 @@ bool IsAnyHalfPainted(Desktop& desktop)
     const auto& windows = desktop.root->children;
     return std::any_of(windows.begin(), windows.end(),
                        [&](WindowRecord* window) { return window->paintHasBegun && OwesPaint(desktop, *window); });
+}
+
+// `self`: the calling thread's queue; null: it has none, or is not at rest.
+bool IsPictureComplete(Desktop& desktop, const ThreadQueue* self)
+{
+    return !IsAnybodyDrawing(desktop, self) && !IsAnyHalfPainted(desktop);
 }
 
 // Of a thread that rests. One that draws on a context of another thread may have none so far.
@@ -60,10 +66,11 @@ void EndRest()
 
 void ShowFrame(Desktop& desktop, const ThreadQueue& self)
 {
-    if (IsAnybodyDrawing(desktop, self) || IsAnyHalfPainted(desktop))
+    if (!IsPictureComplete(desktop, &self))
         return;
     for (WindowRecord* window : desktop.root->children)
         window->paintHasBegun = false;
+    desktop.hasFrame = true;
     if (desktop.presenter)
         desktop.presenter();
 }
@@ -84,6 +91,9 @@ void InstallPresenter(std::function<void()> presenter)
 {
     LockedDesktop desktop;
     desktop->presenter = std::move(presenter);
+    // A display may come when all threads are at rest: one that opens late, after another that could not be opened.
+    if (desktop->presenter && desktop->hasFrame && IsPictureComplete(*desktop, nullptr))
+        desktop->presenter();
 }
 
 } // namespace cardsong::user

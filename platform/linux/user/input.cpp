@@ -8,6 +8,8 @@ namespace cardsong::user {
 
 namespace {
 
+constexpr POINT kOutsideEveryWindow = { -10000, -10000 }; // in the 16 bits of a message, from wherever a window lies
+
 void Point(InputKind kind, POINT at)
 {
     LockedDesktop desktop;
@@ -86,6 +88,11 @@ void PointerMove(POINT at)
 void PointerUp(POINT at)
 {
     Point(InputKind::PointerUp, at);
+}
+
+void CancelPointer()
+{
+    PointerUp(kOutsideEveryWindow);
 }
 
 void KeyDown(UINT key)

@@ -12,6 +12,8 @@ namespace cardsong::user {
 void PointerDown(POINT at);
 void PointerMove(POINT at);
 void PointerUp(POINT at);
+// The press is taken back: it ends outside every window, and so clicks nothing. What a press does at once is done.
+void CancelPointer();
 // `key`: a virtual key code (VK_...). Goes to the focus window of the foreground queue. A key that goes down again
 // without having gone up is told as repeated.
 void KeyDown(UINT key);
@@ -33,8 +35,9 @@ void SetDisplayActive(bool active);
 
 // Called on a thread that has windows or draws, each time that a complete frame may be shown: before it sleeps, waits
 // or ends, when it finds no message, and after UpdateWindow once none of its windows owes a paint. Never while a window
-// is half painted. The windows are locked meanwhile: `presenter` must be quick and must not call them. It does not run
-// any more once another is installed; empty: nobody looks.
+// is half painted. Called at once, too, for a frame that was finished before `presenter` came. The windows are locked
+// meanwhile: it must be quick and must not call them. It does not run any more once another is installed; empty: nobody
+// looks.
 void InstallPresenter(std::function<void()> presenter);
 
 // Called when the program asks for the foreground: `raiser` is to bring the display's own window before those of the

@@ -40,6 +40,16 @@ TEST(KeyRepeat, StrikesOnceForAllThatItMissed)
     EXPECT_EQ(repeat.TakeDue(60050), Strike(7));
 }
 
+TEST(KeyRepeat, KeepsInStepAfterAStrikeThatCameLate)
+{
+    KeyRepeat repeat;
+    repeat.SetRate(20, 300);
+    repeat.Press(7, 1000);
+    EXPECT_EQ(repeat.TakeDue(1349), Strike(7));
+    EXPECT_EQ(repeat.TakeDue(1350), Strike(7));
+    EXPECT_EQ(repeat.NextMs(), std::optional<std::uint64_t>(1400));
+}
+
 TEST(KeyRepeat, EndsWithItsKeyAndNotWithAnother)
 {
     KeyRepeat repeat;
@@ -70,6 +80,30 @@ TEST(KeyRepeat, IsOffWhereTheRateSaysSo)
         repeat.Press(7, 0);
         EXPECT_FALSE(repeat.NextMs()) << perSecond;
     }
+}
+
+TEST(KeyRepeat, EndsWhenItIsSwitchedOffWhileAKeyIsHeld)
+{
+    KeyRepeat repeat;
+    repeat.SetRate(20, 300);
+    repeat.Press(7, 1000);
+    repeat.SetRate(0, 300);
+    EXPECT_FALSE(repeat.NextMs());
+    EXPECT_EQ(repeat.TakeDue(60000), Strike());
+    repeat.SetRate(20, 300);
+    EXPECT_FALSE(repeat.NextMs());
+    repeat.Press(7, 70000);
+    EXPECT_EQ(repeat.TakeDue(70300), Strike(7));
+}
+
+TEST(KeyRepeat, TakesAnotherRateFromTheNextStrikeOn)
+{
+    KeyRepeat repeat;
+    repeat.SetRate(20, 300);
+    repeat.Press(7, 1000);
+    repeat.SetRate(10, 5000);
+    EXPECT_EQ(repeat.TakeDue(1300), Strike(7));
+    EXPECT_EQ(repeat.NextMs(), std::optional<std::uint64_t>(1400));
 }
 
 TEST(KeyRepeat, IsNeverFasterThanAThousandStrikesASecond)

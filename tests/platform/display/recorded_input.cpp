@@ -91,6 +91,10 @@ void PointerUp(POINT at)
 {
     Record("up " + Place(at));
 }
+void CancelPointer()
+{
+    Record("cancel");
+}
 void KeyDown(UINT key)
 {
     Record("key+ " + std::to_string(key));

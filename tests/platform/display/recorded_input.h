@@ -9,7 +9,7 @@ namespace cardsong::test {
 
 // Forgets everything, presenter and raiser included.
 void ResetRecordedInput();
-// "down 1,2", "move 3,4", "up 5,6", "key+ 13", "key- 13", "command 7 to Main", "tap 1,2 in front of
+// "down 1,2", "move 3,4", "up 5,6", "cancel", "key+ 13", "key- 13", "command 7 to Main", "tap 1,2 in front of
 // Main", "bottom button 1", "exit key", "active", "inactive" in order.
 std::vector<std::string> RecordedInput();
 // The same, once `count` of them have come; fewer only if they do not come at all.

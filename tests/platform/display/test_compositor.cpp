@@ -46,6 +46,12 @@ void CompositorState::TakeAway(const std::string& interface)
     wl_global_remove(globals.at(interface));
 }
 
+void CompositorState::PlugIn(int scale)
+{
+    offer.scale = scale;
+    OfferOutput(*this);
+}
+
 std::uint32_t CompositorState::Ping() const
 {
     const std::uint32_t serial = NextSerial();

@@ -91,6 +91,8 @@ struct CompositorState {
     std::uint32_t Configure(SIZE size, const std::vector<std::uint32_t>& states);
     // The client hears that there is no such thing any more.
     void TakeAway(const std::string& interface);
+    // A screen is plugged in; `output` is that one as soon as the client asks for it.
+    void PlugIn(int scale);
     // Asks the client whether it lives; it answers with the serial.
     std::uint32_t Ping() const;
     void CallForFrame();

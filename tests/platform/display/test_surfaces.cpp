@@ -274,8 +274,13 @@ void OfferGlobals(CompositorState& state)
     OfferGlobal<BindPlain<zxdg_decoration_manager_v1_interface, kDecorations>>(state,
                                                                                zxdg_decoration_manager_v1_interface, 1);
     OfferGlobal<BindPlain<xdg_activation_v1_interface, kActivation>>(state, xdg_activation_v1_interface, 1);
-    OfferGlobal<BindOutput>(state, wl_output_interface, std::min(4U, state.offer.otherVersions));
+    OfferOutput(state);
     OfferSeat(state);
+}
+
+void OfferOutput(CompositorState& state)
+{
+    OfferGlobal<BindOutput>(state, wl_output_interface, std::min(4U, state.offer.otherVersions));
 }
 
 } // namespace cardsong::test

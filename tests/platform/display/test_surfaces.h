@@ -12,6 +12,8 @@ namespace cardsong::test {
 void OfferGlobals(CompositorState& state);
 // Of that, the seat.
 void OfferSeat(CompositorState& state);
+// Of that, the screen.
+void OfferOutput(CompositorState& state);
 
 // Makes an interface known, unless the test does without it. `Bind` fills the new resource.
 template <auto Bind>

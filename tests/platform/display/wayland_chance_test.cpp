@@ -20,7 +20,7 @@ protected:
 
     void DoAnything()
     {
-        switch (Any(0, 13)) {
+        switch (Any(0, 14)) {
         case 0: PointAt(AnyPlace(), AnyPlace()); break;
         case 1: MoveTo(AnyPlace(), AnyPlace()); break;
         case 2:
@@ -34,6 +34,11 @@ protected:
         case 10: With([this](CompositorState& state) { state.Configure({ Any(-9, 900), Any(-9, 900) }, {}); }); break;
         case 11: With([this](CompositorState& state) { wl_output_send_scale(state.output, Any(-1, 3)); }); break;
         case 12: With([](const CompositorState& state) { wl_touch_send_cancel(state.touch); }); break;
+        case 13:
+            With([this](const CompositorState& state) {
+                wl_keyboard_send_repeat_info(state.keyboard, Any(0, 1) * 1000, Any(0, 1));
+            });
+            break;
         default:
             With([](const CompositorState& state) {
                 wl_keyboard_send_leave(state.keyboard, state.NextSerial(), state.surface);
@@ -56,7 +61,7 @@ TEST_F(WaylandChance, LeavesNothingPressed)
         With([](CompositorState& state) { state.TakeAway("wl_seat"); });
         std::map<std::string, bool> isDown;
         for (const std::string& heard : Heard()) {
-            if (heard.starts_with("down") || heard.starts_with("up")) {
+            if (heard.starts_with("down") || heard.starts_with("up") || heard == "cancel") {
                 EXPECT_NE(isDown["pointer"], heard.starts_with("down"));
                 isDown["pointer"] = heard.starts_with("down");
             } else if (heard.starts_with("key")) {

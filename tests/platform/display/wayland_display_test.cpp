@@ -1,6 +1,8 @@
 // The life of a Wayland display: what keeps it from opening, and what ends it.
 #include "tests/platform/display/wayland_stage.h"
 
+#include <array>
+#include <cerrno>
 #include <cstdlib>
 #include <sys/socket.h>
 #include <sys/un.h>
@@ -23,41 +25,76 @@ std::string TroubleOf(const std::string& name, int answerLimitMs = 20000)
     return trouble;
 }
 
-// Takes one connection and ends it.
-class ClosingServer {
+sockaddr_un AddressOf(const std::string& path)
+{
+    sockaddr_un address{ AF_UNIX, {} };
+    path.copy(address.sun_path, sizeof(address.sun_path) - 1);
+    return address;
+}
+
+// Connections for which nobody asks the server, until its queue is full.
+class WaitingClients {
 public:
-    ClosingServer() : m_listening(socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0))
+    explicit WaitingClients(const std::string& path)
     {
-        std::string path = "/tmp/cardsong-closing-XXXXXX";
+        const sockaddr_un address = AddressOf(path);
+        do
+            m_clients.push_back(socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC | SOCK_NONBLOCK, 0));
+        while (connect(m_clients.back(), reinterpret_cast<const sockaddr*>(&address), sizeof(address)) == 0);
+        EXPECT_EQ(errno, EAGAIN);
+    }
+    ~WaitingClients()
+    {
+        for (const int client : m_clients)
+            close(client);
+    }
+    WaitingClients(const WaitingClients&) = delete;
+    WaitingClients& operator=(const WaitingClients&) = delete;
+
+private:
+    std::vector<int> m_clients;
+};
+
+// Takes no connection until it is told.
+class ListeningServer {
+public:
+    ListeningServer() : m_listening(socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0))
+    {
+        std::string path = "/tmp/cardsong-listening-XXXXXX";
         m_folder = mkdtemp(path.data());
-        sockaddr_un address{ AF_UNIX, {} };
-        Path().copy(address.sun_path, sizeof(address.sun_path) - 1);
+        const sockaddr_un address = AddressOf(Path());
         EXPECT_EQ(bind(m_listening, reinterpret_cast<const sockaddr*>(&address), sizeof(address)), 0);
         EXPECT_EQ(listen(m_listening, 1), 0);
-        m_thread = std::thread([this] { close(accept(m_listening, nullptr, nullptr)); });
     }
-    ~ClosingServer()
+    ~ListeningServer()
     {
-        m_thread.join();
         close(m_listening);
         std::filesystem::remove_all(m_folder);
     }
-    ClosingServer(const ClosingServer&) = delete;
-    ClosingServer& operator=(const ClosingServer&) = delete;
+    ListeningServer(const ListeningServer&) = delete;
+    ListeningServer& operator=(const ListeningServer&) = delete;
     std::string Path() const { return m_folder / "socket"; }
+    void TakeOneAndEndIt() const { close(accept(m_listening, nullptr, nullptr)); }
 
 private:
     const int m_listening;
     std::filesystem::path m_folder;
-    std::thread m_thread;
 };
 
 TEST(WaylandDisplay, SaysWhichItCannotOpenAndWhy)
 {
     setenv("XDG_RUNTIME_DIR", "/nowhere/at/all", 1);
     EXPECT_EQ(TroubleOf("wayland-7"), "cannot open the Wayland display wayland-7: No such file or directory");
+    for (const char* useless : { "", "not/from/the/root" }) {
+        setenv("XDG_RUNTIME_DIR", useless, 1);
+        EXPECT_EQ(TroubleOf("wayland-7"),
+                  "cannot open the Wayland display wayland-7: XDG_RUNTIME_DIR is no whole path");
+    }
     unsetenv("XDG_RUNTIME_DIR");
     EXPECT_EQ(TroubleOf("wayland-7"), "cannot open the Wayland display wayland-7: XDG_RUNTIME_DIR is not set");
+    const std::string longest(107, '/'); // a path that ends in the folder of all
+    EXPECT_EQ(TroubleOf(longest), "cannot open the Wayland display " + longest + ": Connection refused");
+    EXPECT_EQ(TroubleOf(longest + "/"), "cannot open the Wayland display " + longest + "/: File name too long");
     EXPECT_EQ(TroubleOf("/nowhere/wayland-7"),
               "cannot open the Wayland display /nowhere/wayland-7: No such file or directory");
 }
@@ -95,8 +132,49 @@ TEST(WaylandDisplay, DoesNotWaitForeverForACompositorThatHangs)
 
 TEST(WaylandDisplay, SaysThatACompositorDiedBeforeItWasOpen)
 {
-    const ClosingServer server;
+    const ListeningServer server;
+    std::thread dying([&server] { server.TakeOneAndEndIt(); });
     EXPECT_EQ(TroubleOf(server.Path()), "cannot open the Wayland display " + server.Path() + ": it went away");
+    dying.join();
+}
+
+TEST(WaylandDisplay, DoesNotWaitForeverForAPlaceInTheQueueOfACompositorThatHangs)
+{
+    const ListeningServer server;
+    const WaitingClients before(server.Path());
+    EXPECT_EQ(TroubleOf(server.Path(), 30),
+              "cannot open the Wayland display " + server.Path() + ": it does not answer");
+}
+
+TEST(WaylandDisplay, WaitsForItsPlaceInTheQueueOfACompositorThatIsBusy)
+{
+    TestCompositor compositor;
+    compositor.Hang();
+    const WaitingClients before(compositor.SocketPath());
+    ResetRecordedInput();
+    const auto display = MakeWaylandDisplay({ 1, false }, compositor.SocketPath(), 20000);
+    std::string trouble = "not known";
+    std::thread opening([&] { trouble = display->Start(); });
+    compositor.WakeUp();
+    opening.join();
+    EXPECT_EQ(trouble, "");
+    display->Stop();
+}
+
+TEST(WaylandDisplay, TakesUpAConnectionThatWasHandedDown)
+{
+    TestCompositor compositor;
+    std::array<int, 2> ends{};
+    ASSERT_EQ(socketpair(AF_UNIX, SOCK_STREAM, 0, ends.data()), 0);
+    compositor.With([&](const CompositorState& state) { wl_client_create(state.display, ends[0]); });
+    setenv("WAYLAND_SOCKET", std::to_string(ends[1]).c_str(), 1);
+    const auto display = MakeWaylandDisplay({ 1, false }, "wayland-7");
+    EXPECT_EQ(display->Start(), "");
+    EXPECT_EQ(getenv("WAYLAND_SOCKET"), nullptr) << "no program that is started may take it, too";
+    display->Stop();
+    setenv("WAYLAND_SOCKET", "nonsense", 1);
+    EXPECT_EQ(TroubleOf("wayland-7"), "cannot open the Wayland display wayland-7: WAYLAND_SOCKET is no connection");
+    unsetenv("WAYLAND_SOCKET");
 }
 
 TEST(WaylandDisplay, ClosesItsWindowWhenItStops)

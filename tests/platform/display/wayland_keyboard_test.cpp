@@ -1,4 +1,5 @@
 // What the keyboards of a Wayland desktop do.
+#include "platform/linux/kernel/clock.h"
 #include "tests/platform/display/wayland_hands.h"
 
 namespace {
@@ -60,6 +61,88 @@ TEST_F(WaylandInputs, AHeldKeyRepeatsAsFastAsTheDesktopSays)
     Strike(KEY_S);
     stage->AwaitAnswer();
     EXPECT_EQ(RecordedInput().size(), count + 1); // it has stopped
+}
+
+// A key is held, and time passes when a test says so.
+class AHeldKey : public WaylandInputs {
+protected:
+    AHeldKey()
+    {
+        cardsong::kernel::InstallClock(&clock);
+        Open();
+        BringKeyboard("us", 20, 300);
+        Key(KEY_COMMA, true);
+        EXPECT_EQ(Heard(), Log{ "command 257 to Main" });
+    }
+    ~AHeldKey() override
+    {
+        stage.reset();
+        cardsong::kernel::InstallClock(nullptr);
+    }
+
+    cardsong::kernel::VirtualClock clock;
+};
+
+TEST_F(AHeldKey, RestsWhenTheDesktopSwitchesItsRepeatingOff)
+{
+    With([](const CompositorState& state) { wl_keyboard_send_repeat_info(state.keyboard, 0, 1); });
+    stage->AwaitAnswer();
+    clock.Advance(1000);
+    stage->AwaitAnswer();
+    stage->AwaitAnswer(); // a strike would have come by now
+    Strike(KEY_S);
+    EXPECT_EQ(Heard(), (Log{ "command 257 to Main", "command 260 to Main" }));
+}
+
+// Time passes while the compositor hangs; fingers show how far the player has come.
+class AHangingCompositor : public AHeldKey {
+protected:
+    AHangingCompositor() { stage->compositor.Hang(); }
+    // The display has looked at the time between the two.
+    void LetTimePassAndTap()
+    {
+        clock.Advance(1000);
+        const std::size_t count = RecordedInput().size();
+        FingerDown(1, 0, 0);
+        WaitForInput(count + 1);
+        FingerUp(1);
+        EXPECT_GE(WaitForInput(count + 2).size(), count + 2);
+    }
+    void WakeUp()
+    {
+        stage->compositor.WakeUp();
+        stage->AwaitAnswer(); // what it had not read is answered now
+    }
+};
+
+TEST_F(AHangingCompositor, MakesNoKeyStrikeThatMayHaveGoneUp)
+{
+    LetTimePassAndTap();
+    LetTimePassAndTap();
+    Key(KEY_COMMA, false);
+    WakeUp();
+    EXPECT_EQ(Heard(), (Log{ "command 257 to Main", "down 0,0", "up 0,0", "down 0,0", "up 0,0" }));
+}
+
+TEST_F(AHangingCompositor, MakesAHeldKeyStrikeOnceWhenItIsBack)
+{
+    LetTimePassAndTap();
+    LetTimePassAndTap();
+    WakeUp();
+    EXPECT_EQ(Heard(),
+              (Log{ "command 257 to Main", "down 0,0", "up 0,0", "down 0,0", "up 0,0", "command 257 to Main" }));
+    clock.Advance(50);
+    stage->AwaitAnswer();
+    EXPECT_EQ(HeardFirst(7).back(), "command 257 to Main");
+}
+
+TEST_F(AHangingCompositor, MakesNoKeyStrikeThatWentUpAndCameDownAgain)
+{
+    LetTimePassAndTap();
+    Key(KEY_COMMA, false);
+    Key(KEY_COMMA, true);
+    WakeUp();
+    EXPECT_EQ(Heard(), (Log{ "command 257 to Main", "down 0,0", "up 0,0", "command 257 to Main" }));
 }
 
 TEST_F(WaylandInputs, AModifierDoesNotRepeat)

@@ -45,17 +45,17 @@ TEST_F(WaylandInputs, TapsFollowAPictureThatIsTurned)
     EXPECT_EQ(Heard(), (Log{ "down 0,0", "move 10,0", "up 10,0" }));
 }
 
-TEST_F(WaylandInputs, AMouseThatIsTakenAwayLetsGo)
+TEST_F(WaylandInputs, AMouseThatIsTakenAwayTakesItsPressBack)
 {
     Open();
     PointAt(10, 10);
     Click(BTN_LEFT, true);
     With([](const CompositorState& state) { wl_pointer_send_leave(state.pointer, state.NextSerial(), state.surface); });
-    EXPECT_EQ(Heard(), (Log{ "down 5,5", "up 5,5" }));
+    EXPECT_EQ(Heard(), (Log{ "down 5,5", "cancel" }));
     PointAt(20, 20);
     Click(BTN_LEFT, true);
     With([](const CompositorState& state) { wl_seat_send_capabilities(state.seat, kTouch); });
-    EXPECT_EQ(Heard(), (Log{ "down 5,5", "up 5,5", "down 10,10", "up 10,10" }));
+    EXPECT_EQ(Heard(), (Log{ "down 5,5", "cancel", "down 10,10", "cancel" }));
     With([](const CompositorState& state) { EXPECT_EQ(state.pointer, nullptr); });
 }
 
@@ -129,22 +129,22 @@ TEST_F(WaylandInputs, OnlyTheFirstFingerCounts)
     EXPECT_EQ(Heard(), (Log{ "down 160,120", "move 240,60", "up 240,60" }));
 }
 
-TEST_F(WaylandInputs, ATouchThatTheDesktopTakesForItselfEndsWhereItWas)
+TEST_F(WaylandInputs, ATouchThatTheDesktopTakesForItselfIsTakenBack)
 {
     Open();
     FingerDown(4, 320, 240);
     With([](const CompositorState& state) { wl_touch_send_cancel(state.touch); });
     FingerDown(4, 2, 2);
     FingerUp(4);
-    EXPECT_EQ(Heard(), (Log{ "down 160,120", "up 160,120", "down 1,1", "up 1,1" }));
+    EXPECT_EQ(Heard(), (Log{ "down 160,120", "cancel", "down 1,1", "up 1,1" }));
 }
 
-TEST_F(WaylandInputs, ATouchScreenThatIsPulledOutLetsGo)
+TEST_F(WaylandInputs, ATouchScreenThatIsPulledOutTakesItsTouchBack)
 {
     Open();
     FingerDown(4, 320, 240);
     With([](const CompositorState& state) { wl_seat_send_capabilities(state.seat, kPointer); });
-    EXPECT_EQ(Heard(), (Log{ "down 160,120", "up 160,120" }));
+    EXPECT_EQ(Heard(), (Log{ "down 160,120", "cancel" }));
 }
 
 TEST_F(WaylandInputs, ASeatThatIsTakenAwayLetsGoOfEverything)
@@ -154,7 +154,38 @@ TEST_F(WaylandInputs, ASeatThatIsTakenAwayLetsGoOfEverything)
     Key(KEY_RIGHT, true);
     FingerDown(4, 320, 240);
     With([](CompositorState& state) { state.TakeAway("wl_seat"); });
-    EXPECT_EQ(Heard(), (Log{ "key+ 39", "down 160,120", "key- 39", "up 160,120" }));
+    EXPECT_EQ(Heard(), (Log{ "key+ 39", "down 160,120", "key- 39", "cancel" }));
+}
+
+TEST_F(WaylandInputs, AFingerBesideThePictureDoesNotKeepOthersOff)
+{
+    Open({ .windowSize = { 800, 480 } }); // black at both sides
+    FingerDown(1, 79, 240);
+    FingerDown(2, 80, 240);
+    FingerMove(1, 400, 240);
+    FingerUp(1);
+    FingerUp(2);
+    EXPECT_EQ(Heard(), (Log{ "down 0,120", "up 0,120" }));
+}
+
+TEST_F(WaylandInputs, MouseAndFingerDoNotEndEachOthersPress)
+{
+    Open();
+    PointAt(10, 10);
+    FingerDown(4, 320, 240);
+    Click(BTN_LEFT, true);
+    MoveTo(20, 20);
+    Click(BTN_LEFT, false);
+    With([](const CompositorState& state) { wl_pointer_send_leave(state.pointer, state.NextSerial(), state.surface); });
+    FingerUp(4);
+    EXPECT_EQ(Heard(), (Log{ "down 160,120", "up 160,120" }));
+    PointAt(10, 10);
+    Click(BTN_LEFT, true);
+    FingerDown(4, 320, 240);
+    FingerMove(4, 100, 100);
+    With([](const CompositorState& state) { wl_touch_send_cancel(state.touch); });
+    Click(BTN_LEFT, false);
+    EXPECT_EQ(Heard(), (Log{ "down 160,120", "up 160,120", "down 5,5", "up 5,5" }));
 }
 
 TEST_F(WaylandInputs, FingersBeforeThereIsASizeAreHarmless)

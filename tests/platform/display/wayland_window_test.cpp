@@ -67,6 +67,34 @@ TEST(WaylandWindow, TurnsThePictureOnAScreenThatIsTurnedItself)
     });
 }
 
+TEST(WaylandWindow, ShowsThePictureUprightWhereTheScreenHasThePixelsForIt)
+{
+    // 240 x 320 units of two pixels each: too narrow for the picture in units, and not in pixels.
+    WaylandStage stage({ .outputWidthPx = 480, .outputHeightPx = 640, .scale = 2, .windowSize = { 240, 320 } }, {});
+    stage.Paint(RGB(255, 0, 0));
+    stage.AwaitCommits(1);
+    stage.compositor.With([](const CompositorState& state) {
+        EXPECT_EQ(state.buffer.widthPx, 480);
+        EXPECT_EQ(state.buffer.heightPx, 640);
+        EXPECT_EQ(state.screen.At(80, 200), kRed);
+        EXPECT_EQ(state.screen.At(399, 439), kRed);
+        EXPECT_EQ(state.screen.At(79, 200), 0U);
+        EXPECT_EQ(state.screen.At(80, 199), 0U);
+        EXPECT_EQ(state.screen.At(399, 440), 0U);
+    });
+}
+
+TEST(WaylandWindow, TurnsThePictureOnAScreenWithTooFewPixelsWhateverTheirScale)
+{
+    WaylandStage stage({ .outputWidthPx = 240, .outputHeightPx = 320, .scale = 2, .windowSize = { 120, 160 } }, {});
+    stage.Paint(RGB(255, 0, 0));
+    stage.AwaitCommits(1);
+    stage.compositor.With([](const CompositorState& state) {
+        EXPECT_EQ(state.screen.At(0, 0), kRed);
+        EXPECT_EQ(state.screen.At(239, 319), kRed);
+    });
+}
+
 TEST(WaylandWindow, ObeysATurnThatIsAskedFor)
 {
     WaylandStage stage({}, { .scale = 1, .turn = cardsong::host::Turn::Half });
@@ -222,6 +250,25 @@ TEST(WaylandWindow, TakesNoMoreMemoryThanAScreenCouldNeed)
     });
 }
 
+TEST(WaylandWindow, HasFewerPixelsToAUnitWhereItWouldBeTooLarge)
+{
+    struct Case {
+        SIZE size;
+        int scaleOfScreen;
+        int scale;
+    };
+    for (const auto& [size, scaleOfScreen, scale] : { Case{ { 4096, 3 }, 2, 2 }, Case{ { 4097, 3 }, 2, 1 },
+                                                      Case{ { 3, 3000 }, 3, 2 }, Case{ { 8192, 3 }, 3, 1 } }) {
+        WaylandStage stage({ .scale = scaleOfScreen, .windowSize = size });
+        stage.Appear();
+        stage.compositor.With([&, size = size, scale = scale](const CompositorState& state) {
+            EXPECT_EQ(state.bufferScale, scale) << size.cx;
+            EXPECT_EQ(state.buffer.widthPx, size.cx * scale);
+            EXPECT_EQ(state.buffer.heightPx, size.cy * scale);
+        });
+    }
+}
+
 TEST(WaylandWindow, SurvivesTheSmallestSizes)
 {
     WaylandStage stage;
@@ -287,6 +334,67 @@ TEST(WaylandWindow, GoesOnWhenItsScreenIsPulledOut)
     });
     stage.Paint(RGB(255, 0, 0));
     stage.AwaitCommits(3);
+}
+
+TEST(WaylandWindow, TakesTheScaleOfAScreenThatIsPluggedInForTheOneThatShowedIt)
+{
+    WaylandStage stage({ .scale = 2 });
+    stage.Appear();
+    stage.compositor.With([](CompositorState& state) {
+        wl_surface_send_enter(state.surface, state.output);
+        state.TakeAway("wl_output");
+    });
+    stage.AwaitCommits(2);
+    stage.compositor.With([](CompositorState& state) { state.PlugIn(3); });
+    stage.AwaitCommits(3);
+    stage.compositor.With([](const CompositorState& state) { EXPECT_EQ(state.bufferScale, 3); });
+}
+
+TEST(WaylandWindow, IsNotShownOnAScreenThatIsGone)
+{
+    WaylandStage stage({ .scale = 2 });
+    stage.Appear();
+    stage.compositor.Hang(); // it does not hear that the display has let go of the screen
+    stage.compositor.With([](CompositorState& state) {
+        state.TakeAway("wl_output");
+        wl_touch_send_down(state.touch, 0, 0, state.surface, 1, 0, 0);
+    });
+    EXPECT_EQ(WaitForInput(stage.before + 1).back(), "down 0,0"); // and so it has
+    stage.compositor.With([](CompositorState& state) {
+        wl_surface_send_enter(state.surface, state.output);
+        wl_surface_send_leave(state.surface, state.output);
+        wl_surface_send_enter(state.surface, state.output);
+        state.PlugIn(3);
+    });
+    stage.compositor.WakeUp();
+    EXPECT_TRUE(stage.compositor.Await([](const CompositorState& state) { return state.bufferScale == 3; }));
+}
+
+TEST(WaylandWindow, HasTheScaleOfTheScreensThatShowIt)
+{
+    WaylandStage stage({ .scale = 2 });
+    stage.Appear();
+    wl_resource* first = nullptr;
+    stage.compositor.With([&](CompositorState& state) {
+        first = state.output;
+        wl_surface_send_enter(state.surface, first);
+        state.PlugIn(3);
+    });
+    EXPECT_TRUE(stage.compositor.Await(
+        [&](const CompositorState& state) { return state.output != nullptr && state.output != first; }));
+    stage.AwaitAnswer();
+    stage.AwaitAnswer(); // what the display did about it has arrived
+    stage.compositor.With([](const CompositorState& state) {
+        EXPECT_EQ(state.bufferScale, 2);
+        wl_surface_send_enter(state.surface, state.output);
+    });
+    stage.AwaitCommits(2);
+    stage.compositor.With([](const CompositorState& state) {
+        EXPECT_EQ(state.bufferScale, 3);
+        wl_surface_send_leave(state.surface, state.output);
+    });
+    stage.AwaitCommits(3);
+    stage.compositor.With([](const CompositorState& state) { EXPECT_EQ(state.bufferScale, 2); });
 }
 
 TEST(WaylandWindow, CutsAScaleThatNoScreenHas)

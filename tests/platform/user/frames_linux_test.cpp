@@ -385,6 +385,67 @@ TEST_F(Frames, AThreadThatEndsShowsWhatItDrewLast)
     EXPECT_EQ(Shows(5, 5), kWhite);
 }
 
+TEST_F(Frames, ADisplayThatComesLaterShowsWhatWasFinishedBefore)
+{
+    TestWindow window(Shown({ 0, 0, 100, 100 }, JustValidate));
+    PumpMessages();
+    FillWindow(window, { 0, 0, 10, 10 });
+    Sleep(0);
+    m_display.Stop();
+    display::HeadlessDisplay later;
+    EXPECT_EQ(later.Start(), "");
+    EXPECT_EQ(At(later.LastFrame(), 5, 5), kWhite) << "no thread has to draw or rest for it";
+    later.Stop();
+}
+
+TEST_F(Frames, ADisplayThatComesBeforeAnyFrameShowsNothing)
+{
+    m_display.Stop();
+    user::ResetWindows();
+    int calls = 0;
+    user::InstallPresenter([&calls] { ++calls; });
+    EXPECT_EQ(calls, 0);
+    user::InstallPresenter({});
+}
+
+TEST_F(Frames, ADisplayThatComesAmidAPaintWaitsForItsEnd)
+{
+    TestWindow window(
+        Shown({ 0, 0, 100, 100 }, [this](HWND painted, UINT message, WPARAM, LPARAM) -> std::optional<LRESULT> {
+            if (message != WM_PAINT)
+                return std::nullopt;
+            PAINTSTRUCT paint{};
+            const HDC context = BeginPaint(painted, &paint);
+            Fill(context, { 0, 0, 50, 100 });
+            m_display.Stop();
+            EXPECT_EQ(m_display.Start(), "");
+            EXPECT_EQ(Shows(5, 5), 0);
+            Fill(context, { 50, 0, 100, 100 });
+            EndPaint(painted, &paint);
+            return 0;
+        }));
+    Sleep(0); // a frame before
+    UpdateWindow(window);
+    EXPECT_EQ(Shows(5, 5), kWhite);
+    EXPECT_EQ(Shows(99, 5), kWhite);
+}
+
+TEST_F(Frames, ADisplayThatComesBetweenThePaintsOfAWindowAndOfItsChildWaitsForTheLast)
+{
+    TestWindow parent(Shown({ 0, 0, 100, 100 }, PaintWhite));
+    TestWindow child(Shown({ 10, 10, 20, 20 }, PaintWhite, parent));
+    Sleep(0); // a frame before
+    PaintOne();
+    ASSERT_EQ(child.Count(WM_PAINT), 0);
+    m_display.Stop();
+    EXPECT_EQ(m_display.Start(), "");
+    EXPECT_EQ(Shows(5, 5), 0);
+    PaintOne();
+    Sleep(0);
+    EXPECT_EQ(Shows(5, 5), kWhite);
+    EXPECT_EQ(Shows(15, 15), kWhite);
+}
+
 // Two colours take turns over a window and its child, in steps; every frame shown has one of them only.
 TEST_F(Frames, NoFrameEverShowsAHalfPaintedWindow)
 {

@@ -398,6 +398,55 @@ TEST_F(InputTest, AButtonIsClickedByATap)
     EXPECT_EQ(parent.Count(WM_COMMAND), 2) << "the second tap came quickly, so it is told as a double click at once";
 }
 
+TEST_F(InputTest, APressThatIsTakenBackClicksNoButton)
+{
+    TestWindow parent(Shown());
+    const HWND button = CreateWindowExW(0, u"button", nullptr, WS_CHILD | WS_VISIBLE | BS_OWNERDRAW, 10, 10, 20, 20,
+                                        parent, nullptr, nullptr, nullptr);
+    user::PointerDown({ 15, 15 });
+    PumpMessages();
+    EXPECT_NE(SendMessageW(button, BM_GETSTATE, 0, 0) & BST_PUSHED, 0);
+    user::CancelPointer();
+    PumpMessages();
+    EXPECT_EQ(SendMessageW(button, BM_GETSTATE, 0, 0) & BST_PUSHED, 0);
+    EXPECT_EQ(GetCapture(), nullptr);
+    EXPECT_EQ(parent.Count(WM_COMMAND), 0);
+    m_clock.Advance(1000);
+    Tap({ 15, 15 });
+    EXPECT_EQ(parent.Count(WM_COMMAND), 1);
+}
+
+TEST_F(InputTest, APressThatIsTakenBackBeforeItIsHeardClicksNoButton)
+{
+    TestWindow parent(Shown());
+    CreateWindowExW(0, u"button", nullptr, WS_CHILD | WS_VISIBLE | BS_OWNERDRAW, 10, 10, 20, 20, parent, nullptr,
+                    nullptr, nullptr);
+    user::PointerDown({ 15, 15 });
+    user::CancelPointer();
+    PumpMessages();
+    EXPECT_EQ(parent.Count(WM_COMMAND), 0);
+}
+
+TEST_F(InputTest, APressThatIsTakenBackEndsOutsideEveryWindow)
+{
+    TestWindow window(Shown({ -500, -500, 1000, 1000 }));
+    TestWindow corner(Shown({ 300, 200, 20, 40 }));
+    PumpMessages();
+    user::PointerDown({ 5, 5 });
+    user::CancelPointer();
+    PumpMessages();
+    EXPECT_EQ(window.Count(WM_LBUTTONDOWN), 1);
+    EXPECT_EQ(window.Count(WM_LBUTTONUP), 0) << "nobody has captured the pointer";
+    SetCapture(corner);
+    user::PointerDown({ 310, 210 });
+    user::CancelPointer();
+    PumpMessages();
+    EXPECT_EQ(corner.Last(WM_LBUTTONUP)->lParam, MAKELPARAM(-10300, -10200));
+    ReleaseCapture();
+    Tap({ 6, 6 });
+    EXPECT_EQ(window.Last(WM_LBUTTONUP)->lParam, MAKELPARAM(506, 506));
+}
+
 TEST_F(InputTest, ThePresenterIsCalledWhenNothingWaits)
 {
     int calls = 0;

@@ -93,6 +93,8 @@ class Watcher:
     # ---- which window ----
 
     def remember_main_window(self):
+        # A player that answers may not have shown anything yet.
+        self.await_picture("the main window is drawn", lambda: len(self.look(TITLE_WORDS).getcolors()) > 1)
         self.title_words["main"] = self.look(TITLE_WORDS).tobytes()
 
     def await_window(self, name):

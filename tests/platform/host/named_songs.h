@@ -26,7 +26,12 @@ protected:
         Write(UserDevice() / "registry.ini", "volume");
         Write(UserDevice() / "Windows/play_list.txt", "the user's list");
     }
-    void TearDown() override { std::filesystem::remove_all(m_root); }
+    void TearDown() override
+    {
+        std::filesystem::permissions(UserDevice(),
+                                     std::filesystem::perms::owner_all); // else nothing of it can be removed
+        std::filesystem::remove_all(m_root);
+    }
 
     Path UserDevice() const { return m_root / "device"; }
     Path Card() const { return UserDevice() / ".cardsong-opened/Card"; }
